@@ -131,9 +131,9 @@ extern Variant gFYEnd;               ///< Master.FYEnd, a date or Null
 extern std::string gProviderName;    ///< Master.ProviderName
 extern std::string gProviderNumber;  ///< Master.ProviderNumber
 
-extern bool gDebug;                ///< the developer flag of the settings
-extern std::string gTitlePrefix;   ///< ahead of the product name in captions and page heads
-extern const std::string gVersion; ///< major, minor and revision, joined by points
+extern bool gDebug;                 ///< the developer flag of the settings
+extern std::string gTitlePrefix;    ///< ahead of the product name in captions and page heads
+extern const std::string gVersion;  ///< major, minor and revision, joined by points
 /// One upper-case letter while a batch process runs; empty means that messages are boxes.
 extern std::string gLogType;
 

@@ -40,7 +40,7 @@ struct FileDialog {
     std::string Title;
     std::string FileName;  ///< folder and pattern to begin with
     std::string DefaultExt;
-    std::string Filter;    ///< "Caption|pattern|Caption|pattern"
+    std::string Filter;  ///< "Caption|pattern|Caption|pattern"
     int FilterIndex = 1;
     int Flags = 0;
 };
@@ -64,9 +64,18 @@ public:
     virtual void EnableMain(bool /*enabled*/) {}
     virtual void RefreshMenus() {}
     virtual void SetCaption(const std::string& /*text*/) {}
-    /// The main window with a CRF (its path in lblCRFName), or its welcome frame with none.
+    /// The text of lblCRFName, shown or not.
+    virtual void SetCrfName(const std::string& /*path*/) {}
+    /// The main window with a CRF: lblCRFName and imgVelquist show, fraWelcome does not.
     virtual void ShowCrf(const std::string& /*path*/) {}
+    /// The main window with none: the help text stops and goes, lblCRFName is emptied and goes
+    /// with imgVelquist, fraWelcome shows.
     virtual void ShowWelcome() {}
+    /// fraWelcome alone, for the time of a dialog.
+    virtual bool WelcomeVisible() { return false; }
+    virtual void SetWelcomeVisible(bool /*visible*/) {}
+    /// Scrolls the help text in, once a CRF has been opened or made.
+    virtual void StartHelpText() {}
     /// Lets the interface breathe.
     virtual void DoEvents() {}
     /// The chosen path; nothing when the user cancelled.
