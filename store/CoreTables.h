@@ -7,13 +7,13 @@
 
 namespace zolmara {
 
-void Build_Worksheets();   ///< the registry; before anything registers
-void Build_Master();       ///< the identity, one row from the session globals
+void Build_Worksheets();  ///< the registry; before anything registers
+void Build_Master();      ///< the identity, one row from the session globals
 void Build_Log();
 void Build_HeaderLines();
 void Build_Error();
-void Build_CC();           ///< CostCenters with the form's 26 lines
-void Build_ES();           ///< the pooled allocation basis
+void Build_CC();  ///< CostCenters with the form's 26 lines
+void Build_ES();  ///< the pooled allocation basis
 
 /// A level of 900 or more is no worksheet.
 inline constexpr int kNotAWorksheet = 999;

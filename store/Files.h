@@ -1,0 +1,25 @@
+#pragma once
+
+// Whole files: copies that appear complete or not at all.
+
+#include <string>
+
+namespace zolmara {
+
+bool FileExists(const std::string& path);
+/// Deletes a file if it is there; a failure shows in FileExists.
+void DeleteFile(const std::string& path);
+/// True when both paths name the same file, by whatever links.
+bool IsSameFile(const std::string& a, const std::string& b);
+/// Copies a file, over one that is there, and brings the copy to the disk before it takes its
+/// name. StoreError when that fails; then the target is as it was.
+void CopyWholeFile(const std::string& source, const std::string& target);
+/// Writes a whole file in the same way.
+void WriteWholeFile(const std::string& path, const std::string& content);
+/// Gives a file a second name: a link, or a copy where the folder has no links. StoreError when
+/// neither can be made.
+void LinkOrCopyFile(const std::string& path, const std::string& name);
+/// The content of a file; empty when it cannot be read.
+std::string ReadWholeFile(const std::string& path);
+
+}  // namespace zolmara
