@@ -4,6 +4,7 @@
 // which fields it has, and the procedures that create and calculate it. Creation, windows,
 // print, the electronic report and import all take a worksheet's fields from here.
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,15 +30,28 @@ struct WorksheetField {
     bool AllowZeroLength = true;
 };
 
+/// A line that the calculation writes: a subtotal, a total, a unit cost multiplier. Its
+/// subscripts count with it.
+struct ComputedLine {
+    int Line;
+    std::string_view Field = {};  ///< the one field that is written; empty where all are
+};
+
 struct Worksheet {
     std::string_view Item;  ///< the table's name and its key in the registry
     int Calc_Lvl;
-    std::string_view Key;   ///< "LineNum" or "SeqNum"
+    std::string_view Key;  ///< "LineNum" or "SeqNum"
     /// The form's fields in their order. A schedule's cost center fields are the CostCenters
     /// of the open CRF.
     std::vector<WorksheetField> (*Fields)(std::string_view item);
     void (*Build)(std::string_view item);
     void (*Calc)(std::string_view item);  ///< none where the worksheet is only keyed
+    /// The fields that the worksheet has whatever the cost centers are.
+    const std::vector<WorksheetField>& (*FixedFields)(std::string_view item);
+    /// Lines whose amounts the calculation writes.
+    std::span<const ComputedLine> ComputedLines = {};
+    /// What the cost center fields hold; none where the worksheet has no such fields.
+    std::optional<CellKind> CostCenterCells = {};
 };
 
 /// All worksheets, in the registry's order.
@@ -50,7 +64,13 @@ const Worksheet* FindWorksheet(std::string_view item);
 /// worksheet of this form.
 bool BuildWorksheet(std::string_view item);
 
-/// True where the calculation writes the cell: a total line, a computed column.
+/// A field of a worksheet by name; none when the worksheet, with the cost centers of the open CRF,
+/// has no such field.
+std::optional<WorksheetField> FindField(std::string_view item, std::string_view field);
+
+/// True where the calculation writes the cell: a total line, a computed column. Line 1 of Sp1,
+/// which the user keys and the calculation rewrites from line 2, counts as keyed. False for a
+/// name that is no worksheet or no field of it.
 bool IsComputedCell(std::string_view item, Currency line, std::string_view field);
 
 }  // namespace zolmara

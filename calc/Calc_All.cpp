@@ -1,0 +1,86 @@
+#include "calc/Calc_All.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "calc/LineBreaks.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "store/Session.h"
+#include "worksheets/Worksheet.h"
+
+namespace zolmara {
+namespace {
+
+/// The main window while a run goes on: its menus are off and the status line shows.
+class CalculatingState {
+public:
+    CalculatingState() { EnableMenus(false); }
+    ~CalculatingState() {
+        EnableMenus(true);
+        TheHost().HideCalcMsg();
+        gLogType.clear();
+    }
+    CalculatingState(const CalculatingState&) = delete;
+    CalculatingState& operator=(const CalculatingState&) = delete;
+
+private:
+    static void EnableMenus(bool enabled) {
+        static constexpr std::array<const char*, 4> kMenus = {"mnuEdit", "mnuHelp", "mnuReport",
+                                                              "mnuView"};
+        for (const char* menu : kMenus) TheHost().EnableMenu(menu, enabled);
+    }
+};
+
+void CalcWorksheet(const std::string& item) {
+    RemoveLineBreaks(item);
+    const Worksheet* sheet = FindWorksheet(item);
+    if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item);
+}
+
+/// Runs a worksheet's calculation; what stops it is told with the worksheet's name.
+void CalcNamed(const std::string& item, const std::string& name) {
+    try {
+        CalcWorksheet(item);
+    } catch (const StoreError& error) {
+        throw StoreError(error.kind(), fmt::format("{}: {}", name, error.what()));
+    } catch (const std::exception& error) {
+        throw StoreError(StoreError::Kind::Other, fmt::format("{}: {}", name, error.what()));
+    }
+}
+
+void CalcWorksheets(Recordset& worksheets) {
+    const auto count = static_cast<double>(worksheets.RecordCount());
+    for (double done = 0; !worksheets.Eof(); worksheets.MoveNext()) {
+        const std::string name = Text(worksheets["ItemName"]);
+        TheHost().ShowCalcMsg(
+            fmt::format(" Calculating level {}: {}", Text(worksheets["Calc_Lvl"]), name));
+        TheHost().ShowProgress(done / count);
+        CalcNamed(Text(worksheets["Item"]), name);
+        done += 1;
+        TheHost().DoEvents();
+    }
+    TheHost().ShowProgress(1);
+}
+
+}  // namespace
+
+void Calc_All() {
+    Recordset worksheets = gDB.OpenRecordset(
+        "SELECT Item, Calc_Lvl, ItemName FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY Calc_Lvl, "
+        "ItemName;",
+        dbOpenSnapshot);
+    if (worksheets.Eof()) {
+        throw StoreError(StoreError::Kind::Other, "The Cost Report File has no worksheets.");
+    }
+    const CalculatingState state;
+    RunBatch(gDB, [&] {
+        ClearLog("C");
+        CalcWorksheets(worksheets);
+    });
+    TheHost().ShowCalcMsg(" Calculations completed.");
+    TheHost().RefreshOpenForms("");
+}
+
+}  // namespace zolmara

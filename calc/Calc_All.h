@@ -1,0 +1,17 @@
+#pragma once
+
+// The calculation of the whole Cost Report File.
+
+namespace zolmara {
+
+/// Calculates every worksheet in the order of the registry: by level, then by display name.
+/// Ahead of its calculation each worksheet's text fields lose their line breaks. Messages of the
+/// run are kept in Log under "C". The run is one batch; open windows show the new figures after
+/// it.
+///
+/// A failure ends the run at its worksheet and goes on to the caller as a StoreError that begins
+/// with the worksheet's display name; the worksheets before it stay calculated. The menus, the
+/// status line and the log type are put right on every way out.
+void Calc_All();
+
+}  // namespace zolmara

@@ -1,0 +1,66 @@
+#include "worksheets/Build.h"
+
+#include <fmt/format.h>
+
+#include "core/Host.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+
+namespace zolmara {
+
+void MakeWorksheetTable(std::string_view item) {
+    TableDef table;
+    table.Name = item;
+    for (const WorksheetField& field : FindWorksheet(item)->Fields(item)) {
+        table.Fields.push_back({.Name = field.Name,
+                                .Type = field.Type,
+                                .Size = field.Size,
+                                .AllowZeroLength = field.AllowZeroLength});
+    }
+    gDB.AppendTable(table);
+}
+
+void InsertSeedRows(std::string_view item, std::string_view textField,
+                    std::span<const SeedRow> rows) {
+    const std::string sql =
+        fmt::format("INSERT INTO {} (LineNum,{}) VALUES (?,?);", item, textField);
+    for (const SeedRow& row : rows) gDB.Execute(sql, {row.Line, row.Text});
+}
+
+void MakeWorksheetIndex(std::string_view item) {
+    gDB.Execute(
+        fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} ({1});", item, FindWorksheet(item)->Key));
+}
+
+void RegisterBuiltWorksheet(std::string_view item) {
+    RegisterWorksheet(item, "Make", FindWorksheet(item)->Calc_Lvl);
+}
+
+bool DropWorksheetTable(std::string_view item) {
+    try {
+        gDB.RefreshTableDefs();
+        gDB.DeleteTable(item);
+    } catch (const StoreError& error) {
+        if (error.kind() == StoreError::Kind::NoSuchItem) return true;
+        TheHost().MsgBox(fmt::format("Error: The following error was returned when trying to "
+                                     "rebuild table {}\r\n\r\n{}",
+                                     item, error.what()),
+                         kCritical, fmt::format("Worksheet {} Error", item));
+        return false;
+    }
+    return true;
+}
+
+void InsertComponentRows(std::string_view item) {
+    const char part = PartOf(item);
+    gDB.Execute(
+        fmt::format("INSERT INTO {} SELECT LineNum, Col_1 As Description, Col_2 As Col_0 "
+                    "FROM S2p{} WHERE LineNum<51;",
+                    item, part));
+    const std::string insert =
+        fmt::format("Insert Into {} (LineNum,Description) Values(?,?);", item);
+    gDB.Execute(insert, {51, "Total"});
+    if (part == '3') gDB.Execute(insert, {52, "Grand Total"});
+}
+
+}  // namespace zolmara

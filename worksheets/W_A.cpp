@@ -1,0 +1,183 @@
+#include "worksheets/W_A.h"
+
+#include <fmt/format.h>
+
+#include <map>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+#include "worksheets/Build.h"
+#include "worksheets/Rows.h"
+
+namespace zolmara {
+namespace {
+
+using enum FieldType;
+using enum CellKind;
+
+/// The rows of A by line, to post entries to.
+class Postings {
+public:
+    Postings() : rows_(gDB.OpenRecordset("SELECT * FROM A Order By LineNum")) {
+        for (; !rows_.Eof(); rows_.MoveNext()) marks_[LineOf(rows_)] = rows_.Bookmark();
+    }
+
+    /// Adds to a column of the line; False where A has no such line.
+    bool Add(const Variant& line, std::string_view column, double amount) {
+        const auto found = marks_.find(CurOr(line));
+        if (line.IsNull() || found == marks_.end()) return false;
+        rows_.SetBookmark(found->second);
+        rows_.Edit();
+        rows_.Set(column, NumOr(rows_[column]) + amount);
+        rows_.Update();
+        return true;
+    }
+
+private:
+    Recordset rows_;
+    std::map<Currency, std::int64_t> marks_;
+};
+
+/// Entries of another worksheet that are posted to A line by line.
+struct Source {
+    std::string_view Sql;
+    std::string_view Item;
+    std::string_view LineField;
+    std::string_view AmountField;
+    int Sign;
+    std::string_view Column;  ///< of A
+    std::string_view MessageEnd;
+};
+
+constexpr std::array<Source, 4> kSources = {{
+    {"SELECT * FROM A6 WHERE Col_5 > 0 AND LineNum < 100;", "A6", "Col_4", "Col_5", 1, "Col_2",
+     " does not exist."},
+    {"SELECT * FROM A6 WHERE Col_7 > 0 AND LineNum < 100;", "A6", "Col_7", "Col_8", -1, "Col_2",
+     "."},
+    {"SELECT * FROM A8 WHERE Col_3<>0 And Col_5 is not null;", "A8", "Col_5", "Col_3", 1, "Col_4",
+     " does not exist."},
+    {"SELECT * FROM A81p1 WHERE Col_1 > 0 AND Col_1 < 100;", "A81p1", "Col_1", "Col_7", 1, "Col_4",
+     " does not exist."},
+}};
+
+void Post(Postings& postings, const Source& source) {
+    Recordset entries = gDB.OpenRecordset(source.Sql, dbOpenSnapshot);
+    for (; !entries.Eof(); entries.MoveNext()) {
+        const Variant& line = entries[source.LineField];
+        const double amount = NumOr(entries[source.AmountField]);
+        if (postings.Add(line, source.Column, source.Sign * amount)) continue;
+        TheHost().MsgBox(
+            fmt::format("No A record found matching the {} record for Cost Center {}{}",
+                        source.Item, Text(line), source.MessageEnd),
+            kExclamation, std::string(kProductName));
+    }
+}
+
+/// The grand total of a schedule and the column of A that its cost centers go to. The schedules
+/// of one column have no cost center in common.
+struct Allocation {
+    std::string_view Schedule;
+    std::string_view Column;
+};
+
+constexpr std::array<Allocation, 4> kAllocations = {
+    {{"Bp3", "Col_6"}, {"B1p3", "Col_6"}, {"Cp3", "Col_7"}, {"Dp3", "Col_7"}}};
+
+void PostAllocation(const Allocation& allocation) {
+    const Recordset total = RequiredRow(allocation.Schedule, 52);
+    const std::string sql = fmt::format("Update A Set {}=? Where LineNum=?;", allocation.Column);
+    for (int i = 3; i < total.FieldCount(); ++i) {
+        if (!IsCostCenterColumn(total.FieldName(i))) continue;
+        gDB.Execute(sql, {NumOr(total[i]), LineOfColumn(total.FieldName(i))});
+    }
+}
+
+/// A subtotal of A: the columns that it sums, and over which lines.
+struct Subtotal {
+    int Line;
+    std::string_view Columns;
+    std::string_view Condition;
+};
+
+constexpr Subtotal kCapital = {3, "12345678", "LineNum<3"};
+constexpr Subtotal kOtherCapital = {7, "12356", "LineNum>3 And LineNum<7"};
+constexpr Subtotal kNonCapital = {99, "12345678", "LineNum>7 And LineNum<99"};
+constexpr Subtotal kTotal = {100, "12345678", "LineNum In(3,7,99)"};
+
+void WriteSubtotal(const Subtotal& subtotal) {
+    std::string sums;
+    std::string sets;
+    for (const char column : subtotal.Columns) {
+        sums += fmt::format("{}Sum(Col_{}) As C{}", sums.empty() ? "" : ", ", column, column);
+        sets += fmt::format("{}Col_{}=?", sets.empty() ? "" : ",", column);
+    }
+    const Recordset totals = gDB.OpenRecordset(
+        fmt::format("Select {} From A Where {};", sums, subtotal.Condition), dbOpenSnapshot);
+    std::vector<Variant> values;
+    for (int i = 0; i < totals.FieldCount(); ++i) values.emplace_back(NumOr(totals[i]));
+    gDB.Execute(fmt::format("Update A Set {} Where LineNum={};", sets, subtotal.Line), values);
+}
+
+}  // namespace
+
+const std::vector<WorksheetField>& Fields_A(std::string_view) {
+    static const std::vector<WorksheetField> fields = {
+        {"LineNum", dbCurrency, 0, "CC #", Key},
+        {"CCName", dbText, 40, "Description", Label},
+        {"Col_1", dbDouble, 0, "Expenses per Home Office Books", Keyed},
+        {"Col_2", dbDouble, 0, "Reclass- ifications", Computed},
+        {"Col_3", dbDouble, 0, "Reclassified Trial Balance", Computed},
+        {"Col_4", dbDouble, 0, "Adjustments", Computed},
+        {"Col_5", dbDouble, 0, "Net Allowable Expenses", Computed},
+        {"Col_6", dbDouble, 0, "Direct Allocations to Components", Computed},
+        {"Col_7", dbDouble, 0, "Functional Allocations to Components", Computed},
+        {"Col_8", dbDouble, 0, "Pooled Allocations", Computed},
+    };
+    return fields;
+}
+
+void Build_A() {
+    MakeWorksheetTable("A");
+    gDB.Execute("INSERT INTO A SELECT LineNum,CCName FROM CostCenters;");
+    static constexpr std::array<SeedRow, 4> kSeeds = {{{3, "Subtotal CRC"},
+                                                       {7, "Subtotal Other CRC"},
+                                                       {99, "Subtotal Non-Capital Cost"},
+                                                       {100, "Total"}}};
+    InsertSeedRows("A", "CCName", kSeeds);
+    MakeWorksheetIndex("A");
+    RegisterBuiltWorksheet("A");
+}
+
+void Calc_A() {
+    gDB.Execute("UPDATE A SET Col_2=0, Col_4=0;");
+    Postings postings;
+    for (const Source& source : kSources) Post(postings, source);
+    gDB.Execute("UPDATE A SET Col_3=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_2),0,Col_2);");
+    gDB.Execute("UPDATE A SET Col_5=IIF(IsNull(Col_3),0,Col_3)+IIF(IsNull(Col_4),0,Col_4);");
+    for (const Allocation& allocation : kAllocations) PostAllocation(allocation);
+    gDB.Execute(
+        "UPDATE A SET Col_8=IIF(IsNull(Col_5),0,Col_5)-IIF(IsNull(Col_6),0,Col_6)"
+        "-IIF(IsNull(Col_7),0,Col_7);");
+    WriteSubtotal(kCapital);
+    WriteSubtotal(kOtherCapital);
+    WriteSubtotal(kNonCapital);
+    // The other capital related lines carry no adjustment, functional or pooled amount on this
+    // form. Columns 3 and 5 keep the adjustment that was in them.
+    gDB.Execute("UPDATE A SET Col_4=0,Col_7=0,Col_8=0 Where LineNum>3 and LineNum<8;");
+    WriteSubtotal(kTotal);
+}
+
+std::string ValidateCell_A(Currency lineNum, int column) {
+    static const std::string refusal =
+        "The cell you are attempting to input or modify does not accept changes.  Select OK to "
+        "continue.";
+    const std::int64_t whole = lineNum.Whole();
+    if (whole == 3 || whole == 7 || whole == 28 || whole == 99 || whole == 100) return refusal;
+    if (column != 1 && column != 2) return refusal;
+    if (column == 1 && lineNum <= Currency::FromWhole(28)) return refusal;
+    return {};
+}
+
+}  // namespace zolmara

@@ -1,0 +1,234 @@
+#include "worksheets/W_Fx.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "core/Globals.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+#include "worksheets/Build.h"
+#include "worksheets/Rows.h"
+
+namespace zolmara {
+namespace {
+
+using enum FieldType;
+using enum CellKind;
+
+// --- Fields --------------------------------------------------------------------------------
+
+constexpr std::array<std::string_view, 4> kTitles_F = {"Direct", "Functional", "Pooled",
+                                                       "Total|Capital Cost"};
+constexpr std::array<std::string_view, 9> kTitles_F1 = {"Direct",
+                                                        "Functional",
+                                                        "Pooled",
+                                                        "Subtotal|Salaries",
+                                                        "Direct",
+                                                        "Functional",
+                                                        "Pooled",
+                                                        "Subtotal All|Other|Non-Capital",
+                                                        "Total|Non-Capital|Cost"};
+constexpr std::array<std::string_view, 4> kTitles_F2 = {"Direct", "Functional", "Pooled",
+                                                        "Total|Interest|Income"};
+constexpr std::array<std::span<const std::string_view>, 3> kTitles = {kTitles_F, kTitles_F1,
+                                                                      kTitles_F2};
+constexpr std::array<std::string_view, 3> kNumberTitles = {"CCN", "", "Region-|al HO|#"};
+
+std::vector<WorksheetField> MakeFields(std::span<const std::string_view> titles,
+                                       std::string_view numberTitle) {
+    std::vector<WorksheetField> fields = {
+        {"LineNum", dbCurrency, 0, "Line|#", Key},
+        {"Description", dbText, 40, "Component Name", Label},
+        {"Col_0", dbText, 40, std::string(numberTitle), Label},
+    };
+    int number = 0;
+    for (const std::string_view title : titles) {
+        fields.push_back(
+            {fmt::format("Col_{}", ++number), dbDouble, 0, std::string(title), Computed});
+    }
+    return fields;
+}
+
+/// F, F-1 and F-2, each for the three parts.
+std::array<std::array<std::vector<WorksheetField>, 3>, 3> MakeAllFields() {
+    std::array<std::array<std::vector<WorksheetField>, 3>, 3> all;
+    for (std::size_t form = 0; form < 3; ++form) {
+        for (std::size_t part = 0; part < 3; ++part) {
+            all[form][part] = MakeFields(kTitles[form], kNumberTitles[part]);
+        }
+    }
+    return all;
+}
+
+// --- Classes of cost -----------------------------------------------------------------------
+
+enum class CostClass { None, Salaries, Other, Interest };
+
+/// A cost center's code: 100 times its line.
+std::int64_t CodeOf(std::string_view field) {
+    return LineOfColumn(field).Units() * 100 / Currency::kScale;
+}
+
+/// The class of a field of B-1, D or E-1. On E-1 all other pools are one field, Col_7.
+CostClass ClassOf(std::string_view field, bool pooled) {
+    if (pooled && SameText(field, "Col_7")) return CostClass::Other;
+    if (!IsCostCenterColumn(field)) return CostClass::None;
+    const std::int64_t code = CodeOf(field);
+    if (Between<std::int64_t>(code, 800, 999)) return CostClass::Salaries;
+    if (Between<std::int64_t>(code, 2800, 2899)) return CostClass::Interest;
+    return Between<std::int64_t>(code, 1000, 9899) ? CostClass::Other : CostClass::None;
+}
+
+/// A row of a schedule, summed by class.
+struct ClassSums {
+    double Salaries = 0;
+    double Other = 0;
+    double Interest = 0;
+
+    void Add(CostClass kind, double amount) {
+        if (kind == CostClass::Salaries) Salaries += amount;
+        if (kind == CostClass::Other) Other += amount;
+        if (kind == CostClass::Interest) Interest += amount;
+    }
+};
+
+/// Walks a schedule in the order of its lines and hands on each line with its sums.
+template <class Write>
+void SumRows(std::string_view family, char part, const Write& write) {
+    const bool pooled = family == "E1p";
+    const int first = pooled ? 5 : 3;
+    Recordset rows = gDB.OpenRecordset(
+        fmt::format("Select * From {}{} Order By LineNum;", family, part), dbOpenSnapshot);
+    std::vector<CostClass> classes;
+    for (int i = 0; i < rows.FieldCount(); ++i) {
+        classes.push_back(i < first ? CostClass::None : ClassOf(rows.FieldName(i), pooled));
+    }
+    for (; !rows.Eof(); rows.MoveNext()) {
+        ClassSums sums;
+        for (int i = first; i < rows.FieldCount(); ++i) {
+            sums.Add(classes[static_cast<std::size_t>(i)], NumOr(rows[i]));
+        }
+        write(LineOf(rows), sums);
+    }
+}
+
+// --- F -------------------------------------------------------------------------------------
+
+/// How many fields from position 5 on are capital related pools; they stand first on E-1.
+int CapitalPools(const Recordset& rows) {
+    int count = 0;
+    while (5 + count < rows.FieldCount() && IsCostCenterColumn(rows.FieldName(5 + count)) &&
+           CodeOf(rows.FieldName(5 + count)) < 400) {
+        ++count;
+    }
+    return count;
+}
+
+void SumPooledCapital(std::string_view item) {
+    Recordset rows = gDB.OpenRecordset(
+        fmt::format("Select * From E1p{} Order By LineNum;", PartOf(item)), dbOpenSnapshot);
+    const int pools = CapitalPools(rows);
+    const std::string pooled = fmt::format("Update {} Set Col_3=? Where LineNum=?;", item);
+    const std::string total = fmt::format(
+        "UPDATE {} SET Col_4=IIf(IsNull([Col_1]),0,[Col_1])+IIf(IsNull([Col_2]),0,[Col_2])"
+        "+IIf(IsNull([Col_3]),0,[Col_3]) Where LineNum=?;",
+        item);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        double sum = 0;
+        for (int i = 5; i < 5 + pools; ++i) sum += NumOr(rows[i]);
+        gDB.Execute(pooled, {sum, rows[0]});
+        gDB.Execute(total, {rows[0]});
+    }
+}
+
+/// Runs for every part; what the last part's run leaves is the final figure.
+void WriteGrandTotal() {
+    const Recordset sums = gDB.OpenRecordset(
+        "SELECT [Fp1].[Col_1]+[Fp2].[Col_1]+[Fp3].[Col_1] AS C1,"
+        "[Fp1].[Col_2]+[Fp2].[Col_2]+[Fp3].[Col_2] AS C2,"
+        "[Fp1].[Col_3]+[Fp2].[Col_3]+[Fp3].[Col_3] AS C3,"
+        "[Fp1].[Col_4]+[Fp2].[Col_4]+[Fp3].[Col_4] AS C4 "
+        "FROM (Fp1 INNER JOIN Fp2 ON Fp1.LineNum = Fp2.LineNum) INNER JOIN Fp3 ON Fp1.LineNum = "
+        "Fp3.LineNum WHERE (((Fp1.LineNum)=51));",
+        dbOpenSnapshot);
+    if (sums.Eof()) {
+        throw StoreError(StoreError::Kind::Other, "Worksheet F lacks line 51 on one of its parts.");
+    }
+    gDB.Execute("Update Fp3 Set Col_1=?,Col_2=?,Col_3=?,Col_4=? Where LineNum=52;",
+                {NumOr(sums[0]), NumOr(sums[1]), NumOr(sums[2]), NumOr(sums[3])});
+}
+
+}  // namespace
+
+const std::vector<WorksheetField>& Fields_Fx(std::string_view item) {
+    static const auto all = MakeAllFields();
+    const char form = item[1];
+    return all.at(form == '1'   ? 1
+                  : form == '2' ? 2
+                                : 0)
+        .at(static_cast<std::size_t>(PartOf(item) - '1'));
+}
+
+void Build_Fx(std::string_view item) {
+    if (!DropWorksheetTable(item)) return;
+    MakeWorksheetTable(item);
+    MakeWorksheetIndex(item);
+    InsertComponentRows(item);
+    RegisterBuiltWorksheet(item);
+}
+
+void Calc_Fpx(std::string_view item) {
+    const char part = PartOf(item);
+    gDB.Execute(
+        fmt::format("UPDATE Fp{0} INNER JOIN Bp{0} ON Fp{0}.LineNum = Bp{0}.LineNum SET "
+                    "Fp{0}.Col_1 = [Bp{0}].[Col_7];",
+                    part));
+    gDB.Execute(
+        fmt::format("UPDATE Fp{0} INNER JOIN Cp{0} ON Fp{0}.LineNum = Cp{0}.LineNum SET "
+                    "Fp{0}.Col_2 = [Cp{0}].[Col_3];",
+                    part));
+    SumPooledCapital(item);
+    WriteGrandTotal();
+}
+
+void Calc_F1px(std::string_view item) {
+    const char part = PartOf(item);
+    const std::string direct =
+        fmt::format("Update F1p{} Set Col_1=?,Col_5=? Where LineNum=?;", part);
+    const std::string functional =
+        fmt::format("Update F1p{} Set Col_2=?,Col_6=? Where LineNum=?;", part);
+    const std::string pooled = fmt::format(
+        "Update F1p{} Set Col_3=?,Col_4=Col_1+Col_2+?,Col_7=?,Col_8=Col_5+Col_6+?,"
+        "Col_9=Col_1+Col_2+?+Col_5+Col_6 Where LineNum=?;",
+        part);
+    SumRows("B1p", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(direct, {sums.Salaries, sums.Other, line});
+    });
+    SumRows("Dp", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(functional, {sums.Salaries, sums.Other, line});
+    });
+    SumRows("E1p", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(pooled, {sums.Salaries, sums.Salaries, sums.Other, sums.Other,
+                             sums.Salaries + sums.Other, line});
+    });
+}
+
+void Calc_F2px(std::string_view item) {
+    const char part = PartOf(item);
+    const std::string direct = fmt::format("Update F2p{} Set Col_1=? Where LineNum=?;", part);
+    const std::string functional = fmt::format("Update F2p{} Set Col_2=? Where LineNum=?;", part);
+    const std::string pooled =
+        fmt::format("Update F2p{} Set Col_3=?,Col_4=Col_1+Col_2+? Where LineNum=?;", part);
+    SumRows("B1p", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(direct, {sums.Interest, line});
+    });
+    SumRows("Dp", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(functional, {sums.Interest, line});
+    });
+    SumRows("E1p", part, [&](Currency line, const ClassSums& sums) {
+        gDB.Execute(pooled, {sums.Interest, sums.Interest, line});
+    });
+}
+
+}  // namespace zolmara
