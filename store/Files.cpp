@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <sstream>
+#include <iterator>
 #include <system_error>
 
 #include "store/Dao.h"
@@ -106,11 +106,12 @@ void LinkOrCopyFile(const std::string& path, const std::string& name) {
     if (error) CopyWholeFile(path, name);
 }
 
-std::string ReadWholeFile(const std::string& path) {
+std::optional<std::string> ReadWholeFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return file ? content.str() : "";
+    if (!file.is_open()) return std::nullopt;
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (file.bad()) return std::nullopt;
+    return content;
 }
 
 }  // namespace zolmara

@@ -2,6 +2,7 @@
 
 // Whole files: copies that appear complete or not at all.
 
+#include <optional>
 #include <string>
 
 namespace zolmara {
@@ -19,7 +20,7 @@ void WriteWholeFile(const std::string& path, const std::string& content);
 /// Gives a file a second name: a link, or a copy where the folder has no links. StoreError when
 /// neither can be made.
 void LinkOrCopyFile(const std::string& path, const std::string& name);
-/// The content of a file; empty when it cannot be read.
-std::string ReadWholeFile(const std::string& path);
+/// The content of a file; nothing when it cannot be read.
+std::optional<std::string> ReadWholeFile(const std::string& path);
 
 }  // namespace zolmara

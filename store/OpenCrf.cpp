@@ -89,14 +89,6 @@ bool OpenAndCheck() {
     return true;
 }
 
-/// The main window as it stands when no CRF is open.
-void ShowNoCrf() {
-    TheHost().SetCaption(MainCaption());
-    TheHost().ShowWelcome();
-    TheHost().RefreshMenus();
-    TheHost().SetPointer(Pointer::Normal);
-}
-
 void AfterCancelledOpen() {
     if (CrfIsOpen()) {
         TheHost().ShowCrf(gCRFPath);

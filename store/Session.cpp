@@ -29,6 +29,13 @@ void DropCrf() {
     ClearComponentFlags();
 }
 
+void ShowNoCrf() {
+    TheHost().SetCaption(MainCaption());
+    TheHost().ShowWelcome();
+    TheHost().RefreshMenus();
+    TheHost().SetPointer(Pointer::Normal);
+}
+
 void UpgradeCRF() {}
 
 int CloseAllForms(bool keepCostCenterForms) { return TheHost().CloseAllForms(keepCostCenterForms); }

@@ -53,6 +53,9 @@ bool SaveCrfAs(const std::string& path);
 /// Drops the handle and the session values without touching the file: what Exit does.
 void DropCrf();
 
+/// The main window as it stands when no CRF is open.
+void ShowNoCrf();
+
 /// Brings an older CRF up to the present schema; this version of the form has no steps.
 void UpgradeCRF();
 

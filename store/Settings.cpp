@@ -19,10 +19,13 @@ std::string SectionName(const std::string& application, const std::string& secti
     return application + "/" + section;
 }
 
-/// The file as it is now: another copy of the program may have written to it since.
+/// The file as it is now, since another program may have written to it. False for one that is
+/// there and cannot be read.
 bool Load(CSimpleIniA& ini, const std::string& path) {
     ini.SetUnicode();
-    return ini.LoadData(ReadWholeFile(path)) >= 0;
+    if (!FileExists(path)) return true;
+    const std::optional<std::string> content = ReadWholeFile(path);
+    return content && ini.LoadData(*content) >= 0;
 }
 
 fs::path ConfigFolder() {

@@ -41,9 +41,9 @@ void ReadReleaseDates(const std::string& folder) {
 
 void ReadTitlePrefix(const std::string& folder) {
     gTitlePrefix = "Velquist - ";
-    const std::string content = ReadWholeFile((fs::path(folder) / "PrtTitle.txt").string());
-    if (content.empty()) return;
-    const std::string line = content.substr(0, content.find_first_of("\r\n"));
+    const auto content = ReadWholeFile((fs::path(folder) / "PrtTitle.txt").string());
+    if (!content || content->empty()) return;
+    const std::string line = content->substr(0, content->find_first_of("\r\n"));
     gTitlePrefix = IsValidUtf8(line) ? line : FromCodePage1252(line);
 }
 

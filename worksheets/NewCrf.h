@@ -25,12 +25,14 @@ NewCrfField CheckNewCrfFields(NewCrfFields& fields);
 /// digits and "-".
 bool CheckProviderNumOnExit(const std::string& number);
 
-/// New_CRF: asks for the file's name and makes it. False when the user cancelled.
+/// New_CRF: asks for the file's name and makes it. False when the user cancelled, and as
+/// CreateCrf does.
 bool New_CRF(const NewCrfFields& fields);
 
 /// New_CRF behind its dialog: makes the file, in place of one that is there, and leaves it open
-/// as the session's CRF. StoreError when it cannot be made; then there is no file of that name,
-/// and no CRF is open.
-void CreateCrf(const std::string& path, const NewCrfFields& fields);
+/// as the session's CRF. False when the file could not be created, which has been shown;
+/// StoreError when its tables could not be made. In both cases there is then no file of that
+/// name, and no CRF is open.
+bool CreateCrf(const std::string& path, const NewCrfFields& fields);
 
 }  // namespace zolmara
