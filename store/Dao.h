@@ -172,7 +172,7 @@ public:
 
     /// Runs an action statement. `?` stands for the next argument, bound as a value, so that a
     /// quote in a text is a letter of the text; a number in a statement or argument counts in
-    /// its text form of 15 digits. Gives the number of rows met.
+    /// its text form of 15 digits. Gives the number of rows changed.
     int Execute(std::string_view sql, std::initializer_list<Variant> args = {});
     int Execute(std::string_view sql, std::span<const Variant> args);
 
@@ -210,7 +210,7 @@ public:
 private:
     friend class DBEngine;
     friend void RunBatch(Database&, const std::function<void()>&);
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 /// Runs a long operation as one transaction. Whatever way out `work` takes, what it has written

@@ -1,0 +1,128 @@
+#include <fmt/format.h>
+
+#include "core/Globals.h"
+#include "store/DatabaseImpl.h"
+
+namespace zolmara {
+
+int TableDef::FieldIndex(std::string_view name) const {
+    for (std::size_t i = 0; i < Fields.size(); ++i)
+        if (SameText(Fields[i].Name, name)) return static_cast<int>(i);
+    return -1;
+}
+
+namespace {
+
+/// The connection behind a handle that must be open.
+Database::Impl& Need(const std::shared_ptr<Database::Impl>& impl) {
+    if (!impl || impl->Closed)
+        throw StoreError(StoreError::Kind::Other, "no Cost Report File is open");
+    return *impl;
+}
+
+TablePtr NeedTable(Database::Impl& impl, std::string_view name) {
+    if (auto table = impl.Tables.Find(name)) return table;
+    throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
+}
+
+}  // namespace
+
+Database::Database() = default;
+Database::Database(Database&&) noexcept = default;
+Database& Database::operator=(Database&&) noexcept = default;
+Database::~Database() = default;
+
+bool Database::IsOpen() const { return impl_ && !impl_->Closed; }
+
+const std::string& Database::Path() const { return Need(impl_).Path; }
+
+bool Database::IsReadOnly() const { return Need(impl_).ReadOnly; }
+
+void Database::Close() {
+    if (!impl_) return;
+    // Recordsets that are still about keep the connection's memory, not the file.
+    impl_->Closed = true;
+    impl_->RequestsByText.clear();
+    impl_->StatementsByKey.clear();
+    impl_.reset();
+}
+
+int Database::Execute(std::string_view sql, std::initializer_list<Variant> args) {
+    return Execute(sql, std::span<const Variant>(args.begin(), args.size()));
+}
+
+int Database::Execute(std::string_view sql, std::span<const Variant> args) {
+    auto& impl = Need(impl_);
+    const auto request = impl.Ask(sql, false);
+    return impl.Execute(*request, args);
+}
+
+Variant Database::Scalar(std::string_view sql, std::initializer_list<Variant> args) {
+    const auto rows = OpenRecordset(sql, args, dbOpenSnapshot);
+    return rows.Eof() ? Variant() : rows.Value(0);
+}
+
+void Database::RefreshTableDefs() { Need(impl_).Tables.Refresh(); }
+
+std::vector<std::string> Database::TableNames() { return Need(impl_).Tables.Names(); }
+
+bool Database::HasTable(std::string_view name) { return Need(impl_).Tables.Find(name) != nullptr; }
+
+const TableDef& Database::Table(std::string_view name) { return NeedTable(Need(impl_), name)->Def; }
+
+void Database::AppendTable(const TableDef& table) {
+    Need(impl_).RunSchemaChange(CreateTableSql(table), table.Name);
+}
+
+void Database::DeleteTable(std::string_view name) {
+    auto& impl = Need(impl_);
+    const auto table = NeedTable(impl, name);
+    impl.RunSchemaChange("DROP TABLE " + Quoted(table->Def.Name), table->Def.Name);
+}
+
+void Database::AppendField(std::string_view table, const FieldDef& field) {
+    auto& impl = Need(impl_);
+    const auto name = NeedTable(impl, table)->Def.Name;
+    impl.RunSchemaChange(
+        fmt::format("ALTER TABLE {} ADD COLUMN {}", Quoted(name), FieldDeclaration(field)), name);
+}
+
+void Database::DeleteField(std::string_view table, std::string_view field) {
+    auto& impl = Need(impl_);
+    const auto found = NeedTable(impl, table);
+    if (found->Def.FieldIndex(field) < 0)
+        throw StoreError(StoreError::Kind::NoSuchItem,
+                         fmt::format("no such column: {}.{}", table, field));
+    impl.RunSchemaChange(
+        fmt::format("ALTER TABLE {} DROP COLUMN {}", Quoted(found->Def.Name), Quoted(field)),
+        found->Def.Name);
+}
+
+void Database::RenameField(std::string_view table, std::string_view from, std::string_view to) {
+    auto& impl = Need(impl_);
+    const auto found = NeedTable(impl, table);
+    if (found->Def.FieldIndex(from) < 0)
+        throw StoreError(StoreError::Kind::NoSuchItem,
+                         fmt::format("no such column: {}.{}", table, from));
+    impl.RunSchemaChange(fmt::format("ALTER TABLE {} RENAME COLUMN {} TO {}",
+                                     Quoted(found->Def.Name), Quoted(from), Quoted(to)),
+                         found->Def.Name);
+}
+
+bool Database::InBatch() const { return IsOpen() && impl_->BatchDepth > 0; }
+
+std::int64_t Database::CommitCount() const { return Need(impl_).Commits; }
+
+void RunBatch(Database& db, const std::function<void()>& work) {
+    auto impl = db.impl_;
+    Need(impl).BeginBatch();
+    try {
+        work();
+    } catch (...) {
+        impl->EndBatch();
+        throw;
+    }
+    impl->EndBatch();
+}
+
+}  // namespace zolmara

@@ -1,0 +1,137 @@
+#include "store/Sqlite.h"
+
+#include "core/Globals.h"
+
+namespace zolmara {
+namespace {
+
+StoreError::Kind KindOf(int code) {
+    switch (code & 0xff) {
+        case SQLITE_CORRUPT: return StoreError::Kind::Damaged;
+        case SQLITE_NOTADB: return StoreError::Kind::NotADatabase;
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM:
+        case SQLITE_AUTH: return StoreError::Kind::CannotOpen;
+        case SQLITE_READONLY: return StoreError::Kind::ReadOnly;
+        case SQLITE_FULL: return StoreError::Kind::DiskFull;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED: return StoreError::Kind::Locked;
+        case SQLITE_IOERR:
+            return code == SQLITE_IOERR_READ || code == SQLITE_IOERR_SHORT_READ
+                       ? StoreError::Kind::Damaged
+                       : StoreError::Kind::DiskFull;
+        default: return StoreError::Kind::Other;
+    }
+}
+
+}  // namespace
+
+void ThrowSqlite(sqlite3* handle, int code, const std::string& context) {
+    std::string text = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+    if (!context.empty()) text = context + ": " + text;
+    throw StoreError(KindOf(handle ? sqlite3_extended_errcode(handle) : code), text);
+}
+
+void SqliteRun(sqlite3* handle, const std::string& sql, const std::string& context) {
+    const int code = sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) ThrowSqlite(handle, code, context);
+}
+
+SqliteStatement::SqliteStatement(sqlite3* handle, std::string_view sql, bool keep)
+    : handle_(handle) {
+    const int code =
+        sqlite3_prepare_v3(handle, sql.data(), static_cast<int>(sql.size()),
+                           keep ? SQLITE_PREPARE_PERSISTENT : 0, &statement_, nullptr);
+    if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
+}
+
+SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
+    : handle_(other.handle_), statement_(other.statement_) {
+    other.statement_ = nullptr;
+}
+
+SqliteStatement& SqliteStatement::operator=(SqliteStatement&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(statement_, other.statement_);
+    return *this;
+}
+
+SqliteStatement::~SqliteStatement() { sqlite3_finalize(statement_); }
+
+bool SqliteStatement::Step(const std::string& context) {
+    const int code = sqlite3_step(statement_);
+    if (code == SQLITE_ROW) return true;
+    if (code == SQLITE_DONE) return false;
+    try {
+        ThrowSqlite(handle_, code, context);
+    } catch (...) {
+        Reset();
+        throw;
+    }
+}
+
+void SqliteStatement::Reset() { sqlite3_reset(statement_); }
+
+void SqliteStatement::Bind(int position, const Variant& value) {
+    if (value.IsNull()) sqlite3_bind_null(statement_, position);
+    else if (value.IsInteger()) BindInteger(position, value.AsInteger());
+    else if (value.IsNumber()) sqlite3_bind_double(statement_, position, value.Number());
+    else if (value.IsDate()) BindText(position, StoreDateText(value.AsDate()));
+    else BindText(position, value.AsText());
+}
+
+void SqliteStatement::BindText(int position, std::string_view text) {
+    sqlite3_bind_text(statement_, position, text.data(), static_cast<int>(text.size()),
+                      SQLITE_TRANSIENT);
+}
+
+void SqliteStatement::BindInteger(int position, std::int64_t value) {
+    sqlite3_bind_int64(statement_, position, value);
+}
+
+std::string SqliteStatement::Text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+    const auto size = sqlite3_column_bytes(statement_, column);
+    return text ? std::string(text, static_cast<std::size_t>(size)) : std::string();
+}
+
+std::int64_t SqliteStatement::Integer(int column) const {
+    return sqlite3_column_int64(statement_, column);
+}
+
+Variant SqliteStatement::Value(int column) const {
+    switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_NULL: return {};
+        case SQLITE_INTEGER: return Integer(column);
+        case SQLITE_FLOAT: return sqlite3_column_double(statement_, column);
+        default: return Text(column);
+    }
+}
+
+Variant SqliteStatement::Value(int column, FieldType type) const {
+    const int stored = sqlite3_column_type(statement_, column);
+    if (stored == SQLITE_NULL) return {};
+    const bool number = stored == SQLITE_INTEGER || stored == SQLITE_FLOAT;
+    switch (type) {
+        case FieldType::dbDouble:
+            if (number) return sqlite3_column_double(statement_, column);
+            break;
+        case FieldType::dbCurrency:
+            if (number) {
+                const double value = sqlite3_column_double(statement_, column);
+                if (Currency::Holds(value)) return Currency(value);
+            }
+            break;
+        case FieldType::dbInteger:
+            if (number) return Integer(column);
+            break;
+        case FieldType::dbDate:
+            if (const auto date = ParseStoreDate(Text(column))) return *date;
+            break;
+        case FieldType::dbText:
+        case FieldType::dbMemo: return Text(column);
+    }
+    return Value(column);
+}
+
+}  // namespace zolmara
