@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include "store/DatabaseImpl.h"
 #include "store/Salvage.h"

@@ -17,14 +17,14 @@ int CountCommit(void* impl) {
 }
 
 /// A number in a statement counts as its text does.
-Variant ThroughText(const Variant& value) {
+Variant AsWritten(const Variant& value) {
     return value.IsDouble() ? Variant(ThroughText(value.AsDouble())) : value;
 }
 
 Variant AsNumber(const Variant& value) {
     if (value.IsText())
         if (const auto number = ParseNumber(value.AsText())) return *number;
-    return ThroughText(value);
+    return AsWritten(value);
 }
 
 Variant AsCurrency(const Variant& value) {
@@ -57,7 +57,7 @@ void BindAsText(SqliteStatement& statement, int position, const Variant& value, 
 void BindParameter(SqliteStatement& statement, int position, const Variant& value, sql::BindAs how,
                    int size) {
     switch (how) {
-        case sql::BindAs::Plain: return statement.Bind(position, ThroughText(value));
+        case sql::BindAs::Plain: return statement.Bind(position, AsWritten(value));
         case sql::BindAs::Currency: return statement.Bind(position, AsCurrency(value));
         case sql::BindAs::Number: return statement.Bind(position, AsNumber(value));
         case sql::BindAs::Integer: return statement.Bind(position, AsInteger(value));

@@ -300,12 +300,15 @@ SqliteStatement& Recordset::State::Writer() {
 
 void Recordset::State::WriteEdit() {
     Modified = Key();
+    const bool current = RowVersion == *Statement->What.Table->Version;
+    Fetch();
     bool changed = false;
     for (std::size_t i = 0; i < Touched.size() && !changed; ++i) changed = Changed(i);
     if (!changed) return;
     Db->RunWrite(Writer(), Statement->What.Table);
+    // The buffer is the row now, unless a statement wrote to it after Edit.
+    if (!current) return;
     Row.swap(Buffer);
-    RowKey = Key();
     RowVersion = *Statement->What.Table->Version;
 }
 
