@@ -90,6 +90,14 @@ void ReadFirstPage(Connection& connection, const std::string& path) {
     }
 }
 
+/// A program that was killed early leaves a journal with nothing in it, which SQLite would keep
+/// until the next write. Leaving the persistent mode deletes it under the lock that makes sure
+/// that it is nobody's.
+void DropDeadJournal(sqlite3* handle, const std::string& path) {
+    if (!fs::exists(path + "-journal")) return;
+    SqliteRun(handle, "PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;", path);
+}
+
 void SyncPath(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY);
     if (file < 0) Fail(StoreError::Kind::CannotOpen, path, std::strerror(errno));
@@ -197,6 +205,7 @@ Database DBEngine::OpenDatabase(const std::string& path) {
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     ReadFirstPage(connection, path);
+    if (!readOnly) DropDeadJournal(connection.Handle, path);
     SetUp(connection.Handle, path);
     Database database;
     database.impl_ = std::make_shared<Database::Impl>(connection.Handle, path, readOnly);

@@ -262,6 +262,8 @@ void Database::Impl::RequireFields(const TableDef& table, const std::vector<std:
 // --- Batches
 
 void Database::Impl::BeginBatch() {
+    if (ReadOnly)
+        throw StoreError(StoreError::Kind::ReadOnly, Path + ": the file is read-only");
     if (BatchDepth++ > 0) return;
     try {
         SqliteRun(Handle, "BEGIN IMMEDIATE", Path);

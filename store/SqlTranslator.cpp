@@ -521,7 +521,17 @@ private:
             if (item.Descending) list += " DESC";
         }
         if (select.Top) list += TieBreaker(list.empty());
+        if (IsRowByRow(select)) list += list.empty() ? "rowid" : ",rowid";
         return list.empty() ? "" : " ORDER BY " + list;
+    }
+
+    /// Rows of one table come as stored where the statement gives no order of its own; without a
+    /// word SQLite would take whatever index is nearest.
+    bool IsRowByRow(const Select& select) const {
+        if (select.From.size() != 1 || select.Distinct || !select.GroupBy.empty()) return false;
+        return std::none_of(select.Items.begin(), select.Items.end(), [](const SelectItem& item) {
+            return HoldsAggregate(*item.Value);
+        });
     }
 
     /// An item's alias may stand in ORDER BY.

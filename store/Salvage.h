@@ -1,0 +1,32 @@
+#pragma once
+
+// Repair of a damaged Cost Report File.
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace zolmara {
+
+/// What a repair kept and what it could not bring back.
+struct SalvageResult {
+    std::size_t RowsKept = 0;
+    /// One sentence for each thing that is lost, naming the table and, where known, the lines.
+    std::vector<std::string> Losses;
+};
+
+/// Reads the damaged file's pages directly and writes what can be read into a new database file
+/// at `target`, which must not exist. The source is not changed. `prepare` is called with the
+/// new file's connection before anything is written, to give it the text orders that indexes
+/// rely on.
+///
+/// StoreError NotADatabase when the file holds no table of a CRF, CannotOpen when it cannot be
+/// read or the target is there already, DiskFull and the like when the target cannot be written;
+/// no target is left then.
+SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
+                              const std::function<void(sqlite3*)>& prepare = {});
+
+}  // namespace zolmara
