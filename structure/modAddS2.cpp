@@ -1,0 +1,76 @@
+#include "structure/modAddS2.h"
+
+#include <fmt/format.h>
+
+#include "core/Globals.h"
+#include "store/Session.h"
+#include "structure/Renumber.h"
+
+namespace zolmara {
+
+namespace {
+
+constexpr std::string_view kKey = "LineNum";
+constexpr std::string_view kFamilies[] = {"S2p", "Bp",  "B1p", "Cp",  "C1p", "Dp",
+                                          "D1p", "E1p", "Fp",  "F1p", "F2p"};
+
+/// The bound of a whole line that is added is one less on the form's table than on its mirrors.
+constexpr int kAddBoundOnS2 = 49;
+constexpr int kAddBoundOnMirrors = 50;
+constexpr int kDeleteBound = 49;
+
+void RefuseFullGroup(const std::string& table, Currency line) {
+    if (line.IsWhole() || !HasLine(table, kKey, LastOfGroup(line))) return;
+    throw StoreError(StoreError::Kind::Other,
+                     fmt::format("Unable to add line {} to table {}: the lines behind it cannot "
+                                 "move up.",
+                                 NumberText(line), table));
+}
+
+}  // namespace
+
+std::array<std::string, 11> ComponentTables(int part) {
+    std::array<std::string, 11> tables;
+    for (std::size_t i = 0; i < tables.size(); ++i)
+        tables[i] = fmt::format("{}{}", kFamilies[i], part);
+    return tables;
+}
+
+void AddS2Line(Currency line, int part) {
+    const auto tables = ComponentTables(part);
+    RefuseFullGroup(tables.front(), line);
+    RunBatch(gDB, [&] {
+        for (const auto& table : tables)
+            OpenGap(table, kKey, line,
+                    table == tables.front() ? kAddBoundOnS2 : kAddBoundOnMirrors);
+        for (const auto& table : tables)
+            gDB.Execute(fmt::format("Insert Into {} (LineNum) Values(?);", table), {line});
+    });
+}
+
+LineResult DeleteS2Line(Currency line, int part) {
+    const auto tables = ComponentTables(part);
+    if (!HasLine(tables.front(), kKey, line)) return LineResult::NoSuchLine;
+    RunBatch(gDB, [&] {
+        for (const auto& table : tables)
+            gDB.Execute(fmt::format("Delete * From {} Where LineNum=?;", table), {line});
+        const auto step = ClosingStep(line, KeyBehind(tables.front(), kKey, line));
+        for (const auto& table : tables) CloseGap(table, kKey, line, step, kDeleteBound);
+    });
+    return LineResult::Done;
+}
+
+void RenameS2Line(Currency line, int part, std::string_view name, std::string_view ccn) {
+    const auto tables = ComponentTables(part);
+    RunBatch(gDB, [&] {
+        gDB.Execute(fmt::format("UPDATE {} SET Col_1=?,Col_2=? Where LineNum=?;", tables.front()),
+                    {name, ccn, line});
+        for (const auto& table : tables)
+            if (table != tables.front())
+                gDB.Execute(
+                    fmt::format("UPDATE {} SET Description=?,Col_0=? Where LineNum=?;", table),
+                    {name, ccn, line});
+    });
+}
+
+}  // namespace zolmara
