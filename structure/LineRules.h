@@ -41,8 +41,7 @@ const LineRules* FindLineRules(std::string_view item, Currency line);
 /// True where the worksheet has the line and its editor shows it.
 bool IsShownLine(const LineRules& rules, Currency line);
 
-/// The first line of G-1's second section of free lines and the line behind it.
+/// The first line of the second section of free lines of G-1.
 inline constexpr int kOtherExpenses = 16;
-inline constexpr int kOtherExpensesEnd = 21;
 
 }  // namespace zolmara

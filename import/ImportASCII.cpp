@@ -1,0 +1,231 @@
+#include "import/ImportASCII.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "import/Loaders.h"
+#include "import/Staging.h"
+#include "import/TextFile.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+
+namespace zolmara {
+
+bool ImportErrorFlag = false;
+
+namespace {
+
+struct Loader {
+    std::string_view WorkSheet;
+    void (*Load)();
+    void (*LoadPart)(int) = nullptr;
+    int Part = 0;
+
+    void Run() const {
+        if (Load != nullptr)
+            Load();
+        else
+            LoadPart(Part);
+    }
+};
+
+// clang-format off
+/// Cost centers and components come first, since the rows of the others refer to them.
+constexpr Loader kStructureLoaders[] = {
+    {"COSTCENTER", Load_CostCenter}, {"S1P1", Load_S1p1}, {"S1P2", Load_S1p2},
+    {"S2P1", nullptr, Load_S2px, 1}, {"S2P2", nullptr, Load_S2px, 2}, {"S2P3", nullptr, Load_S2px, 3},
+};
+constexpr Loader kLoaders[] = {
+    {"A", Load_A}, {"A6", Load_A6}, {"A7P1", Load_A7p1}, {"A7P2", Load_A7p2}, {"A8", Load_A8},
+    {"A81P1", Load_A81p1}, {"A81P2", Load_A81p2},
+    {"BP1", nullptr, Load_Bpx, 1}, {"BP2", nullptr, Load_Bpx, 2}, {"BP3", nullptr, Load_Bpx, 3},
+    {"B1P1", nullptr, Load_B1px, 1}, {"B1P2", nullptr, Load_B1px, 2}, {"B1P3", nullptr, Load_B1px, 3},
+    {"C1P1", nullptr, Load_C1px, 1}, {"C1P2", nullptr, Load_C1px, 2}, {"C1P3", nullptr, Load_C1px, 3},
+    {"D1P1", nullptr, Load_D1px, 1}, {"D1P2", nullptr, Load_D1px, 2}, {"D1P3", nullptr, Load_D1px, 3},
+    {"E1P1", nullptr, Load_E1px, 1}, {"E1P2", nullptr, Load_E1px, 2}, {"E1P3", nullptr, Load_E1px, 3},
+    {"G", Load_G}, {"G1", Load_G1},
+};
+// clang-format on
+
+constexpr std::string_view kIsStructure =
+    "(ucase([WorkSheet]) = 'COSTCENTER' Or Ucase(Left([WorkSheet],1))='S')";
+
+/// The main window as it is while an import runs, put right again on every way out.
+class ImportView {
+public:
+    explicit ImportView(const std::string& path) {
+        TheHost().SetPointer(Pointer::Hourglass);
+        TheHost().EnableMain(false);
+        TheHost().ShowCalcMsg(path + " Import ASCII: ");
+    }
+    ~ImportView() {
+        TheHost().HideCalcMsg();
+        TheHost().SetPointer(Pointer::Normal);
+        TheHost().EnableMain(true);
+    }
+    ImportView(const ImportView&) = delete;
+    ImportView& operator=(const ImportView&) = delete;
+};
+
+/// Messages of the structure's procedures go to the log while an import runs.
+class ImportLog {
+public:
+    ImportLog() { ClearLog("I"); }
+    ~ImportLog() { gLogType.clear(); }
+    ImportLog(const ImportLog&) = delete;
+    ImportLog& operator=(const ImportLog&) = delete;
+};
+
+void PrepareErrors() {
+    if (!TableExists("Error", false)) Build_Error();
+    ClearErrors();
+}
+
+void Report(std::string_view text, std::string_view echo) {
+    AddErrorRow("Read", "", ReadMessage(text, echo));
+    ImportErrorFlag = true;
+}
+
+/// Stages a line. True where a fraction on a schedule calls the whole load off; that message
+/// alone leaves ImportErrorFlag as it is.
+bool StageLine(Staging& staging, const ImportLine& line) {
+    if (line.Skip) return false;
+    if (!line.Complaint.empty()) {
+        Report(line.Complaint, line.Echo);
+        return false;
+    }
+    const bool broken = MustBeWhole(line);
+    if (broken)
+        AddErrorRow("Read", "",
+                    ReadMessage("The following line must be a whole number: ", line.Echo));
+    if (!staging.Add(line)) Report(kContentsTooLong, line.Echo);
+    return broken;
+}
+
+constexpr int kLinesPerStep = 1000;
+
+/// Reads the file into the staging table. False when the load is called off.
+bool ReadFile(TextFile& file) {
+    Staging staging;
+    std::string line;
+    bool failed = false;
+    for (int count = 1; file.NextLine(line); ++count) {
+        failed |= StageLine(staging, ParseImportLine(line));
+        if (count % kLinesPerStep == 0) TheHost().ShowProgress(file.PartRead() / 2);
+    }
+    return !failed;
+}
+
+std::vector<std::string> StagedWorkSheets(std::string_view condition) {
+    std::vector<std::string> names;
+    auto rows = gDB.OpenRecordset(
+        fmt::format("Select Distinct ucase([WorkSheet]) As WS From ImportASCII Where {};",
+                    condition),
+        dbOpenSnapshot);
+    for (; !rows.Eof(); rows.MoveNext()) names.push_back(StrOr(rows[0]));
+    return names;
+}
+
+const Loader* FindLoader(std::span<const Loader> loaders, std::string_view name) {
+    for (const auto& loader : loaders)
+        if (loader.WorkSheet == name) return &loader;
+    return nullptr;
+}
+
+void LoadStructure() {
+    for (const auto& name : StagedWorkSheets(kIsStructure))
+        if (const auto* loader = FindLoader(kStructureLoaders, name)) loader->Run();
+}
+
+void LoadWorkSheet(const std::string& name) {
+    TheHost().ShowCalcMsg(" Import ASCII: Loading Table A");
+    if (const auto* loader = FindLoader(kLoaders, name)) return loader->Run();
+    AddErrorRow("Load", "",
+                fmt::format("Table {} is not currently supported for ASCII import", name));
+    ImportErrorFlag = true;
+}
+
+void LoadWorkSheets() {
+    const auto names = StagedWorkSheets(fmt::format("NOT {}", kIsStructure));
+    double done = 0;
+    for (const auto& name : names) {
+        LoadWorkSheet(name);
+        done += 1;
+        TheHost().ShowProgress(0.5 + 0.5 * done / static_cast<double>(names.size()));
+        TheHost().DoEvents();
+    }
+}
+
+/// True when there is nothing but the closing message.
+bool LoadStagedRows() {
+    LoadStructure();
+    LoadWorkSheets();
+    if (ImportErrorFlag) return false;
+    AddErrorRow("", "",
+                "Import complete, no errors found.  Please verify the imported data for accuracy.");
+    return true;
+}
+
+/// False when the staging table could not be made.
+bool RunImport(const std::string& path, TextFile& file, bool& clean) {
+    ImportLog log;
+    if (!PrepareStaging()) return false;
+    ImportView view(path);
+    PrepareErrors();
+    clean = ReadFile(file) && LoadStagedRows();
+    return true;
+}
+
+std::string StartOfDialog() {
+    auto start = TheHost().GetSetting(std::string(kProductName), "Startup", "ASCIIFiles", "None");
+    if (start.ends_with('\\') || start.ends_with('/')) start.pop_back();
+    if (start == "None") start = TheHost().ProgramFolder();
+    return fmt::format("{}{}*.Txt", start,
+                       static_cast<char>(std::filesystem::path::preferred_separator));
+}
+
+}  // namespace
+
+bool ImportAsciiFile(const std::string& path) {
+    TextFile file(path);
+    bool clean = false;
+    bool ran = false;
+    RunBatch(gDB, [&] { ran = RunImport(path, file, clean); });
+    if (!ran) return false;
+    TheHost().RefreshOpenForms("");
+    TheHost().ShowErrors("Import Messages");
+    return clean;
+}
+
+void ImportASCII() {
+    const auto path = TheHost().ChooseFile({.Save = false,
+                                            .Title = "Import ASCII file",
+                                            .FileName = StartOfDialog(),
+                                            .DefaultExt = ".Txt",
+                                            .Filter = "Cost Report Files (*.Txt)|*.Txt",
+                                            .FilterIndex = 1,
+                                            .Flags = 4100});
+    if (!path) return;
+    RememberFolder("ASCIIFiles", FolderOf(*path));
+    ImportAsciiFile(*path);
+}
+
+void mnuReportImportASCII() {
+    if (!gDebug) {
+        TheHost().EnableMenu("mnuReportSubmit", false);
+        const int answer = TheHost().MsgBox(
+            "Before Importing - Make sure the columns are wide enough so that data values are "
+            "separated by at least one blank space. Format the amount column as numeric, in whole "
+            "dollars and without commas. If this is not done, a settlement difference can occur "
+            "resulting in a CMS rejection. Continue?",
+            kYesNo | kDefaultButton2, "Continue?");
+        if (answer != kYes) return;
+    }
+    ImportASCII();
+}
+
+}  // namespace zolmara

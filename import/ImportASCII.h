@@ -1,0 +1,24 @@
+#pragma once
+
+// ASCII import: fills worksheets of the open CRF from a text file of one cell a line. What is
+// found wrong stands in table Error.
+
+#include <string>
+
+namespace zolmara {
+
+/// Set by every message about a bad line or row, and never cleared while the program runs; it
+/// keeps the closing message back.
+extern bool ImportErrorFlag;
+
+/// Imports a file into the open CRF as one batch. True when there is nothing but the closing
+/// message to read. StoreError::CannotOpen, with nothing changed, when the file cannot be read.
+bool ImportAsciiFile(const std::string& path);
+
+/// Lets the user choose the file and imports it.
+void ImportASCII();
+
+/// The menu command, with its question ahead unless the developer flag is set.
+void mnuReportImportASCII();
+
+}  // namespace zolmara

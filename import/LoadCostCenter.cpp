@@ -1,0 +1,62 @@
+// The loader of the cost center structure, which creates the cost centers that it names.
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "import/LoaderTools.h"
+#include "import/Loaders.h"
+#include "structure/AddDeleteCC.h"
+
+namespace zolmara {
+
+namespace {
+
+constexpr Range kRows[] = {{1, 2}, {4, 6}, {8, 98}};  ///< of whole parts
+constexpr Range kNoBasis = {3, 7.9999};               ///< rows without statistic labels
+constexpr Currency kNameColumn = {};
+constexpr Currency kCodeColumn = Currency::FromWhole(6);
+constexpr Currency kFirstWithoutCode = Currency::FromWhole(3);
+constexpr Range kLabelColumns[] = {{4, 4}, {5, 5}};
+
+std::string BrokenRule(const SourceRow& row) {
+    if (!InAny(kRows, Currency::FromWhole(row.Row.Whole())))
+        return "CostCenter only allows rows 1, 2, 4, 6, 8-98 and their subscripts: ";
+    if (InAny(kLabelColumns, row.Col) && InAny(std::span(&kNoBasis, 1), row.Row))
+        return "CostCenter only allows column 4 and 5 on rows 1-2.99 and 8-98.99: ";
+    if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode)
+        return "CostCenter only allows column 6 on rows 1-2.99: ";
+    return {};
+}
+
+/// Creates a cost center. One that cannot be made is told by the caller.
+bool Create(TargetRow& target, Currency line) {
+    try {
+        if (!AddCostCenter(line)) return false;
+    } catch (const StoreError& error) {
+        if (error.IsFileError()) throw;
+        return false;
+    }
+    TheHost().DoEvents();
+    return target.Refind(line);
+}
+
+std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
+    if (auto rule = BrokenRule(row); !rule.empty()) return rule;
+    if (!target.GoTo(row.Row)) {
+        if (row.Col != kNameColumn)
+            return "CostCenter must create new cost centers with column 0: ";
+        if (!Create(target, row.Row)) return "CostCenter was unable to create cost center : ";
+    }
+    target.Set(Ordinal(row.Col, 1), row.Contents);
+    if (row.Col == kNameColumn) CarryCostCenterName(row.Row, row.Contents);
+    return {};
+}
+
+}  // namespace
+
+void Load_CostCenter() {
+    TargetRow target("CostCenters", "LineNum");
+    LoadRows("CostCenter", target,
+             [&](const SourceRow& row) { return LoadOneCostCenter(target, row); });
+}
+
+}  // namespace zolmara

@@ -1,0 +1,75 @@
+// Loaders of the keyed allocation schedules: B, B-1, C-1, D-1 and E-1.
+
+#include <fmt/format.h>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "import/LoaderTools.h"
+#include "import/Loaders.h"
+#include "store/CoreTables.h"
+
+namespace zolmara {
+
+namespace {
+
+struct Schedule {
+    std::string_view Family;
+    Range Columns;
+    std::string_view ColumnList;
+    bool TakesCost;  ///< line 53 of part 3, the cost to be allocated
+    int Field;       ///< position of the one field; 0 for the cost center's column
+};
+
+constexpr Schedule kB = {"Bp", {1, 6}, "columns 1-6", false, 0};
+constexpr Schedule kB1 = {"B1p", {8, 98.99}, "columns 8-98.99", false, 0};
+constexpr Schedule kC1 = {"C1p", {1, 2.99}, "columns 1-2.99", true, 0};
+constexpr Schedule kD1 = {"D1p", {8, 99}, "columns 8-99", true, 0};
+constexpr Schedule kE1 = {"E1p", {1, 1}, "column 1", true, 3};
+
+constexpr Range kComponents = {1, 50.99};
+constexpr Currency kCostLine = Currency::FromWhole(53);
+
+bool InRange(const Range& range, Currency value) { return InAny(std::span(&range, 1), value); }
+
+/// Both tests are made, so that a row may give two messages.
+bool PassesRules(const Schedule& schedule, const std::string& item, int part,
+                 const SourceRow& row) {
+    bool passes = true;
+    auto fail = [&](std::string_view rule) {
+        Complain(item, row, fmt::format("Table {} only allows {}: ", item, rule));
+        passes = false;
+    };
+    if (!InRange(schedule.Columns, row.Col)) fail(schedule.ColumnList);
+    const bool isCost = schedule.TakesCost && part == 3 && row.Row == kCostLine;
+    if (!InRange(kComponents, row.Row) && !isCost) fail("rows 1-50.99");
+    return passes;
+}
+
+int FieldOf(const Schedule& schedule, const TargetRow& target, Currency column) {
+    if (schedule.Field != 0) return schedule.Field;
+    const bool isLine = column.Units() % kSubscriptStep.Units() == 0;
+    return isLine ? target.FieldIndex(CostCenterColumn(column)) : -1;
+}
+
+void LoadSchedule(const Schedule& schedule, int part) {
+    const auto item = fmt::format("{}{}", schedule.Family, part);
+    TargetRow target(item, "LineNum");
+    LoadRows(item, target, [&](const SourceRow& row) -> std::string {
+        if (!PassesRules(schedule, item, part, row)) return {};
+        if (!target.GoTo(row.Row))
+            return fmt::format("Table {} line {} doesn't exist: ", item, NumberText(row.Row));
+        target.Set(FieldOf(schedule, target, row.Col), row.Contents);
+        return {};
+    });
+    TheHost().RefreshOpenForms("");
+}
+
+}  // namespace
+
+void Load_Bpx(int part) { LoadSchedule(kB, part); }
+void Load_B1px(int part) { LoadSchedule(kB1, part); }
+void Load_C1px(int part) { LoadSchedule(kC1, part); }
+void Load_D1px(int part) { LoadSchedule(kD1, part); }
+void Load_E1px(int part) { LoadSchedule(kE1, part); }
+
+}  // namespace zolmara

@@ -1,0 +1,101 @@
+#include "import/LoaderTools.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "import/ImportASCII.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+
+namespace zolmara {
+
+std::vector<SourceRow> SourceRows(std::string_view sheet) {
+    std::vector<SourceRow> rows;
+    auto source = gDB.OpenRecordset(
+        "SELECT Row, Col, Contents From ImportASCII Where UCase([WorkSheet]) = ? ORDER BY Row, "
+        "Col;",
+        {UCase(sheet)}, dbOpenSnapshot);
+    for (; !source.Eof(); source.MoveNext())
+        rows.push_back({CurOr(source[0]), CurOr(source[1]), StrOr(source[2])});
+    return rows;
+}
+
+void Complain(std::string_view sheet, const SourceRow& row, std::string_view text) {
+    AddErrorRow(sheet, "",
+                fmt::format("{}\n\r{}, {}, {}, \"{}\"", text, sheet, NumberText(row.Row),
+                            NumberText(row.Col), row.Contents));
+    ImportErrorFlag = true;
+}
+
+TargetRow::TargetRow(std::string_view table, std::string_view key, std::string_view where)
+    : table_(table),
+      key_(key),
+      select_(fmt::format("SELECT * From {} Where {}{}=?;", table,
+                          where.empty() ? "" : fmt::format("({}) And ", where), key)) {}
+
+bool TargetRow::GoTo(Currency line) {
+    if (line_ == line) return true;
+    Store();
+    return Refind(line);
+}
+
+bool TargetRow::Refind(Currency line) {
+    row_ = gDB.OpenRecordset(select_, {line});
+    line_.reset();
+    if (row_->Eof()) return false;
+    line_ = line;
+    return true;
+}
+
+void TargetRow::GoToOrAdd(Currency line) {
+    if (GoTo(line)) return;
+    row_->AddNew();
+    row_->Set(key_, line);
+    row_->Update();
+    Refind(line);
+}
+
+void TargetRow::Set(int field, const Variant& value) {
+    if (field < 0 || field >= row_->FieldCount())
+        throw StoreError(StoreError::Kind::NoSuchItem,
+                         fmt::format("Table {} has no such column.", table_));
+    if (!row_->Editing()) row_->Edit();
+    row_->Set(field, value);
+}
+
+void TargetRow::Set(std::string_view field, const Variant& value) {
+    Set(row_->FieldIndex(field), value);
+}
+
+void TargetRow::Store() {
+    if (Editing()) row_->Update();
+}
+
+int Ordinal(Currency column, int offset) {
+    return column.IsWhole() ? static_cast<int>(column.Whole()) + offset : -1;
+}
+
+bool InAny(std::span<const Range> ranges, Currency value) {
+    return std::any_of(ranges.begin(), ranges.end(), [&](const Range& range) {
+        return Between(value.ToDouble(), range.Low, range.High);
+    });
+}
+
+void LoadRows(std::string_view sheet, TargetRow& target, const LoadOne& loadOne) {
+    for (const auto& row : SourceRows(sheet)) {
+        try {
+            const auto complaint = loadOne(row);
+            if (!complaint.empty()) Complain(sheet, row, complaint);
+        } catch (const StoreError& error) {
+            if (error.IsFileError()) throw;
+            Complain(sheet, row, "Conversion error: ");
+        }
+        TheHost().DoEvents();
+    }
+    target.Store();
+}
+
+}  // namespace zolmara

@@ -1,0 +1,117 @@
+// The fields of an import line and the checks that need no other line.
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <optional>
+
+#include "core/Globals.h"
+#include "import/Staging.h"
+
+namespace zolmara {
+
+namespace {
+
+constexpr std::string_view kNoRow = "The Row specification is missing from ASCII Import line: ";
+constexpr std::string_view kNoColumn =
+    "The Column specification is missing from ASCII Import line: ";
+constexpr std::string_view kNoContents = "The Contents value is missing from ASCII Import line: ";
+constexpr std::string_view kBadContents =
+    "The Contents value has invalid characters, no commas or '$' from ASCII Import line: ";
+constexpr std::string_view kBadColumn = "The column number is illegal for: ";
+constexpr std::string_view kBadRow = "The row number is illegal for: ";
+constexpr std::string_view kNameTooLong =
+    "The WorkSheet name is longer than 20 characters in ASCII Import line: ";
+constexpr std::string_view kNoText = "There are characters that are no text in ASCII Import line: ";
+
+constexpr std::size_t kMaxName = 20;
+constexpr std::size_t kMaxContents = 255;
+constexpr std::size_t kMaxEcho = 255;
+constexpr Currency kMaxColumn = Currency::FromWhole(110);
+
+/// Takes the text before the next TAB off the rest; nothing when no TAB follows.
+std::optional<std::string_view> NextField(std::string_view& rest) {
+    const auto tab = rest.find('\t');
+    if (tab == std::string_view::npos) return std::nullopt;
+    const auto field = rest.substr(0, tab);
+    rest = LTrim(rest.substr(tab + 1));
+    return field;
+}
+
+std::optional<Currency> FixedPoint(std::string_view text) {
+    const double value = Val(text);
+    return Currency::Holds(value) ? std::optional(Currency(value)) : std::nullopt;
+}
+
+/// Quoted contents end at the next quote and may hold anything, others at the next TAB.
+std::string_view TakeContents(ImportLine& line, std::string_view rest) {
+    if (rest.starts_with('"')) {
+        const auto text = rest.substr(1);
+        line.Contents = text.substr(0, text.find('"'));
+        return {};
+    }
+    line.Contents = rest.substr(0, rest.find('\t'));
+    return line.Contents.find_first_of("$,") == std::string::npos ? std::string_view()
+                                                                  : kBadContents;
+}
+
+std::string_view TakeCell(ImportLine& line, std::string_view columnText, std::string_view rest) {
+    const auto column = FixedPoint(columnText);
+    if (!column) return kBadColumn;
+    line.Col = *column;
+    line.Echo =
+        fmt::format("{}, {}, {}", line.WorkSheet, NumberText(line.Row), NumberText(line.Col));
+    if (const auto complaint = TakeContents(line, rest); !complaint.empty()) return complaint;
+    if (!Between(line.Col, Currency(), kMaxColumn)) return kBadColumn;
+    return TextLength(line.Contents) > kMaxContents ? kContentsTooLong : std::string_view();
+}
+
+/// Reads the fields of a trimmed line. Gives the complaint, empty when all is well.
+std::string_view TakeFields(ImportLine& line, std::string_view rest) {
+    if (rest.find('\0') != std::string_view::npos) return kNoText;
+    const auto sheet = NextField(rest);
+    if (!sheet) return kNoRow;
+    line.WorkSheet = Trim(*sheet);
+    const auto rowText = NextField(rest);
+    if (!rowText || line.WorkSheet.empty()) return kNoColumn;
+    if (TextLength(line.WorkSheet) > kMaxName) return kNameTooLong;
+    const auto row = FixedPoint(*rowText);
+    if (!row) return kBadRow;
+    line.Row = *row;
+    const auto columnText = NextField(rest);
+    return columnText ? TakeCell(line, *columnText, rest) : kNoContents;
+}
+
+constexpr std::string_view kWholeNumberSheets[] = {"E1p", "D1p", "C1p", "B1p", "Bp"};
+
+}  // namespace
+
+ImportLine ParseImportLine(std::string_view text) {
+    ImportLine line;
+    const auto trimmed = Trim(text);
+    line.Skip = trimmed.empty() || trimmed == "#VALUE!";
+    if (line.Skip) return line;
+    line.Echo = text;
+    line.Complaint = TakeFields(line, trimmed);
+    return line;
+}
+
+bool MustBeWhole(const ImportLine& line) {
+    const auto sheet = std::string_view(line.WorkSheet).substr(0, line.WorkSheet.find('t'));
+    for (auto prefix : kWholeNumberSheets) {
+        if (!sheet.starts_with(prefix)) continue;
+        const auto value = ParseNumber(line.Contents);
+        return value && *value != std::trunc(*value);
+    }
+    return false;
+}
+
+std::string ReadMessage(std::string_view text, std::string_view echo) {
+    const auto shown = LeftText(echo, kMaxEcho);
+    auto message = fmt::format("{}\n\r{}{}", text, shown, shown.size() < echo.size() ? "..." : "");
+    for (auto& c : message)
+        if (c == '\0') c = ' ';
+    return message;
+}
+
+}  // namespace zolmara
