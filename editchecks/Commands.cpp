@@ -1,0 +1,34 @@
+// The commands of the main window that end in the edit checks.
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "editchecks/modEditChecks.h"
+
+namespace zolmara {
+namespace {
+
+void EndCalculate(bool mayBuild) {
+    TheHost().EnableMenu("mnuReportSubmit", mayBuild || gDebug);
+    TheHost().EnableMenu("mnuReportCalculate", true);
+}
+
+}  // namespace
+
+std::int16_t mnuReportCalculate(void (*calcAll)()) {
+    TheHost().EnableMenu("mnuReportCalculate", false);
+    try {
+        // Its rows are about to be rewritten.
+        if (TheHost().FormIsOpen("frmViewError")) TheHost().UnloadForm("frmViewError");
+        calcAll();
+        Run_EditChecks();
+    } catch (...) {
+        EndCalculate(false);
+        throw;
+    }
+    EndCalculate(gEditLevel != kNonFatalLevel);
+    return gEditLevel;
+}
+
+std::int16_t mnuReportEditCheck() { return Run_EditChecks(); }
+
+}  // namespace zolmara
