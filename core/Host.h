@@ -88,6 +88,7 @@ public:
     virtual void RefreshWorksheetForm(const std::string& /*mode*/, const std::string& /*item*/) {}
     virtual bool FormIsOpen(const std::string& /*name*/) { return false; }
     virtual void SetGrd(const std::string& /*form*/) {}
+    virtual void UnloadForm(const std::string& /*name*/) {}
     /// Shows the findings in frmViewError under the given caption.
     virtual void ShowErrors(const std::string& /*caption*/) {}
 

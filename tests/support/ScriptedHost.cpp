@@ -150,6 +150,11 @@ bool ScriptedHost::FormIsOpen(const std::string& name) { return OpenForms.count(
 
 void ScriptedHost::SetGrd(const std::string& form) { Record("SetGrd", form); }
 
+void ScriptedHost::UnloadForm(const std::string& name) {
+    Record("UnloadForm", name);
+    OpenForms.erase(name);
+}
+
 void ScriptedHost::ShowErrors(const std::string& caption) { Record("ShowErrors", caption); }
 
 DateTime ScriptedHost::Now() { return Clock; }

@@ -95,6 +95,7 @@ public:
     void RefreshWorksheetForm(const std::string& mode, const std::string& item) override;
     bool FormIsOpen(const std::string& name) override;
     void SetGrd(const std::string& form) override;
+    void UnloadForm(const std::string& name) override;
     void ShowErrors(const std::string& caption) override;
     DateTime Now() override;
     std::string GetSetting(const std::string& application, const std::string& section,
