@@ -1,0 +1,65 @@
+#pragma once
+
+// Who stands in front of the engine when there is no window: message boxes become lines of
+// standard error, questions are answered by rule, file dialogs by the command line.
+
+#include <optional>
+#include <string>
+
+#include "core/Host.h"
+#include "store/Settings.h"
+
+namespace zolmara::cli {
+
+/// How questions are answered.
+enum class Answers { Default, Yes, No };
+
+class CliHost : public Host {
+public:
+    struct Options {
+        bool Quiet = false;
+        Answers Answer = Answers::Default;
+        std::string SettingsPath;  ///< empty for the user's own file
+    };
+
+    CliHost();
+    ~CliHost() override;
+
+    void SetOptions(const Options& options);
+    /// The path that the next file dialog gives.
+    void AnswerFile(const std::string& path) { file_ = path; }
+    /// Message boxes shown so far; answered questions do not count.
+    int MessageCount() const { return messages_; }
+    /// Takes the progress bar off the screen.
+    void ClearProgress();
+
+    int MsgBox(const std::string& text, int style, const std::string& title) override;
+    void ShowCalcMsg(const std::string& text) override;
+    void HideCalcMsg() override;
+    void ShowProgress(double part) override;
+    std::optional<std::string> ChooseFile(const FileDialog& dialog) override;
+    DateTime Now() override;
+    std::string GetSetting(const std::string& application, const std::string& section,
+                           const std::string& key, const std::string& fallback) override;
+    void SaveSetting(const std::string& application, const std::string& section,
+                     const std::string& key, const std::string& value) override;
+    std::string ProgramFolder() override;
+
+private:
+    int AnswerOf(int style) const;
+    void DrawProgress();
+
+    Options options_;
+    Settings settings_;
+    std::optional<std::string> file_;
+    int messages_ = 0;
+    bool terminal_ = false;
+    bool barShown_ = false;
+    double part_ = 0;
+    std::string status_;
+};
+
+/// The host of this run.
+CliHost& TheCliHost();
+
+}  // namespace zolmara::cli

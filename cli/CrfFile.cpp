@@ -1,0 +1,45 @@
+#include "cli/CrfFile.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "core/Globals.h"
+#include "store/Session.h"
+
+namespace zolmara::cli {
+
+std::string FullPath(const std::string& path) {
+    std::error_code error;
+    const auto full = std::filesystem::absolute(path, error);
+    return error ? path : full.lexically_normal().string();
+}
+
+bool OpenFile(const Inputs& inputs) {
+    if (inputs.Text("FILE").empty()) throw CommandLineError{"FILE must not be empty"};
+    return OpenCrf(FullPath(inputs.Text("FILE")));
+}
+
+std::string TableNamed(const std::string& item) {
+    if (!gDB.HasTable(item))
+        throw std::runtime_error(fmt::format("There is no table {} in {}", item, gCRFPath));
+    return gDB.Table(item).Name;
+}
+
+std::string KeyOf(const std::string& table) {
+    const std::string& first = gDB.Table(table).Fields.front().Name;
+    if (!SameText(first, "LineNum") && !SameText(first, "SeqNum"))
+        throw std::runtime_error(fmt::format("Table {} has no line numbers", table));
+    return first;
+}
+
+Currency LineOf(const std::string& text) {
+    const auto number = ParseNumber(text);
+    if (!number || !Currency::Holds(*number))
+        throw CommandLineError{fmt::format("LINE must be a line number such as 4 or 4.01, not {}",
+                                           text.empty() ? "empty" : text)};
+    return Currency(*number);
+}
+
+}  // namespace zolmara::cli

@@ -1,0 +1,35 @@
+#pragma once
+
+// What the commands on a Cost Report File have in common.
+
+#include <string>
+#include <string_view>
+
+#include "cli/Command.h"
+#include "core/Currency.h"
+
+namespace zolmara::cli {
+
+/// FILE, the first argument of every command on a CRF.
+inline constexpr Argument kFileArgument{"FILE", ArgumentKind::Required,
+                                        "The Cost Report File (CRF)"};
+inline constexpr Argument kItemArgument{"ITEM", ArgumentKind::Required,
+                                        "A table of the CRF: A, A6, Bp1, CostCenters, ..."};
+
+/// The path in full, so that its folder is known whatever the working folder is.
+std::string FullPath(const std::string& path);
+
+/// Opens FILE by the rules of opening. False when it was refused and the reason shown.
+/// StoreError when it is no database or cannot be read.
+bool OpenFile(const Inputs& inputs);
+
+/// The table's name as the open CRF spells it. An error naming table and file when there is none.
+std::string TableNamed(const std::string& item);
+
+/// The name of the table's line number field, its first: "LineNum" or "SeqNum".
+std::string KeyOf(const std::string& table);
+
+/// A line number from the command line, such as 4 or 4.01.
+Currency LineOf(const std::string& text);
+
+}  // namespace zolmara::cli
