@@ -55,12 +55,14 @@ std::string MapCase(std::string_view text, char (*ascii)(char), char32_t (*other
     return result;
 }
 
-/// The next character without its case. A byte that is no character sorts behind all of them.
+/// The next character without its case: forms of one letter that share a capital are the same,
+/// so that texts are equal wherever their upper cases are. A byte that is no character sorts behind
+/// all of them.
 char32_t NextFolded(std::string_view text, std::size_t& at) {
     if (IsAscii(text[at])) return static_cast<unsigned char>(LowerAscii(text[at++]));
     const auto byte = static_cast<unsigned char>(text[at]);
     const char32_t character = DecodeUtf8(text, at);
-    return character == kBadByte ? 0x110000u + byte : LowerOf(character);
+    return character == kBadByte ? 0x110000u + byte : LowerOf(UpperOf(character));
 }
 
 bool StartsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0u) != 0x80; }

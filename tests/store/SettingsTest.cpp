@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "store/Files.h"
+#include "store/Settings.h"
+#include "support/TestCrf.h"
+
+namespace zolmara {
+namespace {
+
+class SettingsFile : public ::testing::Test {
+protected:
+    test::TempFolder folder;
+    Settings settings{folder.File("deep/in/settings.ini")};
+};
+
+TEST_F(SettingsFile, GivesTheFallbackWithoutAFile) {
+    EXPECT_EQ(settings.Get("Zolmara 287-22", "Startup", "CRFLoc", "None"), "None");
+    EXPECT_FALSE(FileExists(settings.Path()));
+}
+
+TEST_F(SettingsFile, KeepsWhatIsSaved) {
+    EXPECT_TRUE(settings.Save("Zolmara 287-22", "Startup", "CRFLoc", "/reports/Été"));
+    EXPECT_TRUE(settings.Save("Zolmara-10", "Printing", "PrintQuality", "False"));
+    EXPECT_TRUE(settings.Save("Zolmara 287-22", "Startup", "CRFLoc", "/reports/Hiver"));
+    const Settings again(settings.Path());
+    EXPECT_EQ(again.Get("Zolmara 287-22", "Startup", "CRFLoc", "None"), "/reports/Hiver");
+    EXPECT_EQ(again.Get("Zolmara-10", "Printing", "PrintQuality", "True"), "False");
+    EXPECT_EQ(again.Get("Zolmara", "Printing", "PrintQuality", "True"), "True");
+}
+
+TEST_F(SettingsFile, HasASectionForEachApplicationAndSection) {
+    settings.Save("Zolmara 287-22", "Startup", "Debug", "True");
+    EXPECT_NE(ReadWholeFile(settings.Path())->find("[Zolmara 287-22/Startup]"), std::string::npos);
+}
+
+TEST_F(SettingsFile, KeepsWhatOthersWrote) {
+    settings.Save("Zolmara 287-22", "Startup", "CRFLoc", "/reports");
+    std::ofstream(settings.Path(), std::ios::app) << "[Other/Part]\nKey = 1\n";
+    settings.Save("Zolmara 287-22", "Startup", "CRFLoc", "/elsewhere");
+    EXPECT_EQ(settings.Get("Other", "Part", "Key", ""), "1");
+}
+
+TEST_F(SettingsFile, SaysWhenItCannotBeWritten) {
+    WriteWholeFile(folder.File("file"), "no folder");
+    const Settings blocked(folder.File("file/settings.ini"));
+    EXPECT_FALSE(blocked.Save("A", "B", "C", "D"));
+    EXPECT_EQ(blocked.Get("A", "B", "C", "none"), "none");
+}
+
+TEST(SettingsPath, LiesInTheConfigurationFolder) {
+    const char* former = std::getenv("XDG_CONFIG_HOME");
+    const std::string kept = former ? former : "";
+    setenv("XDG_CONFIG_HOME", "/config", 1);
+    EXPECT_EQ(Settings::UserFile(), "/config/zolmara/settings.ini");
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_TRUE(Settings::UserFile().ends_with("/.config/zolmara/settings.ini"));
+    if (former) setenv("XDG_CONFIG_HOME", kept.c_str(), 1);
+}
+
+// --- Whole files ---------------------------------------------------------------------------
+
+TEST(WholeFiles, AreCopiedOverWhatIsThere) {
+    const test::TempFolder folder;
+    WriteWholeFile(folder.File("a"), "new");
+    WriteWholeFile(folder.File("b"), "old and longer");
+    CopyWholeFile(folder.File("a"), folder.File("b"));
+    EXPECT_EQ(ReadWholeFile(folder.File("b")), "new");
+    EXPECT_EQ(ReadWholeFile(folder.File("a")), "new");
+}
+
+TEST(WholeFiles, StayWhenACopyFails) {
+    const test::TempFolder folder;
+    WriteWholeFile(folder.File("b"), "old");
+    EXPECT_THROW(CopyWholeFile(folder.File("none"), folder.File("b")), StoreError);
+    EXPECT_THROW(CopyWholeFile(folder.File("b"), folder.File("b")), StoreError);
+    EXPECT_EQ(ReadWholeFile(folder.File("b")), "old");
+    EXPECT_FALSE(ReadWholeFile(folder.File("none")));
+}
+
+TEST(WholeFiles, TakeASecondName) {
+    const test::TempFolder folder;
+    WriteWholeFile(folder.File("a"), "text");
+    LinkOrCopyFile(folder.File("a"), folder.File("b"));
+    DeleteFile(folder.File("a"));
+    EXPECT_FALSE(FileExists(folder.File("a")));
+    EXPECT_EQ(ReadWholeFile(folder.File("b")), "text");
+}
+
+}  // namespace
+}  // namespace zolmara
