@@ -34,6 +34,10 @@ std::string ClosedCrf(const std::string& path) {
     return ClosedCrf(path, "ProviderName", "Sample Home Office");
 }
 
+void AddTable(const std::string& name) {
+    gDB.AppendTable({name, {{"LineNum", FieldType::dbCurrency}}, {}});
+}
+
 class Session : public SessionTest {
 protected:
     std::string Setting(const std::string& key) {
@@ -242,7 +246,7 @@ TEST_F(Session, ASecondCrfReplacesTheFirstWithoutClosingIt) {
     const std::string first = ClosedCrf(folder.File("One.CRF"));
     const std::string second = ClosedCrf(folder.File("Two.CRF"));
     OpenCrf(first);
-    gDB.Execute("CREATE TABLE tblWork (LineNum CURRENCY);");
+    AddTable("tblWork");
     host.Forget();
     host.Files = {second};
     mnuReportOpen();
@@ -323,10 +327,6 @@ TEST_F(Session, ClosingStopsWhenTheFormsDoNotClose) {
     EXPECT_LT(host.IndexOf("ShowCalcMsg:  Repairing " + path), 0);
     EXPECT_TRUE(host.MainEnabled);
     EXPECT_EQ(host.PointerNow, Pointer::Normal);
-}
-
-void AddTable(const std::string& name) {
-    gDB.AppendTable({name, {{"LineNum", FieldType::dbCurrency}}, {}});
 }
 
 TEST_F(Session, ClosingDropsTemporaryTables) {
