@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -429,6 +432,45 @@ TEST_F(Session, ClosingADamagedCrfTellsWhatWasLost) {
     EXPECT_NE(host.Boxes[0].Text.find('\r'), std::string::npos);
     EXPECT_TRUE(OpenCrf(path));
     EXPECT_EQ(test::Rows("CostCenters"), 26);
+}
+
+/// Runs a close in a process of its own and kills it after so many microseconds. True when the
+/// close had already ended by then.
+bool CloseAndKill(const std::string& path, useconds_t delay) {
+    int ready[2];
+    if (pipe(ready) != 0) throw std::runtime_error("no pipe");
+    const pid_t child = fork();
+    if (child == 0) {
+        OpenCrf(path);
+        if (write(ready[1], "x", 1) != 1) _exit(1);
+        mnuReportClose();
+        _exit(0);
+    }
+    char signal = 0;
+    EXPECT_EQ(read(ready[0], &signal, 1), 1);
+    usleep(delay);
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    close(ready[0]);
+    close(ready[1]);
+    return WIFEXITED(status);
+}
+
+TEST_F(Session, ACloseThatIsKilledLeavesTheCrf) {
+    const std::string path = ClosedCrf(folder.File("One.CRF"));
+    int killed = 0;
+    for (useconds_t delay = 0; delay < 6000; delay += 100) {
+        if (!CloseAndKill(path, delay)) ++killed;
+        ASSERT_TRUE(fs::exists(path)) << "killed after " << delay;
+        ASSERT_TRUE(OpenCrf(path)) << "killed after " << delay;
+        ASSERT_EQ(test::Rows("CostCenters"), 26);
+        DropCrf();
+    }
+    EXPECT_GT(killed, 0);
+    OpenCrf(path);
+    mnuReportClose();
+    EXPECT_FALSE(fs::exists(folder.File("VLQTemp.CRF")));
 }
 
 // --- Save As -------------------------------------------------------------------------------
