@@ -120,6 +120,25 @@ void WriteSubtotal(const Subtotal& subtotal) {
     gDB.Execute(fmt::format("Update A Set {} Where LineNum={};", sets, subtotal.Line), values);
 }
 
+void Calculate() {
+    gDB.Execute("UPDATE A SET Col_2=0, Col_4=0;");
+    Postings postings;
+    for (const Source& source : kSources) Post(postings, source);
+    gDB.Execute("UPDATE A SET Col_3=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_2),0,Col_2);");
+    gDB.Execute("UPDATE A SET Col_5=IIF(IsNull(Col_3),0,Col_3)+IIF(IsNull(Col_4),0,Col_4);");
+    for (const Allocation& allocation : kAllocations) PostAllocation(allocation);
+    gDB.Execute(
+        "UPDATE A SET Col_8=IIF(IsNull(Col_5),0,Col_5)-IIF(IsNull(Col_6),0,Col_6)"
+        "-IIF(IsNull(Col_7),0,Col_7);");
+    WriteSubtotal(kCapital);
+    WriteSubtotal(kOtherCapital);
+    WriteSubtotal(kNonCapital);
+    // The other capital related lines carry no adjustment, functional or pooled amount on this
+    // form. Columns 3 and 5 keep the adjustment that was in them.
+    gDB.Execute("UPDATE A SET Col_4=0,Col_7=0,Col_8=0 Where LineNum>3 and LineNum<8;");
+    WriteSubtotal(kTotal);
+}
+
 }  // namespace
 
 const std::vector<WorksheetField>& Fields_A(std::string_view) {
@@ -150,24 +169,7 @@ void Build_A() {
     RegisterBuiltWorksheet("A");
 }
 
-void Calc_A() {
-    gDB.Execute("UPDATE A SET Col_2=0, Col_4=0;");
-    Postings postings;
-    for (const Source& source : kSources) Post(postings, source);
-    gDB.Execute("UPDATE A SET Col_3=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_2),0,Col_2);");
-    gDB.Execute("UPDATE A SET Col_5=IIF(IsNull(Col_3),0,Col_3)+IIF(IsNull(Col_4),0,Col_4);");
-    for (const Allocation& allocation : kAllocations) PostAllocation(allocation);
-    gDB.Execute(
-        "UPDATE A SET Col_8=IIF(IsNull(Col_5),0,Col_5)-IIF(IsNull(Col_6),0,Col_6)"
-        "-IIF(IsNull(Col_7),0,Col_7);");
-    WriteSubtotal(kCapital);
-    WriteSubtotal(kOtherCapital);
-    WriteSubtotal(kNonCapital);
-    // The other capital related lines carry no adjustment, functional or pooled amount on this
-    // form. Columns 3 and 5 keep the adjustment that was in them.
-    gDB.Execute("UPDATE A SET Col_4=0,Col_7=0,Col_8=0 Where LineNum>3 and LineNum<8;");
-    WriteSubtotal(kTotal);
-}
+void Calc_A() { RunBatch(gDB, Calculate); }
 
 std::string ValidateCell_A(Currency lineNum, int column) {
     static const std::string refusal =

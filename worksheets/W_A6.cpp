@@ -48,6 +48,21 @@ int ValidateLine(int column, Variant& value, Variant& outName) {
 /// The last whole line that so many entries take; the rest become its subscripts.
 std::int64_t LastWholeLine(std::int64_t entries) { return 99 - (entries - 100) / 99; }
 
+void Resequence() {
+    gDB.Execute("UPDATE A6 SET LineNum = [LineNum]+10000 WHERE LineNum<100;");
+    Recordset entries =
+        gDB.OpenRecordset("SELECT LineNum From A6 WHERE LineNum>100 ORDER BY Col_2, LineNum;");
+    const auto count = static_cast<std::int64_t>(entries.RecordCount());
+    const Currency lastWhole = Currency::FromWhole(LastWholeLine(count));
+    Currency line;
+    for (; !entries.Eof(); entries.MoveNext()) {
+        line += line < lastWhole ? kWholeStep : kSubscriptStep;
+        entries.Edit();
+        entries.Set(0, line);
+        entries.Update();
+    }
+}
+
 }  // namespace
 
 const std::vector<WorksheetField>& Fields_A6(std::string_view) {
@@ -101,20 +116,7 @@ void SyncNames_A6() {
         "[CCName];");
 }
 
-void ResequenceLines_A6() {
-    gDB.Execute("UPDATE A6 SET LineNum = [LineNum]+10000 WHERE LineNum<100;");
-    Recordset entries =
-        gDB.OpenRecordset("SELECT LineNum From A6 WHERE LineNum>100 ORDER BY Col_2, LineNum;");
-    const auto count = static_cast<std::int64_t>(entries.RecordCount());
-    const Currency lastWhole = Currency::FromWhole(LastWholeLine(count));
-    Currency line;
-    for (; !entries.Eof(); entries.MoveNext()) {
-        line += line < lastWhole ? kWholeStep : kSubscriptStep;
-        entries.Edit();
-        entries.Set(0, line);
-        entries.Update();
-    }
-}
+void ResequenceLines_A6() { RunBatch(gDB, Resequence); }
 
 int ValidateCell_A6(int column, Variant& value, Variant& outName) {
     switch (column) {

@@ -143,6 +143,20 @@ void CloseColumns() {
     }
 }
 
+void CalculatePart2() {
+    TotalKeyedColumns();
+    gDB.Execute("UPDATE A7p2 SET Col_3=IIF(IsNull(Col_1),0,Col_1)-IIF(IsNull(Col_2),0,Col_2);");
+    CalcRatios();
+    Calc_A();
+    SpreadCosts(OtherCapitalCosts());
+    CloseColumns();
+    gDB.Execute(
+        "UPDATE A7p2 SET Col_8=IIF(IsNull(Col_5),0,Col_5)+IIF(IsNull(Col_6),0,Col_6)"
+        "+IIF(IsNull(Col_7),0,Col_7),Col_15=IIF(IsNull(Col_9),0,Col_9)"
+        "+IIF(IsNull(Col_10),0,Col_10)+IIF(IsNull(Col_11),0,Col_11)+IIF(IsNull(Col_12),0,Col_12)"
+        "+IIF(IsNull(Col_13),0,Col_13)+IIF(IsNull(Col_14),0,Col_14);");
+}
+
 }  // namespace
 
 const std::vector<WorksheetField>& Fields_A7(std::string_view item) {
@@ -197,18 +211,6 @@ void Calc_A7p1() {
     WriteRollForward(9, totals);
 }
 
-void Calc_A7p2() {
-    TotalKeyedColumns();
-    gDB.Execute("UPDATE A7p2 SET Col_3=IIF(IsNull(Col_1),0,Col_1)-IIF(IsNull(Col_2),0,Col_2);");
-    CalcRatios();
-    Calc_A();
-    SpreadCosts(OtherCapitalCosts());
-    CloseColumns();
-    gDB.Execute(
-        "UPDATE A7p2 SET Col_8=IIF(IsNull(Col_5),0,Col_5)+IIF(IsNull(Col_6),0,Col_6)"
-        "+IIF(IsNull(Col_7),0,Col_7),Col_15=IIF(IsNull(Col_9),0,Col_9)"
-        "+IIF(IsNull(Col_10),0,Col_10)+IIF(IsNull(Col_11),0,Col_11)+IIF(IsNull(Col_12),0,Col_12)"
-        "+IIF(IsNull(Col_13),0,Col_13)+IIF(IsNull(Col_14),0,Col_14);");
-}
+void Calc_A7p2() { RunBatch(gDB, CalculatePart2); }
 
 }  // namespace zolmara

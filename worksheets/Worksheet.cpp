@@ -177,12 +177,13 @@ const Worksheet* FindWorksheet(std::string_view item) {
 }
 
 bool BuildWorksheet(std::string_view item) {
-    DropTable(item);
     const Worksheet* sheet = FindWorksheet(item);
-    if (sheet == nullptr) return false;
-    sheet->Build(sheet->Item);
+    RunBatch(gDB, [&] {
+        DropTable(item);
+        if (sheet != nullptr) sheet->Build(sheet->Item);
+    });
     TheHost().DoEvents();
-    return true;
+    return sheet != nullptr;
 }
 
 std::optional<WorksheetField> FindField(std::string_view item, std::string_view field) {

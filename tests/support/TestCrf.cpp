@@ -86,10 +86,16 @@ Variant Cell(std::string_view table, double line, std::string_view field) {
 }
 
 void SetCell(std::string_view table, double line, std::string_view field, const Variant& value) {
-    const int met =
-        gDB.Execute(fmt::format("UPDATE {} SET [{}] = ? WHERE {} = ?;", table, field, KeyOf(table)),
-                    {value, Variant(Currency(line))});
-    EXPECT_EQ(met, 1) << "Table " << table << ", line " << line;
+    Recordset row = gDB.OpenRecordset(
+        fmt::format("SELECT * FROM {} WHERE {} = ?;", table, KeyOf(table)),
+        {Variant(Currency(line))});
+    if (row.Empty()) {
+        ADD_FAILURE() << "Table " << table << " has no line " << line;
+        return;
+    }
+    row.Edit();
+    row.Set(field, value);
+    row.Update();
 }
 
 int Rows(std::string_view table) {

@@ -71,7 +71,7 @@ std::map<std::string, std::vector<std::string>> Dump() {
 }
 
 const std::vector<std::string>& MirrorFamilies() {
-    static const std::vector<std::string> families = {"Bp", "B1p", "Cp", "C1p", "Dp",
+    static const std::vector<std::string> families = {"Bp",  "B1p", "Cp", "C1p", "Dp",
                                                       "D1p", "E1p", "Fp", "F1p", "F2p"};
     return families;
 }
@@ -79,9 +79,8 @@ const std::vector<std::string>& MirrorFamilies() {
 void SetComponents(int part, const std::vector<double>& lines) {
     gDB.Execute(fmt::format("DELETE * FROM S2p{};", part));
     for (const double line : lines) {
-        gDB.Execute(
-            fmt::format("INSERT INTO S2p{} (LineNum,Col_1,Col_2) VALUES (?,?,?);", part),
-            {Currency(line), "Component " + NumberText(line), "14-" + NumberText(line)});
+        gDB.Execute(fmt::format("INSERT INTO S2p{} (LineNum,Col_1,Col_2) VALUES (?,?,?);", part),
+                    {Currency(line), "Component " + NumberText(line), "14-" + NumberText(line)});
     }
     RebuildSchedules();
 }

@@ -1,8 +1,7 @@
-#include "worksheets/W_A6.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
+#include "worksheets/W_A6.h"
 
 namespace zolmara {
 namespace {

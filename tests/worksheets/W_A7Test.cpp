@@ -1,8 +1,7 @@
-#include "worksheets/W_A7.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
+#include "worksheets/W_A7.h"
 
 namespace zolmara {
 namespace {

@@ -1,9 +1,8 @@
-#include "worksheets/W_A8.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
 #include "worksheets/W_A.h"
+#include "worksheets/W_A8.h"
 #include "worksheets/W_A81.h"
 
 namespace zolmara {

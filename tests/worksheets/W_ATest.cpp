@@ -1,8 +1,7 @@
-#include "worksheets/W_A.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
+#include "worksheets/W_A.h"
 
 namespace zolmara {
 namespace {
@@ -87,12 +86,11 @@ TEST_F(W_ATest, MissingLinesAreToldAndTheRunGoesOn) {
     SetCell("A", 8, "Col_1", 10);
     Calc_A();
     const std::string start = "No A record found matching the ";
-    EXPECT_EQ(host.Texts(),
-              (std::vector<std::string>{
-                  start + "A6 record for Cost Center 60 does not exist.",
-                  start + "A6 record for Cost Center 61.",
-                  start + "A8 record for Cost Center 62.5 does not exist.",
-                  start + "A81p1 record for Cost Center 63 does not exist."}));
+    EXPECT_EQ(host.Texts(), (std::vector<std::string>{
+                                start + "A6 record for Cost Center 60 does not exist.",
+                                start + "A6 record for Cost Center 61.",
+                                start + "A8 record for Cost Center 62.5 does not exist.",
+                                start + "A81p1 record for Cost Center 63 does not exist."}));
     for (const Box& box : host.Boxes) EXPECT_EQ(box.Style, 48);
     EXPECT_EQ(Num("A", 8, "Col_3"), 17);
     EXPECT_EQ(Num("A", 100, "Col_3"), 10);

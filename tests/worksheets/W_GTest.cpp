@@ -1,9 +1,8 @@
-#include "worksheets/W_G.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
 #include "worksheets/W_A.h"
+#include "worksheets/W_G.h"
 #include "worksheets/W_G1.h"
 
 namespace zolmara {

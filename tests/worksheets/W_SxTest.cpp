@@ -23,8 +23,8 @@ TEST_F(W_SxTest, Sp1Seeds) {
 
 TEST_F(W_SxTest, TheAmendmentNumberDrivesLine1) {
     const std::vector<std::pair<Variant, std::string>> cases = {
-        {"0", "No"},     {"1", "Yes"},    {"9", "Yes"}, {"10", "Error"}, {"-1", "Error"},
-        {"2.5", "Error"}, {"abc", "No"},  {nullptr, "No"}, {"99999", "Error"}, {"", "No"}};
+        {"0", "No"},      {"1", "Yes"},  {"9", "Yes"},    {"10", "Error"},    {"-1", "Error"},
+        {"2.5", "Error"}, {"abc", "No"}, {nullptr, "No"}, {"99999", "Error"}, {"", "No"}};
     for (const auto& [number, answer] : cases) {
         SetCell("Sp1", 2, "Col_1", number);
         Calc_Sp1();
@@ -50,10 +50,9 @@ TEST_F(W_SxTest, AnApostropheInTheNameIsALetter) {
 }
 
 TEST_F(W_SxTest, TheDateAvailableStaysOnlyWhereNothingWasSubmitted) {
-    const std::vector<std::pair<Variant, bool>> cases = {{"No", true},  {"no", true},
-                                                         {"N", true},   {"Yes", false},
-                                                         {"", false},   {nullptr, false},
-                                                         {" no", false}};
+    const std::vector<std::pair<Variant, bool>> cases = {
+        {"No", true}, {"no", true},     {"N", true},   {"Yes", false},
+        {"", false},  {nullptr, false}, {" no", false}};
     for (const auto& [submitted, kept] : cases) {
         SetCell("S1p1", 4, "Col_3", submitted);
         SetCell("S1p1", 4, "Col_4", "01/02/2024");
@@ -97,7 +96,8 @@ TEST(CaptionS1p1Test, TheDescriptionOfTheControlIsOpenForOtherControls) {
     for (const char* control : {"5", "9", "14"}) {
         EXPECT_FALSE(CaptionS1p1(Currency(3), Cells{control})[1].Locked) << control;
     }
-    for (const Variant& control : {Variant("1"), Variant("4"), Variant("15"), Variant(), Variant("x")}) {
+    for (const Variant& control :
+         {Variant("1"), Variant("4"), Variant("15"), Variant(), Variant("x")}) {
         EXPECT_TRUE(CaptionS1p1(Currency(3), Cells{control})[1].Locked) << Text(control);
     }
 }

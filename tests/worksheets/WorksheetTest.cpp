@@ -1,8 +1,7 @@
-#include "worksheets/Worksheet.h"
-
 #include <gtest/gtest.h>
 
 #include "worksheets/Sheets.h"
+#include "worksheets/Worksheet.h"
 
 namespace zolmara {
 namespace {
@@ -27,8 +26,7 @@ TEST_F(WorksheetTest, TheFormHas46WorksheetsAtTheirLevels) {
     for (std::size_t i = 0; i < levels.size(); ++i) {
         EXPECT_EQ(AllWorksheets()[i].Item, levels[i].first);
         EXPECT_EQ(AllWorksheets()[i].Calc_Lvl, levels[i].second) << levels[i].first;
-        EXPECT_EQ(gDB.Scalar("SELECT Calc_Lvl FROM Worksheets WHERE Item = ?;",
-                             {levels[i].first}),
+        EXPECT_EQ(gDB.Scalar("SELECT Calc_Lvl FROM Worksheets WHERE Item = ?;", {levels[i].first}),
                   Variant(levels[i].second))
             << levels[i].first;
     }
@@ -114,29 +112,29 @@ struct CellCase {
 
 TEST_F(WorksheetTest, ComputedCells) {
     const std::vector<CellCase> cases = {
-        {"A", 8, "Col_1", false},       {"A", 8, "Col_2", true},
-        {"A", 3, "Col_1", true},        {"A", 100, "Col_1", true},
-        {"A", 8, "CCName", false},      {"A", 3, "CCName", false},
-        {"A", 8, "LineNum", false},     {"A6", 1, "Col_5", false},
-        {"A6", 1, "Col_3", true},       {"A6", 100, "Col_5", true},
-        {"A7p1", 1, "Col_4", true},     {"A7p1", 7, "Col_1", true},
-        {"A7p1", 8, "Col_1", false},    {"A7p2", 3, "Col_9", true},
-        {"A7p2", 2, "Col_9", false},    {"A7p2", 1, "Col_5", true},
-        {"A8", 12, "Col_3", true},      {"A8", 12, "Col_5", false},
-        {"A8", 13, "Col_3", false},     {"A8", 1, "Col_4", true},
-        {"A81p1", 1, "Col_7", true},    {"A81p1", 1, "Col_6", false},
-        {"A81p1", 100, "Col_5", true},  {"Bp1", 1, "CC_100", false},
-        {"Bp1", 51, "CC_100", true},    {"Bp1", 1, "Col_7", true},
-        {"C1p3", 53, "CC_100", false},  {"C1p3", 54, "CC_100", true},
-        {"Cp1", 1, "CC_100", true},     {"Cp1", 1, "Description", false},
-        {"E", 1, "Col_1", true},        {"E1p1", 1, "Col_1", false},
-        {"E1p1", 51, "Col_1", true},    {"E1p1", 1, "CC_100", true},
-        {"Fp1", 1, "Col_1", true},      {"G", 10, "Col_1", true},
-        {"G", 26.5, "Col_1", true},     {"G", 9, "Col_1", false},
-        {"G1", 2, "Col_2", true},       {"G1", 16, "Col_2", false},
-        {"G1", 22, "Col_1", false},     {"Sp1", 1, "Col_1", false},
-        {"S2p1", 1, "Col_2", false},    {"A", 8, "CC_100", false},
-        {"A82", 1, "Col_1", false},     {"A", 8, "Nothing", false},
+        {"A", 8, "Col_1", false},      {"A", 8, "Col_2", true},
+        {"A", 3, "Col_1", true},       {"A", 100, "Col_1", true},
+        {"A", 8, "CCName", false},     {"A", 3, "CCName", false},
+        {"A", 8, "LineNum", false},    {"A6", 1, "Col_5", false},
+        {"A6", 1, "Col_3", true},      {"A6", 100, "Col_5", true},
+        {"A7p1", 1, "Col_4", true},    {"A7p1", 7, "Col_1", true},
+        {"A7p1", 8, "Col_1", false},   {"A7p2", 3, "Col_9", true},
+        {"A7p2", 2, "Col_9", false},   {"A7p2", 1, "Col_5", true},
+        {"A8", 12, "Col_3", true},     {"A8", 12, "Col_5", false},
+        {"A8", 13, "Col_3", false},    {"A8", 1, "Col_4", true},
+        {"A81p1", 1, "Col_7", true},   {"A81p1", 1, "Col_6", false},
+        {"A81p1", 100, "Col_5", true}, {"Bp1", 1, "CC_100", false},
+        {"Bp1", 51, "CC_100", true},   {"Bp1", 1, "Col_7", true},
+        {"C1p3", 53, "CC_100", false}, {"C1p3", 54, "CC_100", true},
+        {"Cp1", 1, "CC_100", true},    {"Cp1", 1, "Description", false},
+        {"E", 1, "Col_1", true},       {"E1p1", 1, "Col_1", false},
+        {"E1p1", 51, "Col_1", true},   {"E1p1", 1, "CC_100", true},
+        {"Fp1", 1, "Col_1", true},     {"G", 10, "Col_1", true},
+        {"G", 26.5, "Col_1", true},    {"G", 9, "Col_1", false},
+        {"G1", 2, "Col_2", true},      {"G1", 16, "Col_2", false},
+        {"G1", 22, "Col_1", false},    {"Sp1", 1, "Col_1", false},
+        {"S2p1", 1, "Col_2", false},   {"A", 8, "CC_100", false},
+        {"A82", 1, "Col_1", false},    {"A", 8, "Nothing", false},
     };
     for (const CellCase& cell : cases) {
         EXPECT_EQ(IsComputedCell(cell.Item, Line(cell.Line), cell.Field), cell.Computed)
