@@ -186,43 +186,51 @@ void CloseColumnByColumn(const std::vector<Gap>& gaps) {
 }
 
 using Contents = std::map<std::string, std::vector<std::string>>;
+using Grid = std::vector<std::vector<Variant>>;
+
+/// Small amounts, often equal in size, and Nulls.
+Grid DrawGrid(std::size_t rows, std::size_t columns) {
+    Grid grid(rows, std::vector<Variant>(columns));
+    for (std::vector<Variant>& row : grid) {
+        for (Variant& cell : row) {
+            const int value = *rc::gen::inRange(-4, 4);
+            if (value != -4) cell = value * 10;
+        }
+    }
+    return grid;
+}
+
+/// Puts the amounts into the rows of the three parts of D, from the first cost center on.
+void Fill(const Grid& grid) {
+    auto row = grid.begin();
+    for (const char* part : kParts) {
+        Recordset rows =
+            gDB.OpenRecordset(fmt::format("SELECT * FROM Dp{} ORDER BY LineNum;", part));
+        for (; !rows.Eof(); rows.MoveNext(), ++row) {
+            rows.Edit();
+            int position = 3;
+            for (const Variant& cell : *row) rows.Set(position++, cell);
+            rows.Update();
+        }
+    }
+}
 
 TEST_F(AllocationProperties, OneWalkClosesAsASearchForEachColumnDoes) {
-    const int last = static_cast<int>(FieldNames("Dp1").size()) - 2;
+    const int fields = static_cast<int>(FieldNames("Dp1").size());
+    const auto rows = static_cast<std::size_t>(Rows("Dp1") + Rows("Dp2") + Rows("Dp3"));
     EXPECT_TRUE(rc::check([&] {
-        std::vector<std::vector<Variant>> cells;
-        const auto fill = [&](bool draw) {
-            std::size_t next = 0;
-            for (const char* part : kParts) {
-                Recordset rows =
-                    gDB.OpenRecordset(fmt::format("SELECT * FROM Dp{} ORDER BY LineNum;", part));
-                for (; !rows.Eof(); rows.MoveNext(), ++next) {
-                    if (draw) {
-                        cells.emplace_back();
-                        for (int i = 3; i <= last + 1; ++i) {
-                            const int value = *rc::gen::inRange(-4, 4);
-                            cells.back().push_back(value == -4 ? Variant() : Variant(value * 10));
-                        }
-                    }
-                    rows.Edit();
-                    for (int i = 3; i <= last + 1; ++i) {
-                        rows.Set(i, cells[next][static_cast<std::size_t>(i - 3)]);
-                    }
-                    rows.Update();
-                }
-            }
-        };
+        const Grid grid = DrawGrid(rows, static_cast<std::size_t>(fields - 3));
         std::vector<Gap> gaps;
+        for (int i = 3; i < fields - 1; ++i) {
+            if (*rc::gen::arbitrary<bool>()) gaps.push_back({i, Amount(), Amount()});
+        }
         Contents told;
         RunBatch(gDB, [&] {
-            fill(true);
-            for (int i = 3; i <= last; ++i) {
-                if (*rc::gen::arbitrary<bool>()) gaps.push_back({i, Amount(), Amount()});
-            }
+            Fill(grid);
             CloseColumnByColumn(gaps);
             told = Dump();
-            fill(false);
-            CloseGaps("Dp", gaps, last + 1);
+            Fill(grid);
+            CloseGaps("Dp", gaps, fields - 1);
         });
         RC_ASSERT(Dump() == told);
     }));
