@@ -209,6 +209,11 @@ void WalkTables(Repair& repair) {
     }
 }
 
+bool AnyGaps(const std::vector<TableRows>& tables) {
+    return std::any_of(tables.begin(), tables.end(),
+                       [](const TableRows& table) { return !table.Gaps.empty(); });
+}
+
 void ReportLostTables(Repair& repair) {
     for (const auto& table : repair.Lost) {
         if (IsInternal(table.Shape.Name)) continue;
@@ -291,7 +296,8 @@ SalvageResult SalvageDatabase(const std::string& source, const std::string& targ
     CreateTables(repair, file);
     CreateIndexes(repair, file);
     WalkTables(repair);
-    repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, !missing.empty());
+    const bool needsWitness = !missing.empty() || AnyGaps(repair.Lost);
+    repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, needsWitness);
     ReportLostTables(repair);
     for (const auto& table : repair.Tables) ReportTable(repair, file, table);
     for (const auto& left : repair.Leftovers) Lose(repair, LeftoverText(left));
