@@ -74,10 +74,10 @@ std::vector<std::uint8_t> ReadWhole(const std::string& path) {
     return content;
 }
 
-void CutIntoPages(PageFile& file, std::size_t length, std::size_t pageSize, std::size_t reserved) {
+void CutIntoPages(PageFile& file, std::size_t pageSize, std::size_t reserved) {
     file.PageSize = pageSize;
     file.Usable = pageSize - reserved;
-    file.Count = static_cast<PageNo>((length + pageSize - 1) / pageSize);
+    file.Count = static_cast<PageNo>((file.Length + pageSize - 1) / pageSize);
     file.Content.resize(file.Count * pageSize);
 }
 
@@ -90,10 +90,9 @@ std::size_t SoundPages(const PageFile& file) {
 // The header's page size counts when it makes better sense of the file than the usual one: the
 // header may be the very thing that is damaged.
 void ChoosePageSize(PageFile& file) {
-    const std::size_t length = file.Content.size();
-    CutIntoPages(file, length, kDefaultPageSize, 0);
+    CutIntoPages(file, kDefaultPageSize, 0);
     const Bytes header(file.Content);
-    if (length < kFileHeaderSize ||
+    if (file.Length < kFileHeaderSize ||
         !std::equal(kMagic.begin(), kMagic.end(), file.Content.begin(),
                     [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; })) {
         return;
@@ -105,8 +104,8 @@ void ChoosePageSize(PageFile& file) {
         size >= kSmallestPageSize && (size & (size - 1)) == 0 && size >= kSmallestUsable + reserved;
     if (!sane || (size == kDefaultPageSize && reserved == 0)) return;
     const std::size_t usual = SoundPages(file);
-    CutIntoPages(file, length, size, reserved);
-    if (SoundPages(file) <= usual) CutIntoPages(file, length, kDefaultPageSize, 0);
+    CutIntoPages(file, size, reserved);
+    if (SoundPages(file) <= usual) CutIntoPages(file, kDefaultPageSize, 0);
 }
 
 void MarkPages(PageFile& file) {
@@ -233,10 +232,13 @@ TreePage ParseAs(const PageFile& file, PageNo number, PageKind kind) {
     const std::size_t told = static_cast<std::size_t>(ReadBig(page, header + kCellCountAt, 2));
     const std::size_t count = std::min(told, (page.size() - pointers) / kPointerSize);
     const std::size_t end = pointers + count * kPointerSize;
+    const std::size_t there = BytesThere(file, number);
     for (std::size_t i = 0; i < count; ++i) {
         const auto at =
             static_cast<std::size_t>(ReadBig(page, pointers + i * kPointerSize, kPointerSize));
-        tree.Cells.push_back(at < end ? std::nullopt : ReadCell(file, page, kind, at));
+        auto cell = at < end ? std::nullopt : ReadCell(file, page, kind, at);
+        if (cell && cell->At + cell->Size > there) cell.reset();
+        tree.Cells.push_back(std::move(cell));
     }
     tree.Sound = told == count && IsSound(tree, page, header, end);
     return tree;
@@ -267,6 +269,7 @@ std::optional<std::uint64_t> ReadVarint(Bytes bytes, std::size_t& at) {
 PageFile ReadPageFile(const std::string& path) {
     PageFile file;
     file.Content = ReadWhole(path);
+    file.Length = file.Content.size();
     ChoosePageSize(file);
     MarkPages(file);
     file.OverflowBudget = file.Content.size() * kOverflowRounds;
@@ -277,6 +280,11 @@ Bytes PageBytes(const PageFile& file, PageNo page) {
     if (page < 1 || page > file.Count) return {};
     const std::size_t at = (page - std::size_t{1}) * file.PageSize;
     return Bytes(file.Content).subspan(at, file.PageSize);
+}
+
+std::size_t BytesThere(const PageFile& file, PageNo page) {
+    const std::size_t at = (page - std::size_t{1}) * file.PageSize;
+    return at >= file.Length ? 0 : std::min(file.PageSize, file.Length - at);
 }
 
 bool HasTwin(const PageFile& file, PageNo page) {

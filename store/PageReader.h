@@ -29,6 +29,7 @@ enum class PageKind : std::uint8_t {
 /// A file held in memory.
 struct PageFile {
     std::vector<std::uint8_t> Content;  ///< whole pages; a truncated last one is filled with zeros
+    std::size_t Length = 0;             ///< bytes that the file really had
     std::size_t PageSize = 0;
     std::size_t Usable = 0;  ///< bytes of a page that the b-tree may use
     PageNo Count = 0;
@@ -44,6 +45,9 @@ PageFile ReadPageFile(const std::string& path);
 
 /// A page's bytes; none for a page that the file does not have.
 Bytes PageBytes(const PageFile& file, PageNo page);
+
+/// How many of a page's bytes the file really had.
+std::size_t BytesThere(const PageFile& file, PageNo page);
 
 /// True where another page has the same bytes.
 bool HasTwin(const PageFile& file, PageNo page);

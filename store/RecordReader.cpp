@@ -43,6 +43,7 @@ bool AppendOverflow(const PageFile& file, const Cell& cell, std::vector<std::uin
         const std::size_t part =
             std::min<std::size_t>(page.size() - kNextPageSize,
                                   static_cast<std::size_t>(cell.PayloadSize) - payload.size());
+        if (kNextPageSize + part > BytesThere(file, next)) return false;
         payload.insert(payload.end(), page.begin() + kNextPageSize,
                        page.begin() + static_cast<std::ptrdiff_t>(kNextPageSize + part));
         next = static_cast<PageNo>(ReadBig(page, 0, kNextPageSize));
@@ -99,13 +100,22 @@ std::optional<std::vector<std::uint64_t>> ReadSerials(Bytes bytes, std::size_t& 
     return serials;
 }
 
+// A whole number is always kept in the least bytes that hold it, so that one in more than it
+// needs is what is left of another.
+bool IsShortest(std::int64_t value, std::uint64_t serial) {
+    if (serial == 0 || serial > kSerialInt64) return true;
+    if (serial == 1) return value != 0 && value != 1;
+    const std::int64_t bits = static_cast<std::int64_t>(8 * kFixedSizes[serial - 1]) - 1;
+    return value < -(std::int64_t{1} << bits) || value >= (std::int64_t{1} << bits);
+}
+
 // Values until one runs over the end, or is a number that the file never keeps.
 Record ReadValues(Bytes bytes, std::size_t& at, const std::vector<std::uint64_t>& serials) {
     Record record;
     for (const std::uint64_t serial : serials) {
         if (SizeOf(serial) > bytes.size() - at) break;
         Value value = ReadValue(bytes, at, serial);
-        if (std::isnan(value.Real)) break;
+        if (std::isnan(value.Real) || !IsShortest(value.Integer, serial)) break;
         record.push_back(std::move(value));
         at += static_cast<std::size_t>(SizeOf(serial));
     }

@@ -22,6 +22,7 @@
 // the line number of each row, so it can tell which lines are missing.
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <set>
@@ -32,6 +33,7 @@
 #include "store/SalvageReport.h"
 #include "store/SalvageTarget.h"
 #include "store/SalvageTree.h"
+#include "store/SalvageTwins.h"
 
 namespace zolmara {
 namespace salvage {
@@ -196,17 +198,28 @@ void CreateIndexes(Repair& repair, Target& target) {
 }
 
 // A root that two tables share, or that is a page inside of a tree, is a damaged number.
-void WalkTables(Repair& repair) {
+void DropDamagedRoots(Repair& repair, std::vector<TableRows>& tables) {
     const std::vector<bool> children = ChildPages(repair.File);
     std::map<PageNo, int> roots;
     for (const auto& definition : repair.Definitions) ++roots[definition.Root];
-    for (auto* tables : {&repair.Tables, &repair.Lost}) {
-        for (auto& table : *tables) {
-            PageNo& root = table.Shape.Root;
-            if (roots[root] > 1 || (root <= repair.File.Count && children[root])) root = 0;
-            WalkTable(repair.File, table, repair.Claimed);
-        }
+    for (auto& table : tables) {
+        PageNo& root = table.Shape.Root;
+        if (roots[root] > 1 || (root <= repair.File.Count && children[root])) root = 0;
     }
+}
+
+// The tables without a definition are walked with the others, for the pages they own.
+void FindRows(Repair& repair) {
+    std::vector<TableRows> all = std::move(repair.Tables);
+    const auto known = static_cast<std::ptrdiff_t>(all.size());
+    std::move(repair.Lost.begin(), repair.Lost.end(), std::back_inserter(all));
+    DropDamagedRoots(repair, all);
+    WalkTables(repair.File, all, repair.Claimed);
+    for (auto& table : all) AddGapsByIndex(table);
+    repair.Tables.assign(std::make_move_iterator(all.begin()),
+                         std::make_move_iterator(all.begin() + known));
+    repair.Lost.assign(std::make_move_iterator(all.begin() + known),
+                       std::make_move_iterator(all.end()));
 }
 
 bool AnyGaps(const std::vector<TableRows>& tables) {
@@ -295,11 +308,12 @@ SalvageResult SalvageDatabase(const std::string& source, const std::string& targ
     Lose(repair, missing);
     CreateTables(repair, file);
     CreateIndexes(repair, file);
-    WalkTables(repair);
+    FindRows(repair);
     const bool needsWitness = !missing.empty() || AnyGaps(repair.Lost);
     repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, needsWitness);
     ReportLostTables(repair);
     for (const auto& table : repair.Tables) ReportTable(repair, file, table);
+    for (auto& text : TwinTexts(repair.File, repair.Tables)) Lose(repair, std::move(text));
     for (const auto& left : repair.Leftovers) Lose(repair, LeftoverText(left));
     file.Finish();
     return repair.Result;

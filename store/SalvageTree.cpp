@@ -1,6 +1,7 @@
 #include "store/SalvageTree.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -15,13 +16,21 @@ bool TextIsPlausible(std::string text) {
     return MendText(text) * kMostBrokenLetters <= text.size();
 }
 
+// A number field keeps a whole number up to this size as such; one in the form of a broken
+// number, such as the zeros of a part that was wiped out, never came from it.
+bool IsKeptAsReal(const Value& value) {
+    constexpr double kLargestWhole = 140737488355328.0;
+    return value.Kind != Value::Type::Real || std::abs(value.Real) >= kLargestWhole ||
+           value.Real != std::trunc(value.Real);
+}
+
 bool Takes(Accepts takes, const Value& value) {
     if (value.Kind == Value::Type::Null) return true;
     switch (takes) {
         case Accepts::WholeNumber:
             return value.Kind == Value::Type::Integer;
         case Accepts::Number:
-            return value.IsNumber();
+            return value.IsNumber() && IsKeptAsReal(value);
         case Accepts::Text:
             return value.Kind == Value::Type::Text && TextIsPlausible(value.Bytes);
         case Accepts::Anything:
@@ -78,6 +87,11 @@ void AddGap(Walk& walk, RowIdRange range, std::optional<std::size_t> rows = std:
     if (range.After < range.UpTo && rows.value_or(1) > 0) walk.Table.Gaps.push_back({range, rows});
 }
 
+void Claim(Walk& walk, PageNo page) {
+    walk.Claimed[page] = true;
+    walk.Table.Pages.push_back(page);
+}
+
 // A leaf's cells as read for one table.
 struct Leaf {
     std::vector<std::optional<Record>> Records;       // decoded, whatever they are
@@ -109,23 +123,28 @@ Leaf ReadLeaf(Walk& walk, const TreePage& page, RowIdRange range) {
     return leaf;
 }
 
-bool LeafContradictsIndex(const Walk& walk, const Leaf& leaf) {
-    std::vector<std::int64_t> rowIds;
-    std::vector<Record> records;
+// True where a complete index lists other rows for the range than the leaf has.
+bool LeafContradictsIndex(const Walk& walk, const Leaf& leaf, RowIdRange range) {
+    const IndexFacts& index = walk.Table.Index;
+    if (index.Column < 0 || !index.Complete) return false;
+    const auto inRange = std::count_if(index.Keys.begin(), index.Keys.end(),
+                                       [&](const auto& key) { return range.Holds(key.first); });
+    if (static_cast<std::size_t>(inRange) != leaf.RowIds.size()) return true;
     for (std::size_t i = 0; i < leaf.RowIds.size(); ++i) {
-        if (!leaf.RowIds[i]) continue;
-        rowIds.push_back(*leaf.RowIds[i]);
-        records.push_back(*leaf.Records[i]);
+        if (leaf.RowIds[i] &&
+            AskIndex(index, *leaf.RowIds[i], *leaf.Records[i]) == Witness::Contradicts) {
+            return true;
+        }
     }
-    return IndexContradicts(walk.Table.Index, rowIds, records);
+    return false;
 }
 
 // A page that is whole in itself but not this table's: another page's copy stands in its place.
-bool IsForeign(const Walk& walk, const TreePage& page, const Leaf& leaf) {
+bool IsForeign(const Walk& walk, const TreePage& page, const Leaf& leaf, RowIdRange range) {
     if (!page.Sound) return false;
     const bool twin = HasTwin(walk.File, page.Number);
     return leaf.Strange > 1 || (leaf.Strange > 0 && twin) ||
-           (twin && LeafContradictsIndex(walk, leaf));
+           (twin && LeafContradictsIndex(walk, leaf, range));
 }
 
 void KeepRows(Walk& walk, const TreePage& page, const Leaf& leaf, RowIdRange range) {
@@ -153,11 +172,11 @@ void TakeLeaf(Walk& walk, const TreePage& page, RowIdRange range, bool root) {
     const bool anyFits = std::any_of(leaf.RowIds.begin(), leaf.RowIds.end(),
                                      [](const auto& rowId) { return rowId.has_value(); });
     const bool wholeButUnread = page.Sound && leaf.Strange == 0 && (root || !page.Cells.empty());
-    if ((!anyFits && !wholeButUnread) || IsForeign(walk, page, leaf)) {
+    if ((!anyFits && !wholeButUnread) || IsForeign(walk, page, leaf, range)) {
         AddGap(walk, range);
         return;
     }
-    walk.Claimed[page.Number] = true;
+    Claim(walk, page.Number);
     KeepRows(walk, page, leaf, range);
 }
 
@@ -197,7 +216,7 @@ void TakeInterior(Walk& walk, const TreePage& page, RowIdRange range, int depth)
         AddGap(walk, range);
         return;
     }
-    walk.Claimed[page.Number] = true;
+    Claim(walk, page.Number);
     const std::vector<bool> good = Ascending(keys);
     const std::vector<std::int64_t> upper = UpperKeys(keys, good, range.UpTo);
     std::int64_t last = range.After;
@@ -212,7 +231,7 @@ void TakeInterior(Walk& walk, const TreePage& page, RowIdRange range, int depth)
 
 void WalkPage(Walk& walk, PageNo number, RowIdRange range, int depth) {
     const bool there = number >= 1 && number <= walk.File.Count;
-    if (!there || walk.Claimed[number] || depth > kDeepest) {
+    if (!there || walk.Claimed[number] || walk.Table.Refused.contains(number) || depth > kDeepest) {
         AddGap(walk, range);
         return;
     }

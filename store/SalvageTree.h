@@ -7,6 +7,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -72,6 +73,8 @@ struct IndexFacts {
 struct TableRows {
     TableShape Shape;
     IndexFacts Index;
+    std::set<PageNo> Refused;   ///< pages that are not believed to be this table's
+    std::vector<PageNo> Pages;  ///< pages that the walk took
     std::vector<RowPlace> Rows;
     std::vector<Gap> Gaps;
     std::map<std::size_t, std::size_t> Widths;  ///< records on sound pages, by number of columns

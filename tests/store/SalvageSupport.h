@@ -235,7 +235,11 @@ inline std::string AllLosses(const SalvageResult& result) {
 class SalvageFixture : public testing::Test {
 protected:
     void SetUp() override {
-        std::string name = (fs::temp_directory_path() / "salvage-XXXXXX").string();
+        // Hundreds of files, each of them synchronised: in memory where the system has such a
+        // folder.
+        const fs::path memory = "/dev/shm";
+        const fs::path parent = fs::is_directory(memory) ? memory : fs::temp_directory_path();
+        std::string name = (parent / "salvage-XXXXXX").string();
         ASSERT_NE(nullptr, mkdtemp(name.data()));
         folder_ = name;
     }
@@ -272,6 +276,7 @@ protected:
         return result;
     }
     StoreError::Kind RepairFails(const FileBytes& bytes) {
+        fs::remove(In("new.CRF"));
         WriteFile(In("damaged.CRF"), bytes);
         return FailureOf(In("damaged.CRF"), In("new.CRF"));
     }
@@ -301,23 +306,29 @@ protected:
         return lost;
     }
 
-    /// Every row that is there must be one that was there, in its own table.
-    void ExpectNoStrangeRows() const {
+    /// Every row that is there must be one that was there, in its own table. A text with letters
+    /// that could not be read is another, and is told of.
+    void ExpectNoStrangeRows(const std::string& losses = "") const {
+        const bool mended = losses.find("letters that could not be read") != std::string::npos;
         for (const auto& [name, rows] : after_) {
             ASSERT_TRUE(before_.contains(name)) << name;
             for (const auto& [rowId, row] : rows) {
                 const auto found = before_.at(name).find(rowId);
                 ASSERT_NE(before_.at(name).end(), found) << name << " " << rowId;
+                if (mended && row.find('?') != std::string::npos) continue;
                 ASSERT_EQ(found->second, row) << name << " " << rowId;
             }
         }
     }
-    /// A table that lacks a row must be named.
+    /// A table that lacks a row must be named, unless its name itself is lost.
     void ExpectLossesNamed(const std::string& losses) const {
+        const bool namesLost = losses.find("Table definitions lost: ") != std::string::npos ||
+                               losses.find("The file's list of tables") != std::string::npos;
         for (const auto& [name, rows] : before_) {
             const bool whole = after_.contains(name) && after_.at(name).size() == rows.size();
             const bool named = losses.find(" " + name) != std::string::npos;
-            EXPECT_TRUE(whole || named) << name << "\n" << losses;
+            const bool nameless = namesLost && !after_.contains(name);
+            EXPECT_TRUE(whole || named || nameless) << name << "\n" << losses;
         }
     }
     /// Tables none of whose pages is touched come back exactly.
