@@ -222,7 +222,7 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
     report.WasDamaged = true;
     if (ConcernsIndexOnly(findings) && Reindex(path)) return report;
     ScratchFile fresh(path + "~repair");
-    const auto salvaged = SalvageDatabase(path, fresh.Path);
+    const auto salvaged = SalvageDatabase(path, fresh.Path, RegisterSqlFunctions);
     report.Losses = salvaged.Losses;
     report.RowsKept = salvaged.RowsKept;
     // A journal of the damaged file must never be played back into the new one.
