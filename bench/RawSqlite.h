@@ -1,0 +1,48 @@
+#pragma once
+
+// The yardstick: SQLite's C interface alone, doing the reads and writes that a step comes to.
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zolmara::bench {
+
+class RawFile {
+public:
+    explicit RawFile(const std::string& path);
+    ~RawFile();
+    RawFile(const RawFile&) = delete;
+    RawFile& operator=(const RawFile&) = delete;
+
+    void Run(const std::string& sql);
+    std::vector<std::string> Tables();
+    /// Steps over a table and takes every cell; gives the number of cells.
+    std::size_t ReadAll(const std::string& table);
+    sqlite3* handle() const { return handle_; }
+
+private:
+    sqlite3* handle_ = nullptr;
+};
+
+/// A row that a run changed: its values as they are afterwards; NaN stands for Null.
+struct ChangedRow {
+    std::int64_t Rowid;
+    std::vector<double> Values;
+};
+/// The changed rows of a table, with the columns that changed on any of them.
+struct ChangedRows {
+    std::string Update;  ///< with a parameter for each column, then the rowid
+    std::vector<ChangedRow> Rows;
+};
+
+/// What a run changed, from the file before and the file after it.
+std::vector<ChangedRows> Differences(const std::string& before, const std::string& after);
+std::size_t CellsOf(const std::vector<ChangedRows>& changes);
+
+/// Reads every cell of the file and writes the changes in one durable transaction.
+void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes);
+
+}  // namespace zolmara::bench

@@ -1,0 +1,247 @@
+// zolmara-bench FOLDER: what the main steps cost, as ratios. See README.md here.
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "bench/InMemory.h"
+#include "bench/LargeStatement.h"
+#include "bench/Measure.h"
+#include "bench/RawSqlite.h"
+#include "calc/Calc_All.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "import/ImportASCII.h"
+#include "store/Session.h"
+#include "structure/AddDeleteCC.h"
+#include "structure/CostCenterColumns.h"
+#include "worksheets/NewCrf.h"
+
+namespace zolmara::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kRuns = 3;
+
+/// Nobody is in front; what would be a message is printed, since a benchmark expects none.
+class SilentHost : public Host {
+public:
+    int MsgBox(const std::string& text, int style, const std::string&) override {
+        fmt::print("{}\n", text);
+        return DefaultAnswer(style);
+    }
+    DateTime Now() override { return DateTime(2024, 2, 1); }
+    std::string GetSetting(const std::string&, const std::string&, const std::string&,
+                           const std::string& fallback) override {
+        return fallback;
+    }
+    void SaveSetting(const std::string&, const std::string&, const std::string&,
+                     const std::string&) override {}
+    std::string ProgramFolder() override { return "."; }
+};
+
+struct Bench {
+    std::string Folder;
+    std::string Large;   ///< the large statement, calculated
+    std::string Work;    ///< a copy to work on
+
+    explicit Bench(std::string folder) : Folder(std::move(folder)) {
+        fs::create_directories(Folder);
+        Large = Folder + "/large.CRF";
+        Work = Folder + "/work.CRF";
+    }
+
+    std::string File(const std::string& name) const { return Folder + "/" + name; }
+    void CopyLarge() const { fs::copy_file(Large, Work, fs::copy_options::overwrite_existing); }
+};
+
+void MakeNew(const std::string& path) {
+    fs::remove(path);
+    NewCrfFields fields;
+    fields.FormNum = "287";
+    fields.ProviderNum = "12-3456";
+    fields.FYStart = "10/1/2022";
+    fields.FYEnd = "9/30/2023";
+    fields.FacilityName = "Large Home Office";
+    CreateCrf(path, fields);
+}
+
+std::size_t WriteImportFile(const std::string& path, const LargeShape& shape) {
+    std::ofstream file(path, std::ios::binary);
+    return WriteLargeStatement(file, shape);
+}
+
+/// A keyed change that moves every allocated amount: the costs on line 53.
+void ChangeCosts(double factor) {
+    for (const std::string table : {"C1p3", "D1p3"}) {
+        auto row = gDB.OpenRecordset("SELECT * FROM " + table + " WHERE LineNum=53");
+        row.Edit();
+        for (int i = 3; i < row.FieldCount(); ++i)
+            row.Set(i, RoundTo((NumOr(row[i]) + 1000) * factor, 0));
+        row.Update();
+    }
+}
+
+void BuildLarge(const Bench& bench) {
+    const auto text = bench.File("large.txt");
+    const auto lines = WriteImportFile(text, {});
+    MakeNew(bench.Large);
+    const double import = Seconds(1, [&] { ImportAsciiFile(text); });
+    Report("import of the large statement", import, fmt::format("{} lines", lines), bench.Folder);
+    ChangeCosts(1);
+    Calc_All();
+    DropCrf();
+}
+
+void BenchCalc(const Bench& bench) {
+    bench.CopyLarge();
+    OpenCrf(bench.Work);
+    ChangeCosts(1.01);
+    DropCrf();
+    const auto before = bench.File("before.CRF");
+    fs::copy_file(bench.Work, before, fs::copy_options::overwrite_existing);
+    const double calc = Seconds(
+        kRuns,
+        [&] {
+            DropCrf();
+            fs::copy_file(before, bench.Work, fs::copy_options::overwrite_existing);
+            OpenCrf(bench.Work);
+        },
+        [] { Calc_All(); });
+    const double unchanged = Seconds(kRuns, [] { Calc_All(); });
+    DropCrf();
+    const auto changes = Differences(before, bench.Work);
+    const auto raw = bench.File("raw.CRF");
+    const double yardstick = Seconds(
+        kRuns, [&] { fs::copy_file(before, raw, fs::copy_options::overwrite_existing); },
+        [&] { ReadAndWrite(raw, changes); });
+    const auto matrices = LoadMatrices(before);
+    const double memory = Seconds(kRuns, [&] {
+        if (Calculate(matrices) == 0) fmt::print("no amounts\n");
+    });
+    fmt::print("Calc_All writes {} cells\n", CellsOf(changes));
+    Report("Calc_All, all allocated amounts change", calc, "raw SQLite", yardstick, bench.Folder);
+    Report("Calc_All, all allocated amounts change", calc, "in memory", memory, bench.Folder);
+    Report("Calc_All, nothing changed", unchanged, "raw SQLite", yardstick, bench.Folder);
+}
+
+void BenchImport(const Bench& bench) {
+    for (const int perMille : {25, 50, 100, 200}) {
+        const auto text = bench.File("import.txt");
+        LargeShape shape;
+        shape.Components = 3000;
+        shape.CostCenters = 150;
+        shape.FilledPerMille = perMille;
+        shape.DirectPerMille = perMille;
+        const auto lines = WriteImportFile(text, shape);
+        const double seconds = Seconds(
+            1,
+            [&] {
+                DropCrf();
+                MakeNew(bench.Work);
+            },
+            [&] { ImportAsciiFile(text); });
+        Report(fmt::format("import of {} lines", lines), seconds,
+               fmt::format("{:.1f} microseconds a line", seconds * 1e6 / static_cast<double>(lines)),
+               bench.Folder);
+    }
+    DropCrf();
+}
+
+/// The same tables copied twice, as a column's place demands.
+void CopyTablesTwice(const std::string& path, const std::vector<std::string_view>& tables) {
+    RawFile file(path);
+    file.Run("BEGIN IMMEDIATE");
+    for (const auto table : tables) {
+        file.Run(fmt::format("CREATE TABLE copy1 AS SELECT * FROM {}", table));
+        file.Run(fmt::format("DROP TABLE {}", table));
+        file.Run(fmt::format("CREATE TABLE {} AS SELECT * FROM copy1", table));
+        file.Run("DROP TABLE copy1");
+        file.Run(fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} (LineNum)", table));
+    }
+    file.Run("COMMIT");
+}
+
+void BenchStructure(const Bench& bench) {
+    const auto reopen = [&] {
+        DropCrf();
+        bench.CopyLarge();
+        OpenCrf(bench.Work);
+    };
+    const auto line = Currency(NumOr([&] {
+                          reopen();
+                          return gDB.Scalar("SELECT Max(LineNum) FROM CostCenters "
+                                            "WHERE LineNum>=9 AND LineNum<10");
+                      }())) +
+                      kSubscriptStep;
+    const double add = Seconds(kRuns, reopen, [&] {
+        RunBatch(gDB, [&] { AddCostCenter(line); });
+    });
+    DropCrf();
+    const double raw = Seconds(
+        kRuns, [&] { bench.CopyLarge(); },
+        [&] { CopyTablesTwice(bench.Work, TablesWithColumn(line)); });
+    Report("add a cost center", add, "raw SQLite", raw, bench.Folder);
+}
+
+void CheckAndVacuum(const std::string& path) {
+    RawFile file(path);
+    file.Run("PRAGMA integrity_check");
+    file.Run("VACUUM INTO '" + path + ".copy'");
+}
+
+void BenchOpenClose(const Bench& bench) {
+    const auto reset = [&] {
+        DropCrf();
+        bench.CopyLarge();
+        fs::remove(bench.Work + ".copy");
+    };
+    const double open = Seconds(kRuns, reset, [&] { OpenCrf(bench.Work); });
+    const double rawOpen = Seconds(kRuns, reset, [&] {
+        RawFile file(bench.Work);
+        file.ReadAll("Master");
+    });
+    Report("open", open, "raw SQLite", rawOpen, bench.Folder);
+    const double close = Seconds(
+        kRuns,
+        [&] {
+            reset();
+            OpenCrf(bench.Work);
+        },
+        [] { mnuReportClose(); });
+    const double rawClose = Seconds(kRuns, reset, [&] { CheckAndVacuum(bench.Work); });
+    Report("close: check and compact", close, "raw SQLite", rawClose, bench.Folder);
+}
+
+void BenchCommand(const Bench& bench, const std::string& cli, const std::string& sample) {
+    const auto command = fmt::format("{} calc --quiet {}", cli, bench.Work);
+    fs::copy_file(sample, bench.Work, fs::copy_options::overwrite_existing);
+    const double cold = Seconds(10, [&] {
+        if (std::system(command.c_str()) == -1) std::abort();
+    });
+    Report("the command calc on the sample", cold, "aim under 50 ms", bench.Folder);
+}
+
+}  // namespace
+}  // namespace zolmara::bench
+
+int main(int argc, char** argv) {
+    using namespace zolmara;
+    if (argc != 2 && argc != 4) {
+        fmt::print(stderr, "zolmara-bench FOLDER [CLI SAMPLE.CRF]\n");
+        return 1;
+    }
+    bench::SilentHost host;
+    InstallHost(&host);
+    const bench::Bench bench(argv[1]);
+    bench::BuildLarge(bench);
+    bench::BenchCalc(bench);
+    bench::BenchOpenClose(bench);
+    bench::BenchStructure(bench);
+    bench::BenchImport(bench);
+    if (argc == 4) bench::BenchCommand(bench, argv[2], argv[3]);
+    return 0;
+}
