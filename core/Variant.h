@@ -39,6 +39,12 @@ public:
     const DateTime& AsDate() const { return std::get<DateTime>(value_); }
     const std::string& AsText() const { return std::get<std::string>(value_); }
 
+    /// Takes a double in place, the cheap way to read a cell into a row that is used again.
+    void SetDouble(double value) {
+        if (auto* held = std::get_if<double>(&value_)) *held = value;
+        else value_ = value;
+    }
+
     /// The number held, whatever its number type. Needs IsNumber().
     double Number() const;
 

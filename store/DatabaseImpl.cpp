@@ -54,6 +54,15 @@ void BindAsText(SqliteStatement& statement, int position, const Variant& value, 
 
 }  // namespace
 
+WithoutChecks::WithoutChecks(sqlite3* handle) : handle_(handle) {
+    if (handle_) SqliteRun(handle_, "PRAGMA ignore_check_constraints=ON");
+}
+
+WithoutChecks::~WithoutChecks() {
+    if (handle_)
+        sqlite3_exec(handle_, "PRAGMA ignore_check_constraints=OFF", nullptr, nullptr, nullptr);
+}
+
 void BindParameter(SqliteStatement& statement, int position, const Variant& value, sql::BindAs how,
                    int size) {
     switch (how) {
@@ -218,6 +227,7 @@ void Database::Impl::SelectInto(const Request& request, std::span<const Variant>
     const auto& what = request.Statement->What;
     RunWhole([&] {
         SqliteRun(Handle, CreateTableSql(what.NewTable), what.NewTable.Name);
+        const WithoutChecks quiet(what.CopiesFields ? Handle : nullptr);
         request.Statement->Main = SqliteStatement(Handle, what.Sql);
         BindAll(request, args);
         request.Statement->Main.Step(what.NewTable.Name);

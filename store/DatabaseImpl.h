@@ -97,6 +97,19 @@ private:
                         PreparedPtr statement);
 };
 
+/// Spares values that a field already holds, or Nulls, from being checked again while they are
+/// copied.
+class WithoutChecks {
+public:
+    explicit WithoutChecks(sqlite3* handle);  ///< null changes nothing
+    ~WithoutChecks();
+    WithoutChecks(const WithoutChecks&) = delete;
+    WithoutChecks& operator=(const WithoutChecks&) = delete;
+
+private:
+    sqlite3* handle_;
+};
+
 /// Puts a value into a parameter by the way its place demands.
 void BindParameter(SqliteStatement& statement, int position, const Variant& value, sql::BindAs how,
                    int size);

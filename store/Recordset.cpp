@@ -160,12 +160,12 @@ void Recordset::State::ReadRows() {
     auto& select = Statement->Main;
     const auto count = Columns().size();
     while (select.Step(Source)) {
-        auto& row = Rows.emplace_back();
-        row.reserve(count);
+        auto& row = Rows.emplace_back(count);
         for (std::size_t i = 0; i < count; ++i) {
             const auto& column = Columns()[i];
             const int at = static_cast<int>(i);
-            row.push_back(column.Typed ? select.Value(at, column.Field.Type) : select.Value(at));
+            if (column.Typed) select.Read(at, column.Field.Type, row[i]);
+            else row[i] = select.Value(at);
         }
     }
     select.Reset();
@@ -206,7 +206,7 @@ void Recordset::State::Fetch() {
     }
     Row.resize(Columns().size());
     for (std::size_t i = 0; i < Row.size(); ++i)
-        Row[i] = read.Value(static_cast<int>(i), Columns()[i].Field.Type);
+        read.Read(static_cast<int>(i), Columns()[i].Field.Type, Row[i]);
     read.Reset();
     RowKey = key;
     RowVersion = version;

@@ -565,8 +565,20 @@ private:
                 Refuse("duplicate column name: " + field.Name);
             result_.NewTable.Fields.push_back(std::move(field));
         }
+        result_.CopiesFields =
+            std::all_of(result_.Columns.begin(), result_.Columns.end(),
+                        [](const OutputColumn& column) { return column.Source >= 0; });
         result_.Sql = fmt::format("INSERT INTO {} {}", Quoted(statement.Table),
-                                  SelectSql(statement.Query, ColumnList()));
+                                  IsWholeTable(statement.Query)
+                                      ? "SELECT * FROM " + Quoted(scope_.front().Table->Def.Name)
+                                      : SelectSql(statement.Query, ColumnList()));
+    }
+
+    /// A table as it is: SQLite then copies its records without taking them apart.
+    static bool IsWholeTable(const Select& select) {
+        return select.Items.size() == 1 && select.Items[0].Value->kind == Expr::Kind::Star &&
+               select.From.size() == 1 && !select.Where && !select.Distinct && !select.Top &&
+               select.GroupBy.empty() && !select.Having && select.OrderBy.empty();
     }
 
     /// The fields that an INSERT fills: those named, or all.

@@ -134,4 +134,12 @@ Variant SqliteStatement::Value(int column, FieldType type) const {
     return Value(column);
 }
 
+void SqliteStatement::Read(int column, FieldType type, Variant& into) const {
+    auto* cell = sqlite3_column_value(statement_, column);
+    if (type == FieldType::dbDouble && sqlite3_value_type(cell) == SQLITE_FLOAT)
+        into.SetDouble(sqlite3_value_double(cell));
+    else
+        into = Value(column, type);
+}
+
 }  // namespace zolmara

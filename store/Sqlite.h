@@ -44,6 +44,8 @@ public:
     std::int64_t Integer(int column) const;
     /// The cell as a field of the type reads it.
     Variant Value(int column, FieldType type) const;
+    /// The same, into a cell that is used again from row to row.
+    void Read(int column, FieldType type, Variant& into) const;
     /// The cell by its own type alone.
     Variant Value(int column) const;
 

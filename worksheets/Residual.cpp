@@ -31,8 +31,7 @@ std::vector<Candidate> LargestOfPart(std::string_view family, int part,
                                      const std::vector<Gap>& gaps) {
     std::vector<Candidate> largest(gaps.size());
     Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {}{} Where LineNum<51 Order By LineNum;", family, part),
-        dbOpenSnapshot);
+        fmt::format("Select * From {}{} Where LineNum<51 Order By LineNum;", family, part));
     for (; !rows.Eof(); rows.MoveNext()) {
         for (std::size_t i = 0; i < gaps.size(); ++i) {
             const double size = SizeOf(rows[gaps[i].Position]);

@@ -32,7 +32,7 @@ Recordset RequiredRow(std::string_view table, int line) {
 }
 
 LineCursor::LineCursor(std::string_view table, std::string_view sql)
-    : table_(table), rows_(gDB.OpenRecordset(sql, dbOpenSnapshot)) {
+    : table_(table), rows_(gDB.OpenRecordset(sql)) {
     if (!rows_.Eof()) amounts_ = AmountsOf(rows_);
 }
 

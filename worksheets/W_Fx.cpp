@@ -99,7 +99,7 @@ void SumRows(std::string_view family, char part, const Write& write) {
     const bool pooled = family == "E1p";
     const int first = pooled ? 5 : 3;
     Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {}{} Order By LineNum;", family, part), dbOpenSnapshot);
+        fmt::format("Select * From {}{} Order By LineNum;", family, part));
     std::vector<CostClass> classes;
     for (int i = 0; i < rows.FieldCount(); ++i) {
         classes.push_back(i < first ? CostClass::None : ClassOf(rows.FieldName(i), pooled));
