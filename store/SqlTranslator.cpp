@@ -79,6 +79,7 @@ constexpr FunctionRule kFunctions[] = {
     {"FORMAT", 2, "zformat({0},{1})", ValueType::Text},
     {"INSTR", 2, "instr({0},{1})", ValueType::Integer},
     {"CHR", 1, "char({0})", ValueType::Text},
+    {"CDBL", 1, "CAST({0} AS REAL)", ValueType::Number},
     {"INT", 1, "zint({0})", ValueType::Unknown},
     {"FIX", 1, "zfix({0})", ValueType::Unknown},
     {"ABS", 1, "abs({0})", ValueType::Unknown},
@@ -90,6 +91,9 @@ constexpr FunctionRule kFunctions[] = {
     {"FIRST", 1, "zfirst({0})", ValueType::Unknown},
     {"LAST", 1, "zlast({0})", ValueType::Unknown},
 };
+
+/// CDbl(Null): a new amount field without amounts.
+constexpr std::string_view kNullAmount = "CAST(NULL AS REAL)";
 
 struct ScopeEntry {
     TablePtr Table;
@@ -565,9 +569,10 @@ private:
                 Refuse("duplicate column name: " + field.Name);
             result_.NewTable.Fields.push_back(std::move(field));
         }
-        result_.CopiesFields =
-            std::all_of(result_.Columns.begin(), result_.Columns.end(),
-                        [](const OutputColumn& column) { return column.Source >= 0; });
+        result_.CopiesFields = true;
+        for (std::size_t i = 0; i < columnSql_.size(); ++i)
+            if (result_.Columns[i].Source < 0 && columnSql_[i] != kNullAmount)
+                result_.CopiesFields = false;
         result_.Sql = fmt::format("INSERT INTO {} {}", Quoted(statement.Table),
                                   IsWholeTable(statement.Query)
                                       ? "SELECT * FROM " + Quoted(scope_.front().Table->Def.Name)

@@ -41,7 +41,7 @@ struct Translation {
     std::vector<Parameter> Parameters;
     TablePtr Table;      ///< what an action writes to, what a dynaset shows
     TableDef NewTable;   ///< of SELECT INTO
-    bool CopiesFields = false;  ///< SELECT INTO of nothing but fields, whose values were checked
+    bool CopiesFields = false;  ///< SELECT INTO of fields, whose values were checked, and Nulls
     std::vector<OutputColumn> Columns;
     /// A select whose rows are rows of one table: Sql gives their rowids.
     bool IsDynaset = false;

@@ -34,8 +34,11 @@ constexpr ColumnTables kColumnTables[] = {
     {8, 10, kPools},  {28, 29, kPools},
 };
 
-/// The field under which a new column is appended before it gets its place and name.
+/// The name that a new column has until it gets its place; no table may hold such a field.
 constexpr std::string_view kNewField = "CC";
+/// A new column's amounts. Appending the field first, only to select it from there, would make
+/// the store read every table's definition again.
+constexpr std::string_view kNewAmounts = "CDbl(Null)";
 
 /// The three parts of a schedule are worked together; E stands alone.
 std::size_t FamilySize(Names tables, std::size_t at) {
@@ -76,7 +79,7 @@ public:
 
 private:
     void Place() {
-        plan_.Add(kNewField, CostCenterColumn(line_));
+        plan_.Add(kNewAmounts, CostCenterColumn(line_));
         placed_ = true;
     }
 
@@ -122,19 +125,17 @@ void ReportAppendFailure(std::string_view table, const StoreError& error) {
              kCritical, "Error adding field to table B");
 }
 
-/// Appends the new field to each table of a family; takes it back where one refuses it.
-bool AppendNewField(Names family) {
-    std::vector<std::string_view> done;
+/// A field can be added to each table of a family that is there and holds no field of that name.
+bool CanTakeNewField(Names family) {
     try {
         gDB.RefreshTableDefs();
-        for (auto table : family) {
-            gDB.AppendField(table, {.Name = std::string(kNewField), .Type = FieldType::dbDouble});
-            done.push_back(table);
-        }
+        for (auto table : family)
+            if (gDB.Table(table).FieldIndex(kNewField) >= 0)
+                throw StoreError(StoreError::Kind::Other,
+                                 fmt::format("duplicate column name: {}", kNewField));
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;
         ReportAppendFailure(family.front(), error);
-        for (auto table : done) gDB.DeleteField(table, kNewField);
         return false;
     }
     return true;
@@ -149,7 +150,7 @@ void RebuildTable(std::string_view table, const std::string& select) {
 }
 
 bool AddColumnToFamily(Names family, Currency line) {
-    if (!AppendNewField(family)) return false;
+    if (!CanTakeNewField(family)) return false;
     const auto plan = PlanColumn(family.front(), line);
     for (auto table : family) RebuildTable(table, plan.Select);
     return true;
