@@ -76,7 +76,7 @@ inline std::string ValueText(sqlite3_stmt* statement, int column) {
         case SQLITE_FLOAT:
             return fmt::format("r{}|", sqlite3_column_double(statement, column));
         default:
-            return "t" + Sqlite::Text(statement, column) + "|";
+            return fmt::format("t{}|", Sqlite::Text(statement, column));
     }
 }
 
