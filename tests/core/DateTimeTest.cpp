@@ -132,6 +132,13 @@ TEST(ShortDateText, HasTheTimeWhereItIsNotMidnight) {
     EXPECT_EQ(ShortDateText(DateTime(2023, 9, 3, 12, 0, 0)), "9/3/2023 12:00:00 PM");
 }
 
+RC_GTEST_PROP(ParseDate, TakesNoTextForADayThatIsNone, ()) {
+    const auto text = *rc::gen::container<std::string>(
+        rc::gen::elementOf(std::string("0123456789019912/ //--:, Ocay.MP")));
+    const std::optional<DateTime> date = ParseDate(text);
+    if (date && date->Year() >= 1000) RC_ASSERT(ParseDate(ShortDateText(*date)) == date);
+}
+
 RC_GTEST_PROP(DateTime, ComesBackFromItsTexts, ()) {
     // 1900 to 2100.
     const auto seconds = *rc::gen::inRange<std::int64_t>(-2208988800, 4102444800);

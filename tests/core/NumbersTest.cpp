@@ -122,6 +122,14 @@ RC_GTEST_PROP(NumberText, OfCentsAndMillionthsReadsBackExactly, ()) {
     RC_ASSERT(ParseNumber(NumberText(value)) == value);
 }
 
+RC_GTEST_PROP(ParseNumber, GivesOnlyWhatADoubleHolds, ()) {
+    const auto text = *rc::gen::container<std::string>(
+        rc::gen::elementOf(std::string("0123456789.,.+-eE$() nainf")));
+    const std::optional<double> value = ParseNumber(text);
+    if (value) RC_ASSERT(std::isfinite(*value));
+    RC_ASSERT(std::isfinite(Val(text)));
+}
+
 RC_GTEST_PROP(ParseNumber, ReadsWhatFormatWrites, ()) {
     const auto cents = *rc::gen::inRange<std::int64_t>(-99999999999, 99999999999);
     const double value = static_cast<double>(cents) / 100;
