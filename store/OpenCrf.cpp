@@ -28,7 +28,7 @@ struct Identity {
 Identity ReadIdentity() {
     const auto foreign = [] {
         return StoreError(StoreError::Kind::NotADatabase,
-                          fmt::format("{} is not a Cost Report File.", gCRFPath));
+                          fmt::format("{}: is not a Cost Report File", gCRFPath));
     };
     if (!gDB.HasTable("Master")) throw foreign();
     const Recordset master = gDB.OpenRecordset("Master", dbOpenTable);

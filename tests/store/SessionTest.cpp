@@ -180,7 +180,7 @@ TEST_F(Session, AFileWithoutMasterIsNamed) {
         OpenCrf(path);
         FAIL() << "opened";
     } catch (const StoreError& error) {
-        EXPECT_EQ(std::string(error.what()), path + " is not a Cost Report File.");
+        EXPECT_EQ(std::string(error.what()), path + ": is not a Cost Report File");
     }
     ExpectNothingOpen(host);
 }
