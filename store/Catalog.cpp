@@ -104,6 +104,18 @@ void Catalog::Refresh() {
     tables_.clear();
 }
 
+void Catalog::Forget(const std::string& name, Shape shape) {
+    const auto lower = LCase(name);
+    if (const auto version = versions_.find(lower); version != versions_.end())
+        ++*version->second;
+    tables_.erase(lower);
+    if (shape == Shape::Changed || !namesLoaded_) return;
+    if (shape == Shape::New) names_.push_back(name);
+    else std::erase(names_, byLower_[lower]);
+    if (shape == Shape::New) byLower_[lower] = name;
+    else byLower_.erase(lower);
+}
+
 void Catalog::TouchAll() {
     for (auto& [name, version] : versions_) ++*version;
 }

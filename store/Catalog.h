@@ -29,6 +29,9 @@ std::string Quoted(std::string_view name);
 std::string FieldDeclaration(const FieldDef& field);
 std::string CreateTableSql(const TableDef& table);
 
+/// What happened to a table.
+enum class Shape { New, Changed, Gone };
+
 class Catalog {
 public:
     explicit Catalog(sqlite3* handle) : handle_(handle) {}
@@ -36,8 +39,10 @@ public:
     /// Null when there is no such table.
     TablePtr Find(std::string_view name);
     std::vector<std::string> Names();
-    /// Forgets what was read, after a change of a table's shape.
+    /// Forgets all that was read.
     void Refresh();
+    /// Forgets what was read of one table.
+    void Forget(const std::string& name, Shape shape);
     /// Marks every table as written to.
     void TouchAll();
 

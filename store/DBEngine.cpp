@@ -147,25 +147,6 @@ std::vector<std::string> FindDamage(const std::string& path) {
     }
 }
 
-bool ConcernsIndexOnly(const std::vector<std::string>& findings) {
-    for (const auto& finding : findings)
-        if (finding.find("missing from index") == std::string::npos &&
-            finding.find("wrong # of entries in index") == std::string::npos)
-            return false;
-    return true;
-}
-
-bool Reindex(const std::string& path) {
-    try {
-        Connection connection;
-        Connect(connection, path, SQLITE_OPEN_READWRITE);
-        SqliteRun(connection.Handle, "REINDEX", path);
-    } catch (const StoreError&) {
-        return false;
-    }
-    return FindDamage(path).empty();
-}
-
 struct ScratchFile {
     std::string Path;
     explicit ScratchFile(std::string path) : Path(std::move(path)) { Remove(); }
@@ -222,7 +203,8 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
     const auto findings = FindDamage(path);
     if (findings.empty()) return report;
     report.WasDamaged = true;
-    if (ConcernsIndexOnly(findings) && Reindex(path)) return report;
+    // Not REINDEX, even where only indexes are complained of: a page of rows that was overwritten
+    // by an empty one looks like that too, and the indexes are what still tells of the loss.
     ScratchFile fresh(path + "~repair");
     const auto salvaged = SalvageDatabase(path, fresh.Path, RegisterSqlFunctions);
     report.Losses = salvaged.Losses;

@@ -6,8 +6,10 @@
 namespace zolmara {
 
 int TableDef::FieldIndex(std::string_view name) const {
+    // Names of fields are plain letters and digits: names of different size are different.
     for (std::size_t i = 0; i < Fields.size(); ++i)
-        if (SameText(Fields[i].Name, name)) return static_cast<int>(i);
+        if (Fields[i].Name.size() == name.size() && SameText(Fields[i].Name, name))
+            return static_cast<int>(i);
     return -1;
 }
 
@@ -71,13 +73,14 @@ bool Database::HasTable(std::string_view name) { return Need(impl_).Tables.Find(
 const TableDef& Database::Table(std::string_view name) { return NeedTable(Need(impl_), name)->Def; }
 
 void Database::AppendTable(const TableDef& table) {
-    Need(impl_).RunSchemaChange(CreateTableSql(table), table.Name);
+    Need(impl_).RunSchemaChange(CreateTableSql(table), table.Name, Shape::New);
 }
 
 void Database::DeleteTable(std::string_view name) {
     auto& impl = Need(impl_);
     const auto table = NeedTable(impl, name);
-    impl.RunSchemaChange("DROP TABLE " + Quoted(table->Def.Name), table->Def.Name);
+    impl.RunSchemaChange("DROP TABLE " + Quoted(table->Def.Name), table->Def.Name,
+                         Shape::Gone);
 }
 
 void Database::AppendField(std::string_view table, const FieldDef& field) {

@@ -169,7 +169,8 @@ int Database::Impl::Execute(const Request& request, std::span<const Variant> arg
         case sql::Statement::Kind::SelectInto: SelectInto(request, args); return 0;
         case sql::Statement::Kind::CreateIndex: CreateIndex(what); return 0;
         case sql::Statement::Kind::DropTable:
-            RunSchemaChange("DROP TABLE " + Quoted(what.Table->Def.Name), what.Table->Def.Name);
+            RunSchemaChange("DROP TABLE " + Quoted(what.Table->Def.Name), what.Table->Def.Name,
+                            Shape::Gone);
             return 0;
         default: break;
     }
@@ -196,20 +197,29 @@ void Database::Impl::RunWrite(SqliteStatement& statement, const TablePtr& table)
     if (sqlite3_total_changes64(Handle) != before) ++*table->Version;
 }
 
-void Database::Impl::AfterSchemaChange() {
+void Database::Impl::AfterSchemaChange(const std::string& table, Shape shape) {
+    RequestsByText.clear();
+    StatementsByKey.clear();
+    Tables.Forget(table, shape);
+    Changes.MarkSchemaChange();
+}
+
+void Database::Impl::AfterLostChange() {
     RequestsByText.clear();
     StatementsByKey.clear();
     Tables.Refresh();
     Changes.MarkSchemaChange();
 }
 
-void Database::Impl::RunSchemaChange(const std::string& sql, const std::string& context) {
+void Database::Impl::RunSchemaChange(const std::string& sql, const std::string& table,
+                                     Shape shape) {
     CheckBatch();
-    SqliteRun(Handle, sql, context);
-    AfterSchemaChange();
+    SqliteRun(Handle, sql, table);
+    AfterSchemaChange(table, shape);
 }
 
-void Database::Impl::RunWhole(const std::function<void()>& step) {
+void Database::Impl::RunWhole(const std::string& table, Shape shape,
+                              const std::function<void()>& step) {
     CheckBatch();
     SqliteRun(Handle, "SAVEPOINT step");
     try {
@@ -217,15 +227,15 @@ void Database::Impl::RunWhole(const std::function<void()>& step) {
         SqliteRun(Handle, "RELEASE step");
     } catch (...) {
         sqlite3_exec(Handle, "ROLLBACK TO step; RELEASE step", nullptr, nullptr, nullptr);
-        AfterSchemaChange();
+        AfterLostChange();
         throw;
     }
-    AfterSchemaChange();
+    AfterSchemaChange(table, shape);
 }
 
 void Database::Impl::SelectInto(const Request& request, std::span<const Variant> args) {
     const auto& what = request.Statement->What;
-    RunWhole([&] {
+    RunWhole(what.NewTable.Name, Shape::New, [&] {
         SqliteRun(Handle, CreateTableSql(what.NewTable), what.NewTable.Name);
         const WithoutChecks quiet(what.CopiesFields ? Handle : nullptr);
         request.Statement->Main = SqliteStatement(Handle, what.Sql);
@@ -236,7 +246,7 @@ void Database::Impl::SelectInto(const Request& request, std::span<const Variant>
 }
 
 void Database::Impl::CreateIndex(const sql::Translation& what) {
-    RunWhole([&] {
+    RunWhole(what.Table->Def.Name, Shape::Changed, [&] {
         RequireFields(what.Table->Def, what.RequiredFields);
         SqliteRun(Handle, what.Sql, what.Table->Def.Name);
     });
@@ -305,14 +315,14 @@ void Database::Impl::EndBatch() {
         if (code == SQLITE_OK) return;
         const std::string reason = sqlite3_errmsg(Handle);
         sqlite3_exec(Handle, "ROLLBACK", nullptr, nullptr, nullptr);
-        AfterSchemaChange();
+        AfterLostChange();
         throw StoreError(StoreError::Kind::DiskFull,
                          Path + ": " + reason + "; nothing of this operation was kept");
     };
     if (sqlite3_get_autocommit(Handle)) {
         Changes.Stop();
         --BatchDepth;
-        AfterSchemaChange();
+        AfterLostChange();
         throw StoreError(StoreError::Kind::DiskFull,
                          Path + ": the disk is full; nothing of this operation was kept");
     }

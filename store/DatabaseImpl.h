@@ -67,10 +67,14 @@ struct Database::Impl {
     /// Raises when a write cannot count any more: the transaction is gone.
     void CheckBatch() const;
     void RunWrite(SqliteStatement& statement, const TablePtr& table);
-    void AfterSchemaChange();
-    void RunSchemaChange(const std::string& sql, const std::string& context);
-    /// Runs a step of several statements so that it has its whole effect or none.
-    void RunWhole(const std::function<void()>& step);
+    /// A table has come, gone or changed its fields.
+    void AfterSchemaChange(const std::string& table, Shape shape);
+    /// What was changed is taken back: nothing that was known of the file is sure.
+    void AfterLostChange();
+    void RunSchemaChange(const std::string& sql, const std::string& table,
+                         Shape shape = Shape::Changed);
+    /// Runs a step of several statements on a table so that it has its whole effect or none.
+    void RunWhole(const std::string& table, Shape shape, const std::function<void()>& step);
 
     // --- Batches
     void BeginBatch();
