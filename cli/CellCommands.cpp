@@ -22,21 +22,22 @@ constexpr Argument kColumn{"COLUMN", ArgumentKind::Required,
 constexpr std::array kGetArguments{kFileArgument, kItemArgument, kLine, kColumn};
 constexpr std::array kSetArguments{
     kFileArgument, kItemArgument, kLine, kColumn,
-    Argument{"VALUE", ArgumentKind::Required,
-             "The entry; an empty one empties the cell. Put -- ahead of one that begins with -"}};
+    Argument{
+        "VALUE", ArgumentKind::Required,
+        "The entry; an empty one empties the cell; put -- ahead of a text that begins with -"}};
 
-constexpr std::string_view kColumnHelp =
-    "COLUMN is a field's name in any case, or a column number of the form: 1 is Col_1, and in\n"
-    "the schedules 4.01 is CC_401, the column of cost center 4.01. Where a schedule has Col_n of\n"
-    "its own, n is that field. In CostCenters and ES 0 is the name, 1 the next field, and so on.";
+#define COLUMN_HELP                                                                              \
+    "COLUMN is a field's name in any case, or a column number of the form: 1 is Col_1, and in\n" \
+    "the schedules 4.01 is CC_401, the column of cost center 4.01. Where a schedule has Col_n "  \
+    "of\n"                                                                                       \
+    "its own, n is that field. In CostCenters and ES 0 is the name, 1 the next field, and so on."
 
+constexpr std::string_view kGetHelp = COLUMN_HELP;
 constexpr std::string_view kSetHelp =
     "The entry goes through the rules of the worksheet's editor: cells that are locked or\n"
     "computed are refused, with the editor's message and status 2. An entry that is put into\n"
-    "another form, such as a rounded amount, is stored, and its message gives status 2 as well.\n\n"
-    "COLUMN is a field's name in any case, or a column number of the form: 1 is Col_1, and in\n"
-    "the schedules 4.01 is CC_401, the column of cost center 4.01. Where a schedule has Col_n of\n"
-    "its own, n is that field. In CostCenters and ES 0 is the name, 1 the next field, and so on.";
+    "another form, such as a rounded amount, is stored, and its message gives status 2 as well.\n"
+    "\n" COLUMN_HELP;
 
 /// The cell that ITEM, LINE and COLUMN name; it is there.
 CellEntry CellOf(const Inputs& inputs) {
@@ -77,7 +78,7 @@ ExitStatus Set(const Inputs& inputs) {
 
 }  // namespace
 
-const Command kGet{"get", "Show one cell", kColumnHelp, kGetArguments, Get};
+const Command kGet{"get", "Show one cell", kGetHelp, kGetArguments, Get};
 const Command kSet{"set", "Key an entry into one cell", kSetHelp, kSetArguments, Set};
 
 }  // namespace zolmara::cli

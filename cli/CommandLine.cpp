@@ -7,7 +7,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <map>
 #include <memory>
+#include <stdexcept>
 
 #include "cli/CliHost.h"
 #include "cli/Output.h"
@@ -65,22 +67,33 @@ CLI::Option* AddArgument(CLI::App& app, const Argument& argument, std::string& t
         case ArgumentKind::Flag:
             return app.add_flag(name, help);
         case ArgumentKind::Required:
+            return app.add_option(name, text, help)->required()->option_text(" ");
+        case ArgumentKind::Optional:
+            return app.add_option(name, text, help)->option_text(" ");
         case ArgumentKind::Needed:
-            return app.add_option(name, text, help)->required()->option_text("");
-        default:
-            return app.add_option(name, text, help)->option_text("");
+            return app.add_option(name, text, help)->required()->option_text("VALUE, required");
+        case ArgumentKind::Option:
+            return app.add_option(name, text, help)->option_text("VALUE");
     }
+    throw std::logic_error("an argument of no kind");
+}
+
+std::string FooterOf(const Command& command) {
+    std::string footer(command.Details);
+    if (!footer.empty()) footer += "\n\n";
+    return footer +
+           "The options of every command and the exit status are told by zolmara-cli --help.";
 }
 
 class CommandLine {
 public:
     CommandLine() : app_("Prepares a Medicare Home Office Cost Statement, Form CMS-287-22.") {
         app_.name("zolmara-cli");
-        app_.require_subcommand(1);
+        app_.require_subcommand(0, 1);
         app_.fallthrough();
         app_.footer(std::string(kFooter));
+        app_.get_formatter()->label("SUBCOMMAND", "COMMAND");
         AddCommonOptions(app_, common_);
-        for (const CommandGroup& group : AllCommandGroups()) AddGroup(group);
         for (const Command* command : AllCommands()) AddCommand(*command);
     }
 
@@ -89,10 +102,11 @@ public:
         try {
             app_.parse(count, words);
             return kDone;
-        } catch (const CLI::ParseError& error) {
-            const int status = app_.exit(error);
+        } catch (const CLI::Success& help) {
             ended_ = true;
-            return status == 0 ? kDone : kWrongCommandLine;
+            return app_.exit(help);
+        } catch (const CLI::ParseError& error) {
+            throw CommandLineError{error.what()};
         }
     }
     bool Ended() const { return ended_; }
@@ -101,29 +115,38 @@ public:
     const Given& Chosen() const {
         for (const auto& given : given_)
             if (given->App->parsed()) return *given;
-        throw CommandLineError{"A command is required"};
+        throw CommandLineError{"A command is required; zolmara-cli --help lists them"};
     }
 
 private:
-    void AddGroup(const CommandGroup& group) {
-        CLI::App* app = app_.add_subcommand(std::string(group.Name), std::string(group.Summary));
-        app->require_subcommand(1);
-        app->fallthrough();
+    /// The group of a command such as "cc add", made with its first command.
+    CLI::App* GroupNamed(const std::string& name) {
+        if (const auto made = groups_.find(name); made != groups_.end()) return made->second;
+        for (const CommandGroup& group : AllCommandGroups()) {
+            if (group.Name != name) continue;
+            CLI::App* app = app_.add_subcommand(name, std::string(group.Summary));
+            app->group("Commands");
+            app->require_subcommand(1);
+            app->fallthrough();
+            app->get_formatter()->label("SUBCOMMAND", "COMMAND");
+            return groups_[name] = app;
+        }
+        throw std::logic_error("a command of no group");
     }
 
     void AddCommand(const Command& command) {
         const auto blank = command.Name.find(' ');
-        CLI::App* parent = &app_;
-        if (blank != std::string_view::npos)
-            parent = app_.get_subcommand(std::string(command.Name.substr(0, blank)));
-        const auto word = blank == std::string_view::npos ? 0 : blank + 1;
+        const bool grouped = blank != std::string_view::npos;
+        CLI::App* parent = grouped ? GroupNamed(std::string(command.Name.substr(0, blank))) : &app_;
+        const auto word = grouped ? blank + 1 : 0;
 
         auto given = std::make_unique<Given>();
         given->Which = &command;
         given->App = parent->add_subcommand(std::string(command.Name.substr(word)),
                                             std::string(command.Summary));
+        given->App->group("Commands");
         given->App->fallthrough();
-        if (!command.Details.empty()) given->App->footer(std::string(command.Details));
+        given->App->footer(FooterOf(command));
         given->Texts.resize(command.Arguments.size());
         for (std::size_t i = 0; i < command.Arguments.size(); ++i)
             given->Options.push_back(
@@ -133,6 +156,7 @@ private:
 
     CLI::App app_;
     CommonOptions common_;
+    std::map<std::string, CLI::App*> groups_;
     std::vector<std::unique_ptr<Given>> given_;
     bool ended_ = false;
 };
@@ -156,22 +180,24 @@ void Prepare(const CommonOptions& options) {
     StartUp();
 }
 
-int RunChosen(const Given& chosen) {
+int TryChosen(const Given& chosen) {
     try {
         const int status = chosen.Which->Run(chosen.Collect());
-        DropCrf();
-        if (status == kDone && TheCliHost().MessageCount() > 0) return kRefusedOrMessages;
-        return status;
+        const bool messages = TheCliHost().MessageCount() > 0;
+        return status == kDone && messages ? kRefusedOrMessages : status;
     } catch (const StoreError& error) {
         Complain(error.what());
         return error.IsFileError() ? kFileTrouble : kRefusedOrMessages;
-    } catch (const CommandLineError& error) {
-        Complain(error.Text);
-        return kWrongCommandLine;
     } catch (const std::exception& error) {
         Complain(error.what());
         return kRefusedOrMessages;
     }
+}
+
+int RunChosen(const Given& chosen) {
+    const int status = TryChosen(chosen);
+    DropCrf();
+    return status;
 }
 
 /// Output that could not be written is no success.
@@ -198,15 +224,19 @@ int RunCommandLine(int count, const char* const* words) {
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
     CommandLine line;
-    const int status = line.Parse(count, words);
-    if (line.Ended()) return FinishOutput(status);
+    int status = kDone;
     try {
-        Prepare(line.Common());
-    } catch (const StoreError& error) {
-        Complain(error.what());
-        return kFileTrouble;
+        status = line.Parse(count, words);
+        if (!line.Ended()) {
+            const Given& chosen = line.Chosen();
+            Prepare(line.Common());
+            status = RunChosen(chosen);
+        }
+    } catch (const CommandLineError& error) {
+        Complain(error.Text);
+        status = kWrongCommandLine;
     }
-    return FinishOutput(RunChosen(line.Chosen()));
+    return FinishOutput(status);
 }
 
 }  // namespace zolmara::cli

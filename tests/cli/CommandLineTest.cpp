@@ -1,0 +1,149 @@
+#include <sstream>
+
+#include "cli/CliRunner.h"
+
+namespace zolmara::test {
+
+namespace {
+
+using CommandLine = CliTest;
+
+const std::vector<std::string> kCommands{"new",       "info", "calc",   "show",
+                                         "get",       "set",  "import", "cc",
+                                         "component", "line", "header", "compact"};
+
+/// The first words of the lines between two heads of a help text.
+std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
+    std::vector<std::string> words;
+    std::istringstream lines(help.substr(help.find(head) + head.size() + 1));
+    for (std::string line; std::getline(lines, line) && line.starts_with("  ");)
+        words.push_back(line.substr(2, line.find(' ', 2) - 2));
+    return words;
+}
+
+struct HelpCase {
+    std::vector<std::string> Command;
+    std::vector<std::string> Arguments;
+    std::vector<std::string> Options;
+};
+
+const std::vector<HelpCase> kHelp{
+    {{"new"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--force"}},
+    {{"info"}, {"FILE"}, {}},
+    {{"calc"}, {"FILE"}, {}},
+    {{"show"}, {"FILE", "ITEM"}, {}},
+    {{"get"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
+    {{"set"}, {"FILE", "ITEM", "LINE", "COLUMN", "VALUE"}, {}},
+    {{"import"}, {"FILE", "TEXTFILE"}, {}},
+    {{"cc", "list"}, {"FILE"}, {}},
+    {{"cc", "add"}, {"FILE", "LINE", "NAME"}, {"--whole", "--sub"}},
+    {{"cc", "delete"}, {"FILE", "LINE"}, {}},
+    {{"cc", "rename"}, {"FILE", "LINE", "NAME"}, {}},
+    {{"component", "list"}, {"FILE", "PART"}, {}},
+    {{"component", "add"}, {"FILE", "PART", "LINE", "NAME", "CCN"}, {"--whole", "--sub"}},
+    {{"component", "delete"}, {"FILE", "PART", "LINE"}, {}},
+    {{"component", "rename"}, {"FILE", "PART", "LINE", "NAME", "CCN"}, {}},
+    {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
+    {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
+    {{"header"}, {"FILE", "N", "TEXT"}, {}},
+    {{"compact"}, {"FILE"}, {}},
+};
+
+TEST_F(CommandLine, HelpListsEveryCommandInItsOrder) {
+    const std::string help = Do({"--help"});
+    EXPECT_EQ(WordsUnder(help, "Commands:"), kCommands);
+}
+
+TEST_F(CommandLine, HelpTellsTheExitStatus) {
+    const std::string help = Do({"--help"});
+    for (const char* words : {"0 done", "1 the command line is wrong", "2 refused",
+                              "3 blocked by a Non-Fatal Error", "4 the file could not be read"})
+        EXPECT_NE(help.find(words), std::string::npos) << words;
+}
+
+TEST_F(CommandLine, HelpOfEachCommandNamesItsArguments) {
+    for (const HelpCase& expected : kHelp) {
+        auto words = expected.Command;
+        words.push_back("--help");
+        const std::string help = Do(words);
+        EXPECT_EQ(WordsUnder(help, "Positionals:"), expected.Arguments) << expected.Command.back();
+        auto options = WordsUnder(help, "Options:");
+        ASSERT_FALSE(options.empty());
+        options.erase(options.begin());
+        EXPECT_EQ(options, expected.Options) << expected.Command.back();
+    }
+}
+
+TEST_F(CommandLine, EveryPositionalThatMustBeGivenIsMissed) {
+    for (const HelpCase& command : kHelp) {
+        const CliResult result = Run(command.Command);
+        EXPECT_EQ(result.Status, 1) << command.Command.back();
+        EXPECT_NE(result.Err.find("required"), std::string::npos) << result.Err;
+        EXPECT_EQ(result.Out, "");
+    }
+}
+
+TEST_F(CommandLine, VersionNamesProgramAndVersion) {
+    EXPECT_EQ(Do({"--version"}), "Zolmara 287-22 1.0.0\n");
+}
+
+TEST_F(CommandLine, NoCommandAndAnUnknownCommandAreWrong) {
+    EXPECT_EQ(Run({}).Status, 1);
+    const CliResult unknown = Run({"frobnicate"});
+    EXPECT_EQ(unknown.Status, 1);
+    EXPECT_NE(unknown.Err.find("frobnicate"), std::string::npos);
+    EXPECT_EQ(Run({"cc"}).Status, 1);
+    EXPECT_EQ(Run({"cc", "frobnicate"}).Status, 1);
+}
+
+TEST_F(CommandLine, TooManyArgumentsAreWrong) {
+    EXPECT_EQ(Run({"info", File("x.CRF"), "more"}).Status, 1);
+}
+
+TEST_F(CommandLine, AnUnknownFormatIsWrong) {
+    EXPECT_EQ(Run({"info", File("x.CRF"), "--format", "xml"}).Status, 1);
+}
+
+TEST_F(CommandLine, YesAndNoExcludeEachOther) {
+    EXPECT_EQ(Run({"info", File("x.CRF"), "--yes", "--no"}).Status, 1);
+}
+
+TEST_F(CommandLine, AnEmptyFileNameIsWrong) { EXPECT_EQ(Run({"info", ""}).Status, 1); }
+
+TEST_F(CommandLine, CommonOptionsStandAheadOfTheCommandOrBehind) {
+    const std::string crf = NewCrf();
+    EXPECT_EQ(Do({"--format", "json", "get", crf, "A", "1", "CCName"}), "\"CRC-B&F\"\n");
+    EXPECT_EQ(Do({"get", crf, "A", "1", "CCName", "--format", "json"}), "\"CRC-B&F\"\n");
+}
+
+TEST_F(CommandLine, SettingsGoToTheFileThatIsNamed) {
+    const std::string crf = NewCrf();
+    const std::string settings = File("mine.ini");
+    Do({"--settings", settings, "info", crf});
+    EXPECT_NE(ContentOf(settings).find("CRFLoc"), std::string::npos);
+}
+
+TEST_F(CommandLine, ProgressGoesToStandardErrorAndIsSilentWithQuiet) {
+    const std::string crf = NewCrf();
+    const CliResult loud = Run({"calc", crf});
+    EXPECT_EQ(loud.Status, 0);
+    EXPECT_EQ(loud.Out, "");
+    EXPECT_NE(loud.Err.find("Calculating level 13: A\n"), std::string::npos) << loud.Err;
+    EXPECT_EQ(loud.Err.find('\r'), std::string::npos);
+    const CliResult quiet = Run({"--quiet", "calc", crf});
+    EXPECT_EQ(quiet.Status, 0);
+    EXPECT_EQ(quiet.Err, "");
+}
+
+TEST_F(CommandLine, OutputThatCannotBeWrittenIsNoSuccess) {
+    const std::string crf = NewCrf();
+    CliSetting full;
+    full.OutputFile = "/dev/full";
+    const CliResult result = Run({"show", crf, "A"}, full);
+    EXPECT_EQ(result.Status, 4);
+    EXPECT_NE(result.Err.find("Standard output"), std::string::npos);
+}
+
+}  // namespace
+
+}  // namespace zolmara::test
