@@ -5,9 +5,10 @@
 namespace zolmara::cli {
 
 std::span<const Command* const> AllCommands() {
-    static constexpr std::array<const Command*, 19> kCommands{&kNew,
+    static constexpr std::array<const Command*, 20> kCommands{&kNew,
                                                               &kInfo,
                                                               &kCalc,
+                                                              &kCheck,
                                                               &kShow,
                                                               &kGet,
                                                               &kSet,

@@ -9,6 +9,7 @@ namespace zolmara::cli {
 extern const Command kNew;
 extern const Command kInfo;
 extern const Command kCalc;
+extern const Command kCheck;
 extern const Command kShow;
 extern const Command kGet;
 extern const Command kSet;

@@ -1,0 +1,47 @@
+#include <array>
+
+#include "cli/Commands.h"
+#include "cli/CrfFile.h"
+#include "cli/Output.h"
+#include "editchecks/modEditChecks.h"
+#include "store/Session.h"
+
+namespace zolmara::cli {
+
+namespace {
+
+constexpr std::array kArguments{kFileArgument};
+
+ExitStatus StatusOf(std::int16_t level) {
+    if (level == kNonFatalLevel) return kBlocked;
+    return level == kPotentialLevel ? kRefusedOrMessages : kDone;
+}
+
+void PrintFindings() {
+    auto rows = gDB.OpenRecordset("SELECT Level, Code, Message FROM Error;");
+    PrintMessages(ListingOf(rows));
+}
+
+ExitStatus Check(const Inputs& inputs) {
+    if (!OpenFile(inputs)) return kRefusedOrMessages;
+    const std::int16_t level = Run_EditChecks();
+    if (level != kNoErrorsLevel) {
+        PrintFindings();
+    } else if (TheFormat() == OutputFormat::Text) {
+        PrintLine(kNoErrorsFound);
+    } else {
+        PrintMessages({{"Level", "Code", "Message"}, {}});
+    }
+    return StatusOf(level);
+}
+
+}  // namespace
+
+const Command kCheck{
+    "check", "Make the edit checks",
+    "One line a finding: level, tab, code, tab, message. Status 0 without findings, 2 with\n"
+    "potential errors only, 3 with a non-fatal error, which blocks the electronic report.\n"
+    "The stored values are checked; run `calc` first after a change.",
+    kArguments, Check};
+
+}  // namespace zolmara::cli
