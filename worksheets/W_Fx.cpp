@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "core/Globals.h"
@@ -93,22 +94,40 @@ struct ClassSums {
     }
 };
 
+/// The fields of a schedule whose class a summary takes, and their classes.
+struct Summed {
+    std::vector<CostClass> Classes;
+    std::string Select;  ///< the line, then those fields
+};
+
+/// A schedule has many fields and F-2 takes but a few: only what is taken is read.
+Summed FieldsToSum(std::string_view family, char part, std::span<const CostClass> taken) {
+    const bool pooled = family == "E1p";
+    const std::string table = fmt::format("{}{}", family, part);
+    Summed summed{{}, "Select LineNum"};
+    const std::vector<FieldDef>& fields = gDB.Table(table).Fields;
+    for (std::size_t i = pooled ? 5 : 3; i < fields.size(); ++i) {
+        const CostClass kind = ClassOf(fields[i].Name, pooled);
+        if (std::ranges::find(taken, kind) == taken.end()) continue;
+        summed.Classes.push_back(kind);
+        summed.Select += "," + fields[i].Name;
+    }
+    summed.Select += fmt::format(" From {} Order By LineNum;", table);
+    return summed;
+}
+
+constexpr std::array<CostClass, 2> kNonCapital = {CostClass::Salaries, CostClass::Other};
+constexpr std::array<CostClass, 1> kInterest = {CostClass::Interest};
+
 /// Walks a schedule in the order of its lines and hands on each line with its sums.
 template <class Write>
-void SumRows(std::string_view family, char part, const Write& write) {
-    const bool pooled = family == "E1p";
-    const int first = pooled ? 5 : 3;
-    Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {}{} Order By LineNum;", family, part));
-    std::vector<CostClass> classes;
-    for (int i = 0; i < rows.FieldCount(); ++i) {
-        classes.push_back(i < first ? CostClass::None : ClassOf(rows.FieldName(i), pooled));
-    }
-    for (; !rows.Eof(); rows.MoveNext()) {
+void SumRows(std::string_view family, char part, std::span<const CostClass> taken,
+             const Write& write) {
+    const Summed summed = FieldsToSum(family, part, taken);
+    for (Recordset rows = gDB.OpenRecordset(summed.Select); !rows.Eof(); rows.MoveNext()) {
         ClassSums sums;
-        for (int i = first; i < rows.FieldCount(); ++i) {
-            sums.Add(classes[static_cast<std::size_t>(i)], NumOr(rows[i]));
-        }
+        int position = 0;
+        for (const CostClass kind : summed.Classes) sums.Add(kind, NumOr(rows[++position]));
         write(LineOf(rows), sums);
     }
 }
@@ -126,8 +145,8 @@ int CapitalPools(const Recordset& rows) {
 }
 
 void SumPooledCapital(std::string_view item) {
-    Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From E1p{} Order By LineNum;", PartOf(item)), dbOpenSnapshot);
+    Recordset rows =
+        gDB.OpenRecordset(fmt::format("Select * From E1p{} Order By LineNum;", PartOf(item)));
     const int pools = CapitalPools(rows);
     const std::string pooled = fmt::format("Update {} Set Col_3=? Where LineNum=?;", item);
     const std::string total = fmt::format(
@@ -137,8 +156,9 @@ void SumPooledCapital(std::string_view item) {
     for (; !rows.Eof(); rows.MoveNext()) {
         double sum = 0;
         for (int i = 5; i < 5 + pools; ++i) sum += NumOr(rows[i]);
-        gDB.Execute(pooled, {sum, rows[0]});
-        gDB.Execute(total, {rows[0]});
+        const Currency line = LineOf(rows);
+        gDB.Execute(pooled, {sum, line});
+        gDB.Execute(total, {line});
     }
 }
 
@@ -202,13 +222,13 @@ void Calc_F1px(std::string_view item) {
         "Update F1p{} Set Col_3=?,Col_4=Col_1+Col_2+?,Col_7=?,Col_8=Col_5+Col_6+?,"
         "Col_9=Col_1+Col_2+?+Col_5+Col_6 Where LineNum=?;",
         part);
-    SumRows("B1p", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("B1p", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(direct, {sums.Salaries, sums.Other, line});
     });
-    SumRows("Dp", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("Dp", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(functional, {sums.Salaries, sums.Other, line});
     });
-    SumRows("E1p", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("E1p", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(pooled, {sums.Salaries, sums.Salaries, sums.Other, sums.Other,
                              sums.Salaries + sums.Other, line});
     });
@@ -220,13 +240,13 @@ void Calc_F2px(std::string_view item) {
     const std::string functional = fmt::format("Update F2p{} Set Col_2=? Where LineNum=?;", part);
     const std::string pooled =
         fmt::format("Update F2p{} Set Col_3=?,Col_4=Col_1+Col_2+? Where LineNum=?;", part);
-    SumRows("B1p", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("B1p", part, kInterest, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(direct, {sums.Interest, line});
     });
-    SumRows("Dp", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("Dp", part, kInterest, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(functional, {sums.Interest, line});
     });
-    SumRows("E1p", part, [&](Currency line, const ClassSums& sums) {
+    SumRows("E1p", part, kInterest, [&](Currency line, const ClassSums& sums) {
         gDB.Execute(pooled, {sums.Interest, sums.Interest, line});
     });
 }

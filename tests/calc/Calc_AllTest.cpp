@@ -146,6 +146,28 @@ TEST_F(Calc_AllTest, AMissingCostCenterLineIsABoxAndTheRunGoesOn) {
     EXPECT_EQ(Num("G", 10, "Col_1"), 5);
 }
 
+TEST_F(Calc_AllTest, ALineNumberOutOfAllRangeIsToldAsMissing) {
+    gDB.Execute("INSERT INTO A6 (LineNum,Col_4,Col_5) VALUES (1,1E+300,5);");
+    Calc_All();
+    ASSERT_EQ(host.Boxes.size(), 2u);
+    EXPECT_TRUE(host.Boxes[0].Text.ends_with(" does not exist.")) << host.Boxes[0].Text;
+}
+
+TEST_F(Calc_AllTest, AmountsBeyondAllMeasureEndInAMessageAtMost) {
+    SetComponents(1, {1, 2});
+    SetComponents(3, {1});
+    for (const double line : {1.0, 2.0, 8.0, 9.0, 20.0}) SetCell("A", line, "Col_1", 1e308);
+    for (const double line : {1.0, 2.0}) {
+        SetCell("C1p1", line, "CC_100", 1e308);
+        SetCell("E1p1", line, "Col_1", 1e308);
+        SetCell("A7p2", line, "Col_1", 1e308);
+    }
+    SetCell("C1p3", 53, "CC_100", 1e308);
+    Failure();
+    EXPECT_FALSE(gDB.InBatch());
+    ExpectAtRest();
+}
+
 // --- Line breaks ---------------------------------------------------------------------------
 
 TEST_F(Calc_AllTest, LineBreaksAreCutOutOfTextFields) {
