@@ -28,6 +28,8 @@ public:
     void SetOptions(const Options& options);
     /// The path that the next file dialog gives.
     void AnswerFile(const std::string& path) { file_ = path; }
+    /// What print files are sent to; none to begin with.
+    void UsePrinter(PageDevice* printer) { printer_ = printer; }
     /// Message boxes shown so far; answered questions do not count.
     int MessageCount() const { return messages_; }
     /// Takes the progress bar off the screen.
@@ -38,6 +40,7 @@ public:
     void HideCalcMsg() override;
     void ShowProgress(double part) override;
     std::optional<std::string> ChooseFile(const FileDialog& dialog) override;
+    PageDevice* Printer() override { return printer_; }
     DateTime Now() override;
     std::string GetSetting(const std::string& application, const std::string& section,
                            const std::string& key, const std::string& fallback) override;
@@ -52,6 +55,7 @@ private:
     Options options_;
     Settings settings_;
     std::optional<std::string> file_;
+    PageDevice* printer_ = nullptr;
     int messages_ = 0;
     bool terminal_ = false;
     bool barShown_ = false;

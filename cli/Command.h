@@ -23,6 +23,7 @@ enum ExitStatus : int {
 enum class ArgumentKind {
     Required,  ///< by position
     Optional,  ///< by position, and may be left out
+    Several,   ///< the rest by position, any number of them
     Option,    ///< "--name VALUE"
     Needed,    ///< "--name VALUE", and must be given
     Flag,      ///< "--name"
@@ -40,10 +41,14 @@ public:
     bool Has(std::string_view name) const { return values_.contains(std::string(name)); }
     /// The text given; empty when there was none.
     std::string Text(std::string_view name) const;
+    /// The texts given for an argument that takes several.
+    std::vector<std::string> Texts(std::string_view name) const;
     void Give(std::string_view name, std::string value);
+    void GiveSeveral(std::string_view name, std::vector<std::string> values);
 
 private:
     std::map<std::string, std::string> values_;
+    std::map<std::string, std::vector<std::string>> several_;
 };
 
 struct Command {

@@ -34,12 +34,18 @@ struct Given {
     const Command* Which = nullptr;
     CLI::App* App = nullptr;
     std::vector<std::string> Texts;
+    std::vector<std::vector<std::string>> Lists;  ///< of the arguments that take several
     std::vector<CLI::Option*> Options;
 
     Inputs Collect() const {
         Inputs inputs;
-        for (std::size_t i = 0; i < Options.size(); ++i)
-            if (Options[i]->count() > 0) inputs.Give(Which->Arguments[i].Name, Texts[i]);
+        for (std::size_t i = 0; i < Options.size(); ++i) {
+            const Argument& argument = Which->Arguments[i];
+            if (argument.Kind == ArgumentKind::Several)
+                inputs.GiveSeveral(argument.Name, Lists[i]);
+            else if (Options[i]->count() > 0)
+                inputs.Give(argument.Name, Texts[i]);
+        }
         return inputs;
     }
 };
@@ -60,7 +66,8 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options) {
                          "Print the version and exit");
 }
 
-CLI::Option* AddArgument(CLI::App& app, const Argument& argument, std::string& text) {
+CLI::Option* AddArgument(CLI::App& app, const Argument& argument, std::string& text,
+                         std::vector<std::string>& list) {
     const std::string name(argument.Name);
     const std::string help(argument.Help);
     switch (argument.Kind) {
@@ -74,6 +81,8 @@ CLI::Option* AddArgument(CLI::App& app, const Argument& argument, std::string& t
             return app.add_option(name, text, help)->required()->option_text("VALUE, required");
         case ArgumentKind::Option:
             return app.add_option(name, text, help)->option_text("VALUE");
+        case ArgumentKind::Several:
+            return app.add_option(name, list, help)->option_text("...");
     }
     throw std::logic_error("an argument of no kind");
 }
@@ -148,9 +157,10 @@ private:
         given->App->fallthrough();
         given->App->footer(FooterOf(command));
         given->Texts.resize(command.Arguments.size());
+        given->Lists.resize(command.Arguments.size());
         for (std::size_t i = 0; i < command.Arguments.size(); ++i)
             given->Options.push_back(
-                AddArgument(*given->App, command.Arguments[i], given->Texts[i]));
+                AddArgument(*given->App, command.Arguments[i], given->Texts[i], given->Lists[i]));
         given_.push_back(std::move(given));
     }
 
@@ -213,6 +223,15 @@ int FinishOutput(int status) {
 std::string Inputs::Text(std::string_view name) const {
     const auto found = values_.find(std::string(name));
     return found == values_.end() ? std::string() : found->second;
+}
+
+std::vector<std::string> Inputs::Texts(std::string_view name) const {
+    const auto found = several_.find(std::string(name));
+    return found == several_.end() ? std::vector<std::string>() : found->second;
+}
+
+void Inputs::GiveSeveral(std::string_view name, std::vector<std::string> values) {
+    several_[std::string(name)] = std::move(values);
 }
 
 void Inputs::Give(std::string_view name, std::string value) {

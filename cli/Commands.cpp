@@ -5,7 +5,7 @@
 namespace zolmara::cli {
 
 std::span<const Command* const> AllCommands() {
-    static constexpr std::array<const Command*, 20> kCommands{&kNew,
+    static constexpr std::array<const Command*, 21> kCommands{&kNew,
                                                               &kInfo,
                                                               &kCalc,
                                                               &kCheck,
@@ -23,6 +23,7 @@ std::span<const Command* const> AllCommands() {
                                                               &kComponentRename,
                                                               &kLineAdd,
                                                               &kLineDelete,
+                                                              &kPrint,
                                                               &kHeader,
                                                               &kCompact};
     return kCommands;

@@ -24,6 +24,7 @@ extern const Command kComponentDelete;
 extern const Command kComponentRename;
 extern const Command kLineAdd;
 extern const Command kLineDelete;
+extern const Command kPrint;
 extern const Command kHeader;
 extern const Command kCompact;
 

@@ -11,6 +11,8 @@
 
 namespace zolmara {
 
+class PageDevice;
+
 /// Message box styles and answers, by their numbers in the user interface.
 enum MsgStyle : int {
     kOkOnly = 0,
@@ -91,6 +93,9 @@ public:
     virtual void UnloadForm(const std::string& /*name*/) {}
     /// Shows the findings in frmViewError under the given caption.
     virtual void ShowErrors(const std::string& /*caption*/) {}
+
+    /// The printer that print files are sent to; none where there is none.
+    virtual PageDevice* Printer() { return nullptr; }
 
     /// The system's own clock, local time.
     virtual DateTime Now() = 0;

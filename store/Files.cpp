@@ -28,16 +28,21 @@ StoreError::Kind KindOf(const std::error_code& error) {
     return StoreError::Kind::CannotOpen;
 }
 
-[[noreturn]] void Fail(const std::string& path, const std::error_code& error) {
-    throw StoreError(KindOf(error), fmt::format("{}: {}", path, error.message()));
-}
-
 void BringToDisk(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     const bool done = file >= 0 && ::fsync(file) == 0;
     const std::error_code error(errno, std::generic_category());
     if (file >= 0) ::close(file);
-    if (!done) Fail(path, error);
+    if (!done) FileFailed(path, error);
+}
+
+/// A new name is on the disk only when its folder is; some systems cannot do it.
+void BringFolderToDisk(const std::string& target) {
+    const fs::path folder = fs::path(target).parent_path();
+    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0) return;
+    ::fsync(handle);
+    ::close(handle);
 }
 
 /// Lets a file be written under another name beside the target, and gives it its own name when
@@ -46,24 +51,26 @@ void ReplaceFile(const std::string& target, const std::function<void(const std::
     const std::string scratch = fmt::format("{}.{}.tmp", target, ::getpid());
     try {
         write(scratch);
-        BringToDisk(scratch);
-        std::error_code error;
-        fs::rename(scratch, target, error);
-        if (error) Fail(target, error);
+        PutInPlace(scratch, target);
     } catch (...) {
         DeleteFile(scratch);
         throw;
     }
-    // The name, too, is on the disk only when its folder is; some systems cannot do it.
-    const fs::path folder = fs::path(target).parent_path();
-    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
-    if (handle >= 0) {
-        ::fsync(handle);
-        ::close(handle);
-    }
 }
 
 }  // namespace
+
+void FileFailed(const std::string& path, const std::error_code& error) {
+    throw StoreError(KindOf(error), fmt::format("{}: {}", path, error.message()));
+}
+
+void PutInPlace(const std::string& scratch, const std::string& target) {
+    BringToDisk(scratch);
+    std::error_code error;
+    fs::rename(scratch, target, error);
+    if (error) FileFailed(target, error);
+    BringFolderToDisk(target);
+}
 
 bool FileExists(const std::string& path) {
     std::error_code ignored;
@@ -87,7 +94,7 @@ void CopyWholeFile(const std::string& source, const std::string& target) {
     ReplaceFile(target, [&](const std::string& scratch) {
         std::error_code error;
         fs::copy_file(source, scratch, fs::copy_options::overwrite_existing, error);
-        if (error) Fail(target, error);
+        if (error) FileFailed(target, error);
     });
 }
 
@@ -96,7 +103,7 @@ void WriteWholeFile(const std::string& path, const std::string& content) {
         std::ofstream file(scratch, std::ios::binary | std::ios::trunc);
         file << content;
         file.close();
-        if (!file) Fail(path, std::error_code(errno, std::generic_category()));
+        if (!file) FileFailed(path, std::error_code(errno, std::generic_category()));
     });
 }
 

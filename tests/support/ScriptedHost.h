@@ -44,6 +44,7 @@ public:
     std::function<void()> OnDoEvents;
     DateTime Clock{2024, 2, 1, 10, 30, 0};
     std::string Folder = ".";                     ///< ProgramFolder
+    PageDevice* PrinterDevice = nullptr;          ///< Printer; none is installed
     std::map<std::string, std::string> Settings;  ///< by "Application/Section/Key"
 
     // --- Recorded
@@ -97,6 +98,7 @@ public:
     void SetGrd(const std::string& form) override;
     void UnloadForm(const std::string& name) override;
     void ShowErrors(const std::string& caption) override;
+    PageDevice* Printer() override { return PrinterDevice; }
     DateTime Now() override;
     std::string GetSetting(const std::string& application, const std::string& section,
                            const std::string& key, const std::string& fallback) override;

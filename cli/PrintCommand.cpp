@@ -1,0 +1,103 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+#include "cli/CliHost.h"
+#include "cli/Commands.h"
+#include "cli/CrfFile.h"
+#include "cli/Output.h"
+#include "core/Globals.h"
+#include "print/PdfDevice.h"
+#include "print/PrintDriver.h"
+
+namespace zolmara::cli {
+
+namespace {
+
+constexpr std::array kArguments{
+    kFileArgument,
+    Argument{"ITEM", ArgumentKind::Several, "Worksheets: A, A6, Bp1, S2p1, ...; all without one"},
+    Argument{"--pdf", ArgumentKind::Option, "Also print to this PDF file"},
+};
+
+/// A PDF file in the printer's place, for as long as a command runs.
+class PdfPrinter {
+public:
+    PdfPrinter() { TheCliHost().UsePrinter(&device_); }
+    ~PdfPrinter() { TheCliHost().UsePrinter(nullptr); }
+    PdfPrinter(const PdfPrinter&) = delete;
+    PdfPrinter& operator=(const PdfPrinter&) = delete;
+
+    void Save(const std::string& path) { device_.Save(path); }
+
+private:
+    PdfDevice device_;
+};
+
+/// The named worksheets' entries in the list of what can be printed, in its order.
+std::vector<std::string> EntriesOf(const std::vector<std::string>& items) {
+    std::vector<std::string> chosen;
+    for (const std::string& entry : SelectivePrintList()) {
+        const auto isEntry = [&](const std::string& item) {
+            return SameText(item, ItemOfEntry(entry));
+        };
+        if (std::ranges::any_of(items, isEntry)) chosen.push_back(entry);
+    }
+    for (const std::string& item : items) {
+        const auto isItem = [&](const std::string& entry) {
+            return SameText(item, ItemOfEntry(entry));
+        };
+        if (std::ranges::none_of(chosen, isItem))
+            throw std::runtime_error(fmt::format("{} is no worksheet with a report", item));
+    }
+    return chosen;
+}
+
+/// Prints and gives the names of the print files.
+std::vector<std::string> PrintItems(const std::vector<std::string>& items) {
+    if (items.empty()) {
+        Print_All(0);
+        return {WholePrintFile()};
+    }
+    const std::vector<std::string> entries = EntriesOf(items);
+    PrintSelected(entries);
+    std::vector<std::string> files;
+    for (const std::string& entry : entries) {
+        const std::string file = PrintFileOf(ItemOfEntry(entry));
+        if (std::ranges::find(files, file) == files.end()) files.push_back(file);
+    }
+    return files;
+}
+
+ExitStatus Print(const Inputs& inputs) {
+    const std::string pdf = inputs.Text("--pdf");
+    if (inputs.Has("--pdf") && pdf.empty()) throw CommandLineError{"--pdf needs a file name"};
+    if (!OpenFile(inputs)) return kRefusedOrMessages;
+    std::vector<std::string> files;
+    if (pdf.empty()) {
+        files = PrintItems(inputs.Texts("ITEM"));
+    } else {
+        PdfPrinter printer;
+        files = PrintItems(inputs.Texts("ITEM"));
+        printer.Save(pdf);
+        files.push_back(pdf);
+    }
+    Listing written{{"File"}, {}};
+    for (const std::string& file : files) written.Rows.push_back({file});
+    PrintMessages(written);
+    return kDone;
+}
+
+}  // namespace
+
+const Command kPrint{
+    "print", "Print the whole form or single worksheets",
+    "Print files are text in code page 1252 and lie in the folder of the CRF: all\n"
+    "worksheets in one file, the home office number and .PRT; single ones in .prt files of\n"
+    "their own. The names of the files are listed. Calculate first: amounts are printed as\n"
+    "they stand.",
+    kArguments, Print};
+
+}  // namespace zolmara::cli

@@ -1,0 +1,145 @@
+#include "print/PdfDevice.h"
+
+#include <fmt/format.h>
+#include <hpdf.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <stdexcept>
+
+#include "core/Globals.h"
+#include "print/PrintPage.h"
+#include "store/Files.h"
+
+namespace zolmara {
+namespace {
+
+constexpr float kLongSide = 792;  ///< letter size, in points
+constexpr float kShortSide = 612;
+/// The left margins put 137 and 176 columns of 7 points in the middle of the page.
+constexpr float kPortraitMargin = 18.3F;
+constexpr float kLandscapeMargin = 26.4F;
+constexpr float kTopMargin = 16;
+constexpr float kBottomMargin = 14;
+/// The height of a line and what of it lies above the base line, in parts of the font size.
+constexpr float kLineHeight = 1.1328F;
+constexpr float kAscent = 0.8333F;
+
+/// Pages stand in groups of so many: a list in a PDF file ends at 8,191 entries.
+constexpr HPDF_UINT kPagesInGroup = 90;
+
+}  // namespace
+
+struct PdfDevice::Document {
+    HPDF_Doc Doc = nullptr;
+    HPDF_Page Page = nullptr;  ///< none until something is printed on it
+    int Pages = 0;
+    int Orientation = kPortrait;
+    float FontSize = 7;
+    bool Bold = false;
+    float Left = 0;
+    float Baseline = 0;  ///< of the next line
+
+    Document();
+    ~Document() { HPDF_Free(Doc); }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    void Check(HPDF_STATUS status) const;
+    void AddPage();
+    void EndPage();
+    void PrintLine(std::string_view text);
+    void SaveTo(const std::string& path, const std::string& scratch) const;
+};
+
+PdfDevice::Document::Document() : Doc(HPDF_New(nullptr, nullptr)) {
+    if (!Doc) throw std::runtime_error("There is not enough memory for the PDF file.");
+    Check(HPDF_SetPagesConfiguration(Doc, kPagesInGroup));
+    Check(HPDF_SetCompressionMode(Doc, HPDF_COMP_ALL));
+}
+
+void PdfDevice::Document::Check(HPDF_STATUS status) const {
+    if (status == HPDF_OK) return;
+    HPDF_ResetError(Doc);
+    throw std::runtime_error(
+        fmt::format("The PDF file cannot be made (error {:#x} of the PDF library).", status));
+}
+
+void PdfDevice::Document::AddPage() {
+    const bool wide = Orientation == kLandscape;
+    Page = HPDF_AddPage(Doc);
+    if (!Page) Check(HPDF_GetError(Doc));
+    ++Pages;
+    Check(HPDF_Page_SetWidth(Page, wide ? kLongSide : kShortSide));
+    Check(HPDF_Page_SetHeight(Page, wide ? kShortSide : kLongSide));
+    Left = wide ? kLandscapeMargin : kPortraitMargin;
+    Baseline = (wide ? kShortSide : kLongSide) - kTopMargin - kAscent * FontSize;
+    const HPDF_Font font = HPDF_GetFont(Doc, Bold ? "Courier-Bold" : "Courier", "WinAnsiEncoding");
+    if (!font) Check(HPDF_GetError(Doc));
+    Check(HPDF_Page_SetFontAndSize(Page, font, FontSize));
+}
+
+void PdfDevice::Document::EndPage() { Page = nullptr; }
+
+void PdfDevice::Document::PrintLine(std::string_view text) {
+    if (Page && Baseline < kBottomMargin) EndPage();
+    if (!Page) AddPage();
+    const std::string bytes = ToCodePage1252(RTrim(text));
+    if (!bytes.empty()) {
+        Check(HPDF_Page_BeginText(Page));
+        Check(HPDF_Page_TextOut(Page, Left, Baseline, bytes.c_str()));
+        Check(HPDF_Page_EndText(Page));
+    }
+    Baseline -= kLineHeight * FontSize;
+}
+
+void PdfDevice::Document::SaveTo(const std::string& path, const std::string& scratch) const {
+    errno = 0;
+    const HPDF_STATUS status = HPDF_SaveToFile(Doc, scratch.c_str());
+    if (status != HPDF_OK) {
+        const int reason = errno;
+        HPDF_ResetError(Doc);
+        FileFailed(path, std::error_code(reason ? reason : EIO, std::generic_category()));
+    }
+    PutInPlace(scratch, path);
+}
+
+PdfDevice::PdfDevice() : document_(std::make_unique<Document>()) {}
+PdfDevice::~PdfDevice() = default;
+
+int PdfDevice::PageCount() const { return document_->Pages; }
+
+void PdfDevice::Save(const std::string& path) {
+    if (PageCount() == 0) throw std::runtime_error("There are no pages for a PDF file.");
+    const std::string scratch = fmt::format("{}.{}.tmp", path, ::getpid());
+    try {
+        document_->SaveTo(path, scratch);
+    } catch (...) {
+        DeleteFile(scratch);
+        throw;
+    }
+}
+
+int PdfDevice::Orientation() { return document_->Orientation; }
+void PdfDevice::SetOrientation(int orientation) { document_->Orientation = orientation; }
+
+// The one font that every PDF reader has and whose characters are all of one width.
+std::string PdfDevice::FontName() { return "Courier"; }
+void PdfDevice::SetFontName(const std::string& /*name*/) {}
+int PdfDevice::FontCount() { return 1; }
+std::string PdfDevice::Font(int /*index*/) { return FontName(); }
+
+void PdfDevice::SetFontSize(double points) { document_->FontSize = static_cast<float>(points); }
+void PdfDevice::SetBold(bool bold) { document_->Bold = bold; }
+void PdfDevice::SetPrintQuality(int /*quality*/) {}
+
+void PdfDevice::Print(std::string_view line) { document_->PrintLine(line); }
+
+void PdfDevice::NewPage() {
+    if (!document_->Page) document_->AddPage();
+    document_->EndPage();
+}
+
+void PdfDevice::EndDoc() { document_->EndPage(); }
+
+}  // namespace zolmara

@@ -1,0 +1,42 @@
+#pragma once
+
+// A PDF file as print target: letter size, Courier, as many jobs as are sent to it.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "print/PageDevice.h"
+
+namespace zolmara {
+
+class PdfDevice : public PageDevice {
+public:
+    PdfDevice();
+    ~PdfDevice() override;
+
+    /// Pages that something was printed on, or that were passed over.
+    int PageCount() const;
+    /// Writes the file, whole or not at all. StoreError when it cannot be written; an error too
+    /// where there are no pages.
+    void Save(const std::string& path);
+
+    int Orientation() override;
+    void SetOrientation(int orientation) override;
+    std::string FontName() override;
+    void SetFontName(const std::string& name) override;
+    int FontCount() override;
+    std::string Font(int index) override;
+    void SetFontSize(double points) override;
+    void SetBold(bool bold) override;
+    void SetPrintQuality(int quality) override;
+    void Print(std::string_view line) override;
+    void NewPage() override;
+    void EndDoc() override;
+
+private:
+    struct Document;
+    std::unique_ptr<Document> document_;
+};
+
+}  // namespace zolmara

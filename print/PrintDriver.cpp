@@ -1,0 +1,210 @@
+#include "print/PrintDriver.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "print/Report.h"
+#include "print/Reports.h"
+#include "print/SendPrtFile.h"
+#include "store/Session.h"
+
+namespace zolmara {
+namespace {
+
+/// A report and the worksheets that it shows.
+struct ReportEntry {
+    std::string_view From;  ///< the first and the last of them, in the order of their names
+    std::string_view To;
+    std::string_view File;  ///< empty where each worksheet has its own
+    void (*Print)(std::string_view item, FileNumber file);
+};
+
+template <void (*Report)(FileNumber)>
+void Whole(std::string_view /*item*/, FileNumber file) {
+    Report(file);
+}
+
+void PrintS(std::string_view /*item*/, FileNumber file) { Print_Sp1(file); }
+
+constexpr std::array<ReportEntry, 18> kReports = {{
+    {"A", "A", "A.prt", Whole<Print_A>},
+    {"A6", "A6", "A6.prt", Whole<Print_A6>},
+    {"A7", "A7p2", "A7.prt", Whole<Print_A7>},
+    {"A8", "A8", "A8.prt", Whole<Print_A8>},
+    {"A81p1", "A81p1", "A81.prt", Whole<Print_A81>},
+    {"Bp1", "Bp3", "", Print_Bx},
+    {"B1p1", "B1p3", "", Print_Bx},
+    {"Cp1", "Cp3", "", Print_Bx},
+    {"C1p1", "C1p3", "", Print_Bx},
+    {"Dp1", "Dp3", "", Print_Bx},
+    {"D1p1", "D1p3", "", Print_Bx},
+    {"E", "E\x7f", "", Print_Ex},
+    {"F", "F\x7f", "", Print_Fx},
+    {"G", "G", "G.prt", Whole<Print_G>},
+    {"G1", "G1", "G1.prt", Whole<Print_G1>},
+    {"Sp1", "Sp1", "SS.prt", PrintS},
+    {"S1p1", "S1p2", "S1.prt", Whole<Print_S1>},
+    {"S2p1", "S2p3", "S2.prt", Whole<Print_S2>},
+}};
+
+bool LiesBetween(std::string_view item, std::string_view from, std::string_view to) {
+    return CompareText(item, from) >= 0 && CompareText(item, to) <= 0;
+}
+
+const ReportEntry* ReportOf(std::string_view item) {
+    const auto found = std::ranges::find_if(kReports, [&](const ReportEntry& report) {
+        return LiesBetween(item, report.From, report.To);
+    });
+    return found == kReports.end() ? nullptr : &*found;
+}
+
+bool IsAnyOf(std::string_view item, std::initializer_list<std::string_view> items) {
+    return std::ranges::any_of(items,
+                               [&](std::string_view other) { return SameText(item, other); });
+}
+
+/// The main window while reports are printed. Messages go to the log.
+class PrintingState {
+public:
+    PrintingState() {
+        TheHost().SetPointer(Pointer::Hourglass);
+        ClearLog("P");
+    }
+    ~PrintingState() {
+        gLogType.clear();
+        TheHost().SetPointer(Pointer::Normal);
+        TheHost().HideCalcMsg();
+    }
+    PrintingState(const PrintingState&) = delete;
+    PrintingState& operator=(const PrintingState&) = delete;
+};
+
+Recordset OpenWorksheets() {
+    return gDB.OpenRecordset("SELECT * FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY ItemName;");
+}
+
+/// Prints a row of the registry; what stops it is told with the worksheet's name.
+void PrintNamed(const std::string& item, const std::string& name, FileNumber file) {
+    try {
+        Print_Worksheet(item, file, true);
+    } catch (const StoreError& error) {
+        throw StoreError(error.kind(), fmt::format("{}: {}", name, error.what()));
+    }
+}
+
+void PrintNext(const Recordset& worksheets, FileNumber file,
+               std::initializer_list<std::string_view> printedByOthers) {
+    const std::string item = Text(worksheets["Item"]);
+    const std::string name = Text(worksheets["ItemName"]);
+    TheHost().ShowCalcMsg(" Printing Worksheet: " + name);
+    if (!IsAnyOf(item, printedByOthers)) PrintNamed(item, name, file);
+}
+
+/// Goes to the first worksheet of the S family, which the form begins with. False without one.
+bool GoToS(Recordset& worksheets, std::string_view criterion) {
+    worksheets.FindFirst(criterion);
+    return !worksheets.Empty() && !worksheets.NoMatch();
+}
+
+/// The worksheets from S on, and then those ahead of it.
+void PrintForm(FileNumber file) {
+    Recordset worksheets = OpenWorksheets();
+    if (GoToS(worksheets, "Left(Item, 1) = 'S'")) {
+        for (; !worksheets.Eof(); worksheets.MoveNext())
+            PrintNext(worksheets, file, {"S1p2", "S2p2", "S2p3", "A7p2"});
+    }
+    if (worksheets.Empty()) return;
+    worksheets.MoveFirst();
+    for (; !worksheets.Eof() && FirstLetter(worksheets["Item"]) != "S"; worksheets.MoveNext()) {
+        PrintNext(worksheets, file, {"A7p2", "A7p3"});
+        TheHost().DoEvents();
+    }
+}
+
+/// Worksheets that share a report, which is printed once in a run.
+struct Group {
+    std::string_view From;
+    std::string_view To;
+};
+constexpr std::array<Group, 3> kGroups = {{{"S1p1", "S1p2"}, {"S2p1", "S2p3"}, {"A7p1", "A7p3"}}};
+
+}  // namespace
+
+bool Print_Worksheet(std::string_view item, FileNumber file, bool doPrint) {
+    const ReportEntry* const report = ReportOf(item);
+    if (!report) return false;
+    if (doPrint) {
+        report->Print(item, file);
+        TheHost().DoEvents();
+    }
+    return true;
+}
+
+std::string PrintFileOf(std::string_view item) {
+    const ReportEntry* const report = ReportOf(item);
+    if (!report) return {};
+    return PrintFilePath(report->File.empty() ? fmt::format("{}.prt", item)
+                                              : std::string(report->File));
+}
+
+std::string WholePrintFile() { return PrintFilePath(gProviderNumber + ".PRT"); }
+
+void Print_All(FileNumber file) {
+    const PrintingState state;
+    if (file != 0) {
+        PrintForm(file);
+        TheHost().ShowCalcMsg(" Printing completed.");
+        return;
+    }
+    OwnPrintFile own(WholePrintFile());
+    PrintForm(own.Number());
+    TheHost().ShowCalcMsg(" Print Entire CRF completed.");
+    own.Close();
+    SendPrtFile(WholePrintFile(), gPageOrient);
+}
+
+std::vector<std::string> SelectivePrintList() {
+    std::vector<std::string> entries;
+    const auto add = [&](const Recordset& row) {
+        const std::string item = Text(row["Item"]);
+        if (Print_Worksheet(item, 0, false))
+            entries.push_back(fmt::format("{} ({})", Text(row["ItemName"]), item));
+    };
+    Recordset worksheets = OpenWorksheets();
+    if (GoToS(worksheets, "Item>=\"S\"")) {
+        for (; !worksheets.Eof(); worksheets.MoveNext()) add(worksheets);
+    }
+    if (worksheets.Empty()) return entries;
+    worksheets.MoveFirst();
+    for (; !worksheets.Eof() && FirstLetter(worksheets["Item"]) != "S"; worksheets.MoveNext())
+        add(worksheets);
+    return entries;
+}
+
+std::string ItemOfEntry(std::string_view entry) {
+    const std::size_t bracket = entry.rfind('(');
+    if (bracket == std::string_view::npos || entry.size() < bracket + 2) return {};
+    return std::string(entry.substr(bracket + 1, entry.size() - bracket - 2));
+}
+
+void PrintSelected(std::span<const std::string> entries) {
+    const PrintingState state;
+    std::array<bool, kGroups.size()> printed = {};
+    for (const std::string& entry : entries) {
+        const std::string item = ItemOfEntry(entry);
+        const auto group = std::ranges::find_if(
+            kGroups, [&](const Group& each) { return LiesBetween(item, each.From, each.To); });
+        if (group != kGroups.end()) {
+            bool& done = printed.at(static_cast<std::size_t>(group - kGroups.begin()));
+            if (std::exchange(done, true)) continue;
+        }
+        PrintNamed(item, entry, 0);
+    }
+}
+
+}  // namespace zolmara

@@ -1,0 +1,136 @@
+#include "print/PrintPage.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "print/TextFields.h"
+#include "store/CoreTables.h"
+#include "store/Session.h"
+
+namespace zolmara {
+
+std::int16_t gPageOrient = 0;
+std::int16_t gPageWidth = 0;
+std::int16_t gPageCenter = 0;
+std::int16_t gPageLines = 0;
+std::int16_t gPageOrientDone = 0;
+
+namespace {
+
+/// From the right edge of the page to the words of the form's approval.
+constexpr int kApprovalWidth = 27;
+
+/// A line of the head that is centred, with words of the form's approval to the right of it.
+void PrintHeadLine(FileNumber file, const std::string& text, std::string_view approval) {
+    TextLine line;
+    line.At(CenteredColumn(text), text);
+    if (!approval.empty()) line.At(gPageWidth - kApprovalWidth, approval);
+    PrintLine(file, line.Text());
+}
+
+void PrintIdentity(FileNumber file, bool approved) {
+    PrintHeadLine(file, UCase(gProviderName), approved ? "Form Approved" : "");
+    PrintHeadLine(file, "Provider CCN: " + gProviderNumber, approved ? "OMB No. 0938-0202" : "");
+    PrintHeadLine(file, fmt::format("Period from  {}  to  {}", Text(gFYStart), Text(gFYEnd)),
+                  approved ? "Approval Expires 11-30-2024" : "");
+}
+
+/// The user's own lines; blank ones take no place.
+void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
+    if (!TableExists("HeaderLines", false)) Build_HeaderLines();
+    Recordset rows = gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;");
+    for (; !rows.Eof(); rows.MoveNext()) {
+        if (IsBlankValue(rows["Linetext"])) continue;
+        PrintCentered(Text(rows["Linetext"]), file);
+        ++linesUsed;
+    }
+}
+
+void PrintWorksheetLine(FileNumber file, std::string_view label) {
+    const DateTime now = TheHost().Now();
+    PrintCentered(
+        fmt::format("Worksheet {}        {} at {}", label, FormatDate(now, "dddd, mmmm d, yyyy"),
+                    FormatDate(now, "h:nn:ss AM/PM")),
+        file);
+}
+
+/// How many characters of a text that is too long go on the line.
+std::size_t RunOnEnd(std::string_view text, std::size_t width) {
+    for (const std::string_view mark : {" ", ".", ")"}) {
+        for (std::size_t i = width; i > 0; --i) {
+            if (MidText(text, i, 1) == mark) return i;
+        }
+    }
+    return width;
+}
+
+void SetPage(std::int16_t orient, std::int16_t width, std::int16_t center, std::int16_t lines) {
+    gPageOrient = orient;
+    gPageWidth = width;
+    gPageCenter = center;
+    gPageLines = lines;
+}
+
+}  // namespace
+
+void SetPageLandscape() { SetPage(kLandscape, 176, 88, 70); }
+void SetPagePortrait() { SetPage(kPortrait, 137, 69, 92); }
+
+void StartPage(FileNumber file) {
+    std::string control(1, kFormFeed);
+    if (gPageOrient != gPageOrientDone) control += static_cast<char>(gPageOrient);
+    gPageOrientDone = gPageOrient;
+    PrintPageChange(file, control);
+}
+
+void PrintPageHeader(FileNumber file, std::string_view worksheetLabel, std::int16_t& pageNumber,
+                     std::int16_t& linesUsed) {
+    linesUsed = 0;
+    ++pageNumber;
+    StartPage(file);
+    PrintCentered(fmt::format("{} Zolmara 287 System [Version: {}]", gTitlePrefix, gVersion), file);
+    PrintCentered(fmt::format("In lieu of Form CMS-287-22{}", pageNumber > 1 ? ", continued" : ""),
+                  file);
+    PrintLine(file);
+    PrintIdentity(file, worksheetLabel == "S");
+    linesUsed = 7;
+    PrintHeaderLines(file, linesUsed);
+    PrintLine(file);
+    PrintWorksheetLine(file, worksheetLabel);
+    PrintLine(file);
+    linesUsed = static_cast<std::int16_t>(linesUsed + 3);
+}
+
+int CenteredColumn(std::string_view text, int center) {
+    const double half = (static_cast<double>(TextLength(text)) - 0.5) / 2;
+    return (center < 1 ? gPageCenter : center) - static_cast<int>(std::lrint(half));
+}
+
+void PrintCentered(std::string_view text, FileNumber file, int center) {
+    PrintLine(file, TextLine().At(CenteredColumn(text, center), text).Text());
+}
+
+std::int16_t PrintWrapped(FileNumber file, int column, int width, std::string_view text) {
+    const std::vector<std::string> lines = CutAtWords(text, width);
+    if (file >= 1) {
+        for (const std::string& line : lines) PrintLine(file, TextLine().At(column, line).Text());
+    }
+    return static_cast<std::int16_t>(lines.size());
+}
+
+std::string PrintRunOn(FileNumber file, int column, std::string_view text, int width,
+                       std::int16_t& linesUsed) {
+    const auto most = static_cast<std::size_t>(std::max(width, 1));
+    while (TextLength(text) > most) {
+        const std::size_t end = RunOnEnd(text, most);
+        PrintLine(file, TextLine().At(column, RTrim(LeftText(text, end))).Text());
+        text = LTrim(MidText(text, end + 1));
+        ++linesUsed;
+    }
+    return std::string(text);
+}
+
+}  // namespace zolmara

@@ -1,0 +1,203 @@
+#include "print/Report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "core/Globals.h"
+#include "print/SendPrtFile.h"
+#include "print/TextFields.h"
+#include "store/Session.h"
+#include "worksheets/Rows.h"
+
+namespace zolmara {
+namespace {
+
+constexpr int kSectionTab = 6;
+
+bool IsText(CellForm form) { return form == CellForm::Text || form == CellForm::Cut; }
+bool IsSummed(CellForm form) { return form == CellForm::Amount || form == CellForm::Ratio; }
+
+/// The texts of a cell, one a line.
+std::vector<std::string> CellLines(const Variant& value, const CellLayout& cell) {
+    if (cell.Form == CellForm::Text) {
+        return CutAtWords(Trim(Replace(Text(value), "\r\n", " ")), cell.Width);
+    }
+    return {CellText(value, cell.Form, cell.Width)};
+}
+
+/// A number is aligned to the right end of its field, also where it is wider by one.
+int TabOf(const CellLayout& cell, const std::string& text) {
+    if (IsText(cell.Form)) return cell.Tab;
+    return cell.Tab + cell.Width - static_cast<int>(text.size());
+}
+
+std::string_view SectionOf(std::span<const SectionWord> sections, Currency line) {
+    std::string_view word;
+    for (const SectionWord& section : sections) {
+        if (line >= Currency::FromWhole(section.From)) word = section.Text;
+    }
+    return word;
+}
+
+const TotalLine* TotalOf(std::span<const TotalLine> totals, Currency line) {
+    const auto found = std::ranges::find_if(
+        totals, [&](const TotalLine& total) { return line == Currency::FromWhole(total.Line); });
+    return found == totals.end() ? nullptr : &*found;
+}
+
+/// One walk down a table.
+class TableWalk {
+public:
+    TableWalk(ReportPage& page, const TableLayout& layout) : page_(page), layout_(layout) {}
+
+    void Row(const Recordset& row) {
+        const Currency line = LineOf(row);
+        const TotalLine* const total = TotalOf(layout_.Totals, line);
+        std::vector<std::string> block = SectionLines(line);
+        const std::size_t sections = block.size();
+        if (total && total->Above != ' ') block.push_back(RuleLine(layout_.Cells, total->Above));
+        std::ranges::move(RowLines(row, layout_.Cells), std::back_inserter(block));
+        const std::size_t left = MakeRoom(line, block.size(), sections, block);
+        for (std::size_t i = left; i < block.size(); ++i) page_.Print(block[i]);
+        if (total && total->Under != ' ') page_.Print(RuleLine(layout_.Cells, total->Under));
+    }
+
+private:
+    /// The sections that begin with this row.
+    std::vector<std::string> SectionLines(Currency line) {
+        std::vector<std::string> lines;
+        for (; section_ < layout_.Sections.size() &&
+               line >= Currency::FromWhole(layout_.Sections[section_].From);
+             ++section_) {
+            lines.push_back(TextLine().At(kSectionTab, layout_.Sections[section_].Text).Text());
+        }
+        return lines;
+    }
+
+    /// Turns the page, or prints the first heads, where the block needs it. Gives how many lines
+    /// of the block the head already says.
+    std::size_t MakeRoom(Currency line, std::size_t size, std::size_t sections,
+                         const std::vector<std::string>& block) {
+        const std::string_view word = SectionOf(layout_.HeadWords, line);
+        const std::vector<std::string> head = HeadLines(layout_.Head, word);
+        if (page_.IsFull(size + (begun_ ? 0 : head.size() + 1))) {
+            page_.Begin(layout_.Label, layout_.Titles);
+        } else if (begun_) {
+            return 0;
+        } else {
+            page_.Print();
+        }
+        for (const std::string& text : head) page_.Print(text);
+        begun_ = true;
+        return sections > 0 && !word.empty() && Trim(block[0]) == word ? 1 : 0;
+    }
+
+    ReportPage& page_;
+    const TableLayout& layout_;
+    std::size_t section_ = 0;
+    bool begun_ = false;
+};
+
+}  // namespace
+
+bool ReportPage::IsFull(std::size_t blockLines) const {
+    const std::size_t last = static_cast<std::size_t>(Lines) + std::max<std::size_t>(blockLines, 1);
+    return last > static_cast<std::size_t>(gPageLines) + 1;
+}
+
+void ReportPage::Print(std::string_view line) {
+    PrintLine(File, line);
+    ++Lines;
+}
+
+void ReportPage::Begin(std::string_view label, std::span<const std::string_view> titles) {
+    PrintPageHeader(File, label, PageNumber, Lines);
+    for (const std::string_view title : titles) {
+        PrintCentered(title, File);
+        ++Lines;
+    }
+    Print();
+}
+
+std::vector<std::string> HeadLines(std::span<const HeadText> head, std::string_view section) {
+    std::vector<TextLine> lines(head.empty() ? 0 : static_cast<std::size_t>(head.back().Line));
+    for (const HeadText& text : head) {
+        lines[static_cast<std::size_t>(text.Line - 1)].At(
+            text.Tab, text.Text == kSectionWord ? section : text.Text);
+    }
+    std::vector<std::string> texts;
+    for (const TextLine& line : lines) texts.push_back(line.Text());
+    return texts;
+}
+
+std::string CellText(const Variant& value, CellForm form, int width) {
+    switch (form) {
+        case CellForm::LineNum:
+            return FormatLineNum(value, width);
+        case CellForm::Text:
+            return Text(value);
+        case CellForm::Cut:
+            return PadRight(value, width);
+        case CellForm::Amount:
+            return FormatAmount(value, width);
+        case CellForm::Percent:
+            return FormatDecimals(value, width, "#,##0.00");
+        case CellForm::Ratio:
+            return FormatDecimals(value, width, "0.000000");
+    }
+    return {};
+}
+
+std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayout> cells) {
+    std::vector<TextLine> lines(1);
+    for (const CellLayout& cell : cells) {
+        const std::vector<std::string> texts = CellLines(row[cell.Field], cell);
+        if (texts.size() > lines.size()) lines.resize(texts.size());
+        for (std::size_t i = 0; i < texts.size(); ++i) lines[i].At(TabOf(cell, texts[i]), texts[i]);
+    }
+    std::vector<std::string> result;
+    for (const TextLine& line : lines) result.push_back(line.Text());
+    return result;
+}
+
+std::string RuleLine(std::span<const CellLayout> cells, char mark) {
+    TextLine line;
+    for (const CellLayout& cell : cells) {
+        if (!IsSummed(cell.Form)) continue;
+        line.At(cell.Tab + cell.Width - kAmountWidth, std::string(kAmountWidth, mark));
+    }
+    return line.Text();
+}
+
+void PrintTable(ReportPage& page, const TableLayout& layout) {
+    Recordset rows = gDB.OpenRecordset(layout.Query);
+    TableWalk walk(page, layout);
+    for (; !rows.Eof(); rows.MoveNext()) walk.Row(rows);
+}
+
+void RunReport(FileNumber file, std::string_view name,
+               const std::function<void(FileNumber)>& write) {
+    if (file >= 1) {
+        write(file);
+        return;
+    }
+    const std::string path = PrintFilePath(name);
+    OwnPrintFile own(path);
+    write(own.Number());
+    own.Close();
+    SendPrtFile(path, gPageOrient);
+}
+
+void PrintReport(FileNumber file, std::string_view name, const std::vector<ReportPart>& parts) {
+    RunReport(file, name, [&](FileNumber open) {
+        for (const ReportPart& part : parts) {
+            ReportPage page(open);
+            for (const TableLayout* table : part) PrintTable(page, *table);
+        }
+    });
+}
+
+std::string PrintFilePath(std::string_view name) { return fmt::format("{}/{}", gCRFDir, name); }
+
+}  // namespace zolmara

@@ -1,0 +1,246 @@
+// The schedules B to D-1, E, E-1 and F to F-2. Their columns follow the cost centers: as many stand
+// on a page as fit, and the pages of the next ones repeat the lines and their names. A schedule is
+// read once, however many pages across it has.
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "core/Globals.h"
+#include "print/Report.h"
+#include "print/Reports.h"
+#include "print/TextFields.h"
+#include "store/Session.h"
+#include "worksheets/ColumnCaption.h"
+#include "worksheets/Rows.h"
+
+namespace zolmara {
+namespace {
+
+using Captions = std::array<std::string, kCaptionLines>;
+
+/// A column that says which line a row is: it stands on every page.
+struct NameColumn {
+    std::string_view Field;
+    CellForm Form;
+    int Tab;
+    int Width;
+};
+
+constexpr std::array<NameColumn, 3> kNameColumns = {{{"LineNum", CellForm::LineNum, 1, 5},
+                                                     {"Description", CellForm::Text, 7, 36},
+                                                     {"Col_0", CellForm::Text, 44, 7}}};
+
+constexpr int kFirstTab = 52;
+constexpr int kTabStep = 13;
+
+constexpr int kUnitCostLine = 54;
+
+/// A field of the schedule, where it stands in the table, and its heading.
+struct Column {
+    int Field;
+    CellForm Form;
+    Captions Heading;
+};
+
+/// A row, read: the lines of its name columns and its amounts, as many as there are columns.
+struct ScheduleRow {
+    Currency Line;
+    std::vector<TextLine> Names;
+    std::vector<Variant> Amounts;
+};
+
+struct Schedule {
+    std::string Label;
+    std::vector<std::string_view> Titles;
+    std::vector<TotalLine> Totals;
+    Captions NameHeading;  ///< of the name columns together
+    std::vector<Column> Columns;
+    std::vector<ScheduleRow> Rows;
+};
+
+// --- What a schedule is called -------------------------------------------------------------
+
+constexpr std::array<std::string_view, 3> kParts = {"I", "II", "III"};
+constexpr std::array<std::string_view, 3> kPartTitles = {"HEALTHCARE PROVIDER COMPONENTS",
+                                                         "NON-HEALTHCARE PROVIDER COMPONENTS",
+                                                         "REGION / DIVISION COMPONENTS"};
+
+/// 0 to 2; -1 for a schedule that has no parts.
+int PartIndex(std::string_view item) {
+    const char part = item.size() < 2 ? ' ' : item.back();
+    return part >= '1' && part <= '3' ? part - '1' : -1;
+}
+
+/// "B1p2" is "B-1 Part II".
+std::string LabelOf(std::string_view item) {
+    std::string label = UCase(item.substr(0, 1));
+    if (item.size() > 1 && item[1] >= '1' && item[1] <= '9') label += fmt::format("-{}", item[1]);
+    const int part = PartIndex(item);
+    if (part >= 0) label += fmt::format(" Part {}", kParts.at(static_cast<std::size_t>(part)));
+    return label;
+}
+
+/// The components' total, on the third part with the grand total under it; on E the total of the
+/// parts.
+std::vector<TotalLine> TotalsOf(std::string_view item) {
+    switch (PartIndex(item)) {
+        case -1:
+            return {{4, '-', '='}};
+        case 2:
+            return {{51, '-', ' '}, {52, '-', '='}};
+        default:
+            return {{51, '-', '='}};
+    }
+}
+
+// --- Reading -------------------------------------------------------------------------------
+
+bool IsRatio(std::string_view item, std::string_view field) {
+    return SameText(item.substr(0, 1), "E") && SameText(field, "Col_2");
+}
+
+bool IsNameColumn(std::string_view field) {
+    return std::ranges::any_of(
+        kNameColumns, [&](const NameColumn& column) { return SameText(column.Field, field); });
+}
+
+void ReadHeadings(Schedule& schedule, const Recordset& rows, std::string_view item) {
+    Recordset costCenters = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
+    std::array<TextLine, kCaptionLines> names;
+    for (const NameColumn& column : kNameColumns) {
+        if (!rows.FieldExists(column.Field)) continue;
+        const Captions captions = ColumnCaptions(costCenters, column.Field, item);
+        for (std::size_t i = 0; i < names.size(); ++i) names[i].At(column.Tab, captions[i]);
+    }
+    std::ranges::transform(names, schedule.NameHeading.begin(), &TextLine::Text);
+    for (int i = 0; i < rows.FieldCount(); ++i) {
+        const std::string& field = rows.FieldName(i);
+        if (IsNameColumn(field)) continue;
+        schedule.Columns.push_back({i, IsRatio(item, field) ? CellForm::Ratio : CellForm::Amount,
+                                    ColumnCaptions(costCenters, field, item)});
+    }
+}
+
+/// The line number, the name and the number of a row; a long name takes further lines.
+std::vector<TextLine> NameLines(const Recordset& row) {
+    std::vector<TextLine> lines(1);
+    for (const NameColumn& column : kNameColumns) {
+        if (!row.FieldExists(column.Field)) continue;
+        const std::string text = CellText(row[column.Field], column.Form, column.Width);
+        const std::vector<std::string> pieces = column.Form == CellForm::Text
+                                                    ? CutAtWords(Trim(text), column.Width)
+                                                    : std::vector<std::string>{text};
+        if (pieces.size() > lines.size()) lines.resize(pieces.size());
+        for (std::size_t i = 0; i < pieces.size(); ++i) lines[i].At(column.Tab, pieces[i]);
+    }
+    return lines;
+}
+
+ScheduleRow ReadRow(const Recordset& row, const std::vector<Column>& columns) {
+    ScheduleRow result{LineOf(row), NameLines(row), {}};
+    result.Amounts.reserve(columns.size());
+    for (const Column& column : columns) result.Amounts.push_back(row[column.Field]);
+    return result;
+}
+
+Schedule ReadSchedule(std::string_view item) {
+    Schedule schedule{LabelOf(item), {}, TotalsOf(item), {}, {}, {}};
+    const int part = PartIndex(item);
+    if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
+    Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order by LineNum;", item));
+    ReadHeadings(schedule, rows, item);
+    for (; !rows.Eof(); rows.MoveNext()) schedule.Rows.push_back(ReadRow(rows, schedule.Columns));
+    return schedule;
+}
+
+// --- Printing ------------------------------------------------------------------------------
+
+/// The columns of one page across.
+using PageColumns = std::span<const Column>;
+
+int TabOf(std::size_t position) { return kFirstTab + kTabStep * static_cast<int>(position); }
+
+/// As many columns as end within the page.
+std::size_t ColumnsOnPage() {
+    return static_cast<std::size_t>((gPageWidth - kFirstTab + 1) / kTabStep);
+}
+
+/// The first line that says something: a heading's lines fill from the bottom.
+void PrintHeading(ReportPage& page, const Schedule& schedule, PageColumns columns) {
+    for (std::size_t i = 0; i < kCaptionLines; ++i) {
+        TextLine line;
+        line.At(1, schedule.NameHeading[i]);
+        for (std::size_t k = 0; k < columns.size(); ++k) line.At(TabOf(k), columns[k].Heading[i]);
+        page.Print(line.Text());
+    }
+}
+
+std::string Rules(std::size_t columns, char mark) {
+    TextLine line;
+    for (std::size_t k = 0; k < columns; ++k) line.At(TabOf(k), std::string(kAmountWidth, mark));
+    return line.Text();
+}
+
+void PrintAmounts(TextLine& line, const ScheduleRow& row, std::size_t first, PageColumns columns) {
+    const bool unitCost = row.Line == Currency::FromWhole(kUnitCostLine);
+    for (std::size_t k = 0; k < columns.size(); ++k) {
+        const CellForm form = unitCost ? CellForm::Ratio : columns[k].Form;
+        const std::string text = CellText(row.Amounts[first + k], form, kAmountWidth);
+        line.At(TabOf(k) + kAmountWidth - static_cast<int>(text.size()), text);
+    }
+}
+
+void PrintRow(ReportPage& page, const ScheduleRow& row, const TotalLine* total, std::size_t first,
+              PageColumns columns) {
+    if (total && total->Above != ' ') page.Print(Rules(columns.size(), total->Above));
+    for (std::size_t i = 0; i < row.Names.size(); ++i) {
+        TextLine line = row.Names[i];
+        if (i == 0) PrintAmounts(line, row, first, columns);
+        page.Print(line.Text());
+    }
+    if (total && total->Under != ' ') page.Print(Rules(columns.size(), total->Under));
+}
+
+/// All rows of the columns from `first` on that fit on a page.
+void PrintAcross(ReportPage& page, const Schedule& schedule, std::size_t first) {
+    const PageColumns columns =
+        PageColumns(schedule.Columns)
+            .subspan(first)
+            .first(std::min(ColumnsOnPage(), schedule.Columns.size() - first));
+    bool begun = false;
+    for (const ScheduleRow& row : schedule.Rows) {
+        const auto total = std::ranges::find_if(schedule.Totals, [&](const TotalLine& line) {
+            return row.Line == Currency::FromWhole(line.Line);
+        });
+        const bool isTotal = total != schedule.Totals.end();
+        if (!begun || page.IsFull(row.Names.size() + (isTotal ? 1 : 0))) {
+            page.Begin(schedule.Label, schedule.Titles);
+            PrintHeading(page, schedule, columns);
+            begun = true;
+        }
+        PrintRow(page, row, isTotal ? &*total : nullptr, first, columns);
+    }
+}
+
+void PrintSchedule(std::string_view item, FileNumber file) {
+    SetPageLandscape();
+    RunReport(file, fmt::format("{}.prt", item), [&](FileNumber open) {
+        const Schedule schedule = ReadSchedule(item);
+        ReportPage page(open);
+        std::size_t first = 0;
+        do {
+            PrintAcross(page, schedule, first);
+            first += ColumnsOnPage();
+        } while (first < schedule.Columns.size());
+    });
+}
+
+}  // namespace
+
+void Print_Bx(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
+void Print_Ex(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
+void Print_Fx(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
+
+}  // namespace zolmara

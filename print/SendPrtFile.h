@@ -1,0 +1,22 @@
+#pragma once
+
+// Sends a print file to the printer.
+
+#include <cstdint>
+#include <string>
+
+namespace zolmara {
+
+/// Prints a file with its page breaks and orientations. `orientation` is that of what stands
+/// ahead of its first page change; neither 1 nor 2 takes that of the report last set up.
+/// 0 when done, 1 when no printer is available, 2 when the file cannot be opened. An error of the
+/// printer is shown, and what was printed stays printed.
+std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation);
+
+/// The setting of mnuReportUtilitiesHQ.
+bool HighQualityPrinting();
+void SetHighQualityPrinting(bool on);
+/// The caption of mnuReportUtilitiesHQ, which tells what a click on it does.
+std::string HighQualityCaption();
+
+}  // namespace zolmara

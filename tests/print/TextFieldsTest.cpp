@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "core/Globals.h"
+#include "print/TextFields.h"
+
+namespace zolmara::test {
+namespace {
+
+TEST(FormatLineNum, WholeAndSubscriptedLinesAlignOnTheUnits) {
+    EXPECT_EQ(FormatLineNum(Currency(4), 6), "  4   ");
+    EXPECT_EQ(FormatLineNum(Currency(4.01), 6), "  4.01");
+    EXPECT_EQ(FormatLineNum(Currency(100), 6), "100   ");
+    EXPECT_EQ(FormatLineNum(28.0, 6), " 28   ");
+}
+
+TEST(FormatLineNum, NullAndEmptyGiveBlanks) {
+    EXPECT_EQ(FormatLineNum(Variant(), 6), "      ");
+    EXPECT_EQ(FormatLineNum("", 6), "      ");
+    EXPECT_EQ(FormatLineNum(Variant(), 0), "");
+}
+
+TEST(FormatLineNum, ZeroIsALineNumberAndNullIsNot) { EXPECT_EQ(FormatLineNum(0, 6), "  0   "); }
+
+TEST(CenterIn, PutsHalfOfTheFreePlacesRoundedDownInFront) {
+    EXPECT_EQ(CenterIn("ab", 6), "  ab");
+    EXPECT_EQ(CenterIn(" abc ", 6), " abc");
+    EXPECT_EQ(CenterIn("abcdefgh", 6), "abcdef");
+    EXPECT_EQ(CenterIn("", 6), "   ");
+}
+
+TEST(PadRight, FillsAndCuts) {
+    EXPECT_EQ(PadRight("ab", 4), "ab  ");
+    EXPECT_EQ(PadRight("abcdef", 4), "abcd");
+    EXPECT_EQ(PadRight(Variant(), 4), "    ");
+    EXPECT_EQ(PadRight("Gr\u00fcnau", 4), "Gr\u00fcn");
+}
+
+TEST(PadLeft, FillsAndCutsAtTheRightEnd) {
+    EXPECT_EQ(PadLeft("ab", 4), "  ab");
+    EXPECT_EQ(PadLeft("abcdef", 4), "cdef");
+    EXPECT_EQ(PadLeft(Variant(), 4), "    ");
+    EXPECT_EQ(PadLeft(12, 4), "  12");
+}
+
+TEST(FormatAmount, NullIsEmptyAndZeroIsZero) {
+    EXPECT_EQ(FormatAmount(Variant(), 12), "");
+    EXPECT_EQ(FormatAmount(0, 12), "           0");
+}
+
+TEST(FormatAmount, NegativeAmountsHaveTheirSign) {
+    EXPECT_EQ(FormatAmount(-1234567, 12), "  -1,234,567");
+}
+
+TEST(FormatAmount, RoundsToWholeDollars) { EXPECT_EQ(FormatAmount(1234.5, 12), "       1,235"); }
+
+TEST(FormatAmount, TooWideForItsCommasGoesWithoutThem) {
+    EXPECT_EQ(FormatAmount(9999999999.0, 12), "  9999999999");
+    EXPECT_EQ(FormatAmount(123456789012.0, 12), "123456789012");
+}
+
+TEST(FormatAmount, TwelveDigitsWithASignTakeTheBlankAheadOfTheField) {
+    EXPECT_EQ(FormatAmount(-123456789012.0, 12), "-123456789012");
+}
+
+TEST(FormatAmount, WhatDoesNotFitIsNeverShortened) {
+    EXPECT_EQ(FormatAmount(12345678901234.0, 12), "************");
+    EXPECT_EQ(FormatAmount(1e300, 12), "************");
+}
+
+TEST(FormatDecimals, RatiosHaveSixDecimals) {
+    EXPECT_EQ(FormatDecimals(0.5, 12, "0.000000"), "    0.500000");
+    EXPECT_EQ(FormatDecimals(Variant(), 12, "0.000000"), "");
+}
+
+TEST(FormatDecimals, ANumberThatIsTooWideIsRoundedToTheDecimalsThatFit) {
+    EXPECT_EQ(FormatDecimals(1234567.123456, 12, "0.000000"), "1234567.1235");
+    EXPECT_EQ(FormatDecimals(123456789012.4, 12, "0.000000"), "123456789012");
+    EXPECT_EQ(FormatDecimals(100, 10, "#,##0.00"), "    100.00");
+}
+
+TEST(CutAtWords, LooksForABlankUpToThePositionBehindTheWidth) {
+    EXPECT_EQ(CutAtWords("abcd efgh", 4), (std::vector<std::string>{"abcd", "efgh"}));
+    EXPECT_EQ(CutAtWords("abc defgh", 5), (std::vector<std::string>{"abc", "defgh"}));
+    EXPECT_EQ(CutAtWords("abc def gh", 8), (std::vector<std::string>{"abc def", "gh"}));
+}
+
+TEST(CutAtWords, WithoutABlankItCutsHard) {
+    EXPECT_EQ(CutAtWords("abcdefgh", 3), (std::vector<std::string>{"abc", "def", "gh"}));
+}
+
+TEST(CutAtWords, CountsCharactersAndNotBytes) {
+    EXPECT_EQ(CutAtWords("\u00e4\u00f6\u00fc\u00df", 2),
+              (std::vector<std::string>{"\u00e4\u00f6", "\u00fc\u00df"}));
+}
+
+TEST(CutAtWords, AnEmptyTextHasNoLine) { EXPECT_TRUE(CutAtWords("", 10).empty()); }
+
+RC_GTEST_PROP(CutAtWords, KeepsEveryLetterAndNoLineIsTooLong, ()) {
+    const auto text = *rc::gen::container<std::string>(rc::gen::element('a', 'b', ' '));
+    const auto width = *rc::gen::inRange(1, 12);
+    std::string letters;
+    for (const std::string& line : CutAtWords(text, width)) {
+        RC_ASSERT(line.size() <= static_cast<std::size_t>(width));
+        letters += Replace(line, " ", "");
+    }
+    RC_ASSERT(letters == Replace(text, " ", ""));
+}
+
+TEST(TextLine, PutsTextsAtTheirColumns) {
+    EXPECT_EQ(TextLine().At(1, "ab").At(5, "cd").Text(), "ab  cd");
+    EXPECT_EQ(TextLine().At(0, "ab").Text(), "ab");
+    EXPECT_EQ(TextLine().At(-3, "ab").Text(), "ab");
+}
+
+TEST(TextLine, ATextInTheWayOfBlanksTakesTheirPlace) {
+    EXPECT_EQ(TextLine().At(1, "abcd").At(3, "   12").Text(), "abcd 12");
+}
+
+TEST(TextLine, ATextInTheWayOfLettersMovesThem) {
+    EXPECT_EQ(TextLine().At(1, "abcd").At(3, "ef").Text(), "abcdef");
+}
+
+TEST(TextLine, BlanksAreNotWritten) { EXPECT_EQ(TextLine().At(1, "ab").At(9, "   ").Text(), "ab"); }
+
+TEST(TextLine, ColumnsAreCountedInCharacters) {
+    EXPECT_EQ(TextLine().At(1, "\u00fc").At(3, "x").Text(), "\u00fc x");
+}
+
+}  // namespace
+}  // namespace zolmara::test
