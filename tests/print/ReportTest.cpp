@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -176,13 +177,14 @@ TEST_F(ReportTest, ALongNameGoesOnInFurtherLinesOfItsColumn) {
     MakeReclassifications(1);
     gDB.Execute(
         "UPDATE A6 SET Col_1=?,Col_3=?,Col_4=4.01,Col_6=?,Col_7=28;",
-        {std::string(40, 'e'), "CRC-Buildings and Fixtures of the Annexes", std::string(40, 'x')});
+        {std::string(40, 'e'), "CRC-Buildings and Fixtures of the Annexe", std::string(40, 'x')});
     Print_A6(0);
     const Lines lines = Printed("A6.prt");
     ASSERT_EQ(lines.size(), 17U);
     EXPECT_EQ(Columns(lines[15], 8, 45), std::string(36, 'e') + "  ");
-    EXPECT_EQ(Columns(lines[15], 51, 94), "CRC-Buildings and Fixtures of the         4.01");
-    EXPECT_EQ(Columns(lines[16], 51, 88), "Annexes" + std::string(31, ' '));
+    EXPECT_EQ(Columns(lines[15], 51, 94),
+              "CRC-Buildings and Fixtures of the" + std::string(7, ' ') + "4.01");
+    EXPECT_EQ(Columns(lines[16], 51, 88), "Annexe" + std::string(32, ' '));
     EXPECT_EQ(Columns(lines[15], 110, 152), std::string(37, 'x') + " 28   ");
     EXPECT_EQ(Columns(lines[16], 110, 112), "xxx");
 }

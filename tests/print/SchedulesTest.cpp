@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 
 #include "print/PrintSupport.h"
@@ -28,7 +29,7 @@ TEST_F(SchedulesTest, HeadingsStandInFiveLinesOverTheirColumns) {
     EXPECT_EQ(lines.at(11), "");
     // Lines 12 to 16 are the heading. "CRC-Buildings & Fixtures" breaks behind the "-" (position
     // 4, below 4 is not): "CRC-", "Buildings &", "Fixtures", centred in 13.
-    EXPECT_EQ(Columns(lines.at(14), 52, 64), "    CRC-");
+    EXPECT_EQ(Columns(lines.at(14), 52, 64), "    CRC-     ");
     EXPECT_EQ(Columns(lines.at(16), 44, 47), "  CC");
     EXPECT_EQ(Columns(lines.at(15), 1, 6), " Line ");
     EXPECT_EQ(Columns(lines.at(16), 1, 4), "   #");

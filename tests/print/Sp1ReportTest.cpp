@@ -1,5 +1,7 @@
 // Worksheet S: the status, the certification, the signature and the seals.
 
+#include <algorithm>
+
 #include "print/PrintSupport.h"
 #include "print/Reports.h"
 #include "store/Files.h"
