@@ -73,7 +73,8 @@ class PrintingState {
 public:
     PrintingState() {
         TheHost().SetPointer(Pointer::Hourglass);
-        ClearLog("P");
+        // A CRF that takes no writes prints as well; its messages are boxes.
+        if (!gDB.IsReadOnly()) ClearLog("P");
     }
     ~PrintingState() {
         gLogType.clear();

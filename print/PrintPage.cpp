@@ -40,7 +40,10 @@ void PrintIdentity(FileNumber file, bool approved) {
 
 /// The user's own lines; blank ones take no place.
 void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
-    if (!TableExists("HeaderLines", false)) Build_HeaderLines();
+    if (!TableExists("HeaderLines", false)) {
+        if (gDB.IsReadOnly()) return;
+        Build_HeaderLines();
+    }
     Recordset rows = gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;");
     for (; !rows.Eof(); rows.MoveNext()) {
         if (IsBlankValue(rows["Linetext"])) continue;

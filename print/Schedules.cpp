@@ -20,15 +20,8 @@ namespace {
 
 using Captions = std::array<std::string, kCaptionLines>;
 
-/// A column that says which line a row is: it stands on every page.
-struct NameColumn {
-    std::string_view Field;
-    CellForm Form;
-    int Tab;
-    int Width;
-};
-
-constexpr std::array<NameColumn, 3> kNameColumns = {{{"LineNum", CellForm::LineNum, 1, 5},
+/// The columns that say which line a row is; they stand on every page.
+constexpr std::array<CellLayout, 3> kNameColumns = {{{"LineNum", CellForm::LineNum, 1, 5},
                                                      {"Description", CellForm::Text, 7, 36},
                                                      {"Col_0", CellForm::Text, 44, 7}}};
 
@@ -44,10 +37,10 @@ struct Column {
     Captions Heading;
 };
 
-/// A row, read: the lines of its name columns and its amounts, as many as there are columns.
+/// A row, read: what its name columns say, in lines, and its amounts, one for each column.
 struct ScheduleRow {
     Currency Line;
-    std::vector<TextLine> Names;
+    std::vector<std::string> Names;
     std::vector<Variant> Amounts;
 };
 
@@ -103,14 +96,21 @@ bool IsRatio(std::string_view item, std::string_view field) {
 
 bool IsNameColumn(std::string_view field) {
     return std::ranges::any_of(
-        kNameColumns, [&](const NameColumn& column) { return SameText(column.Field, field); });
+        kNameColumns, [&](const CellLayout& column) { return SameText(column.Field, field); });
+}
+
+/// The name columns that the schedule has; E has no component numbers.
+std::vector<CellLayout> NameColumnsOf(const Recordset& rows) {
+    std::vector<CellLayout> columns;
+    std::ranges::copy_if(kNameColumns, std::back_inserter(columns),
+                         [&](const CellLayout& column) { return rows.FieldExists(column.Field); });
+    return columns;
 }
 
 void ReadHeadings(Schedule& schedule, const Recordset& rows, std::string_view item) {
     Recordset costCenters = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
     std::array<TextLine, kCaptionLines> names;
-    for (const NameColumn& column : kNameColumns) {
-        if (!rows.FieldExists(column.Field)) continue;
+    for (const CellLayout& column : NameColumnsOf(rows)) {
         const Captions captions = ColumnCaptions(costCenters, column.Field, item);
         for (std::size_t i = 0; i < names.size(); ++i) names[i].At(column.Tab, captions[i]);
     }
@@ -123,26 +123,14 @@ void ReadHeadings(Schedule& schedule, const Recordset& rows, std::string_view it
     }
 }
 
-/// The line number, the name and the number of a row; a long name takes further lines.
-std::vector<TextLine> NameLines(const Recordset& row) {
-    std::vector<TextLine> lines(1);
-    for (const NameColumn& column : kNameColumns) {
-        if (!row.FieldExists(column.Field)) continue;
-        const std::string text = CellText(row[column.Field], column.Form, column.Width);
-        const std::vector<std::string> pieces = column.Form == CellForm::Text
-                                                    ? CutAtWords(Trim(text), column.Width)
-                                                    : std::vector<std::string>{text};
-        if (pieces.size() > lines.size()) lines.resize(pieces.size());
-        for (std::size_t i = 0; i < pieces.size(); ++i) lines[i].At(column.Tab, pieces[i]);
+void ReadRows(Schedule& schedule, Recordset& rows) {
+    const std::vector<CellLayout> names = NameColumnsOf(rows);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        ScheduleRow row{LineOf(rows), RowLines(rows, names), {}};
+        row.Amounts.reserve(schedule.Columns.size());
+        for (const Column& column : schedule.Columns) row.Amounts.push_back(rows[column.Field]);
+        schedule.Rows.push_back(std::move(row));
     }
-    return lines;
-}
-
-ScheduleRow ReadRow(const Recordset& row, const std::vector<Column>& columns) {
-    ScheduleRow result{LineOf(row), NameLines(row), {}};
-    result.Amounts.reserve(columns.size());
-    for (const Column& column : columns) result.Amounts.push_back(row[column.Field]);
-    return result;
 }
 
 Schedule ReadSchedule(std::string_view item) {
@@ -151,7 +139,7 @@ Schedule ReadSchedule(std::string_view item) {
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
     Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order by LineNum;", item));
     ReadHeadings(schedule, rows, item);
-    for (; !rows.Eof(); rows.MoveNext()) schedule.Rows.push_back(ReadRow(rows, schedule.Columns));
+    ReadRows(schedule, rows);
     return schedule;
 }
 
@@ -167,7 +155,6 @@ std::size_t ColumnsOnPage() {
     return static_cast<std::size_t>((gPageWidth - kFirstTab + 1) / kTabStep);
 }
 
-/// The first line that says something: a heading's lines fill from the bottom.
 void PrintHeading(ReportPage& page, const Schedule& schedule, PageColumns columns) {
     for (std::size_t i = 0; i < kCaptionLines; ++i) {
         TextLine line;
@@ -196,7 +183,8 @@ void PrintRow(ReportPage& page, const ScheduleRow& row, const TotalLine* total, 
               PageColumns columns) {
     if (total && total->Above != ' ') page.Print(Rules(columns.size(), total->Above));
     for (std::size_t i = 0; i < row.Names.size(); ++i) {
-        TextLine line = row.Names[i];
+        TextLine line;
+        line.At(1, row.Names[i]);
         if (i == 0) PrintAmounts(line, row, first, columns);
         page.Print(line.Text());
     }

@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "cli/CliRunner.h"
 #include "print/PrintSupport.h"
 #include "store/Files.h"
@@ -67,6 +69,14 @@ TEST_F(PrintCommand, APdfThatCannotBeWrittenIsStatus4) {
     const CliResult result = Run({"--quiet", "print", crf, "A", "--pdf", missing});
     EXPECT_EQ(result.Status, 4);
     EXPECT_NE(result.Err.find(missing), std::string::npos) << result.Err;
+}
+
+TEST_F(PrintCommand, AReadOnlyCrfIsPrinted) {
+    const std::string crf = NewCrf();
+    std::filesystem::permissions(crf, std::filesystem::perms::owner_read);
+    const CliResult result = Run({"--quiet", "print", crf, "A"});
+    EXPECT_EQ(result.Status, 0) << result.Err;
+    EXPECT_TRUE(FileExists(File("A.prt")));
 }
 
 TEST_F(PrintCommand, AnEmptyPdfNameIsAWrongCommandLine) {

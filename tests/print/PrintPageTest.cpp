@@ -94,6 +94,13 @@ TEST_F(PrintPageTest, HeaderLinesStandInTheHeadAndBlankOnesTakeNoPlace) {
     EXPECT_EQ(used, 12);
 }
 
+TEST_F(PrintPageTest, AnEmptyHeaderLinesTableLeavesTheHeadWithTenLines) {
+    gDB.Execute("DELETE * FROM HeaderLines;");
+    SetPageLandscape();
+    EXPECT_EQ(Head("A").size(), 10U);
+    EXPECT_EQ(used, 10);
+}
+
 TEST_F(PrintPageTest, AHeaderLineThatIsWiderThanThePageBeginsAtTheMargin) {
     SetPagePortrait();
     const std::string wide(140, 'x');

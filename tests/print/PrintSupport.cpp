@@ -128,8 +128,9 @@ void AddComponents() {
 
 void AddLines() {
     gDB.Execute(
-        "INSERT INTO A6 (LineNum,Col_1,Col_2,Col_4,Col_5,Col_7,Col_8) VALUES "
-        "(1,'To move the rent of the annex',?,10,25000,11,25000);",
+        "INSERT INTO A6 (LineNum,Col_1,Col_2,Col_3,Col_4,Col_5,Col_6,Col_7,Col_8) VALUES "
+        "(1,'To move the rent of the annex',?,'Payroll Taxes',10,25000,'Employee Benefits-Payroll "
+        "Related',11,25000);",
         {"A"});
     gDB.Execute(
         "INSERT INTO A81p1 (SeqNum,Col_1,Col_3,Col_4,Col_5,Col_6) VALUES "
