@@ -19,6 +19,9 @@ constexpr float kShortSide = 612;
 /// The left margins put 137 and 176 columns of 7 points in the middle of the page.
 constexpr float kPortraitMargin = 18.3F;
 constexpr float kLandscapeMargin = 26.4F;
+constexpr float kColumnWidth = 0.6F * 7;
+static_assert(2 * kPortraitMargin + 137 * kColumnWidth < kShortSide + 0.1F);
+static_assert(2 * kLandscapeMargin + 176 * kColumnWidth < kLongSide + 0.1F);
 constexpr float kTopMargin = 16;
 constexpr float kBottomMargin = 14;
 /// The height of a line and what of it lies above the base line, in parts of the font size.
