@@ -2,9 +2,9 @@
 
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
+#include "cli/Findings.h"
 #include "cli/Output.h"
 #include "editchecks/modEditChecks.h"
-#include "store/Session.h"
 
 namespace zolmara::cli {
 
@@ -15,11 +15,6 @@ constexpr std::array kArguments{kFileArgument};
 ExitStatus StatusOf(std::int16_t level) {
     if (level == kNonFatalLevel) return kBlocked;
     return level == kPotentialLevel ? kRefusedOrMessages : kDone;
-}
-
-void PrintFindings() {
-    auto rows = gDB.OpenRecordset("SELECT Level, Code, Message FROM Error;");
-    PrintMessages(ListingOf(rows));
 }
 
 ExitStatus Check(const Inputs& inputs) {

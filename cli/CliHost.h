@@ -28,6 +28,8 @@ public:
     void SetOptions(const Options& options);
     /// The path that the next file dialog gives.
     void AnswerFile(const std::string& path) { file_ = path; }
+    /// The electronic report that has been built whole with its print image; nothing before.
+    const std::optional<std::string>& BuiltEcr() const { return builtEcr_; }
     /// What print files are sent to; none to begin with.
     void UsePrinter(PageDevice* printer) { printer_ = printer; }
     /// Message boxes shown so far; answered questions do not count.
@@ -40,6 +42,7 @@ public:
     void HideCalcMsg() override;
     void ShowProgress(double part) override;
     std::optional<std::string> ChooseFile(const FileDialog& dialog) override;
+    void ShowCopy2Floppy(const std::string& ecrPath) override { builtEcr_ = ecrPath; }
     PageDevice* Printer() override { return printer_; }
     DateTime Now() override;
     std::string GetSetting(const std::string& application, const std::string& section,
@@ -55,6 +58,7 @@ private:
     Options options_;
     Settings settings_;
     std::optional<std::string> file_;
+    std::optional<std::string> builtEcr_;
     PageDevice* printer_ = nullptr;
     int messages_ = 0;
     bool terminal_ = false;

@@ -5,7 +5,7 @@
 namespace zolmara::cli {
 
 std::span<const Command* const> AllCommands() {
-    static constexpr std::array<const Command*, 21> kCommands{&kNew,
+    static constexpr std::array<const Command*, 22> kCommands{&kNew,
                                                               &kInfo,
                                                               &kCalc,
                                                               &kCheck,
@@ -24,6 +24,7 @@ std::span<const Command* const> AllCommands() {
                                                               &kLineAdd,
                                                               &kLineDelete,
                                                               &kPrint,
+                                                              &kEcr,
                                                               &kHeader,
                                                               &kCompact};
     return kCommands;

@@ -25,6 +25,7 @@ extern const Command kComponentRename;
 extern const Command kLineAdd;
 extern const Command kLineDelete;
 extern const Command kPrint;
+extern const Command kEcr;
 extern const Command kHeader;
 extern const Command kCompact;
 

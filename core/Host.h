@@ -93,12 +93,16 @@ public:
     virtual void UnloadForm(const std::string& /*name*/) {}
     /// Shows the findings in frmViewError under the given caption.
     virtual void ShowErrors(const std::string& /*caption*/) {}
+    /// Offers, in frmCopy2Floppy, to copy the finished submission files to a removable drive.
+    virtual void ShowCopy2Floppy(const std::string& /*ecrPath*/) {}
 
     /// The printer that print files are sent to; none where there is none.
     virtual PageDevice* Printer() { return nullptr; }
 
-    /// The system's own clock, local time.
+    /// The machine's clock, local time. The engine's clock is Now() of core/Clock.h.
     virtual DateTime Now() = 0;
+    /// Whether the program's own clock may be set.
+    virtual bool MaySetClock() { return true; }
     virtual std::string GetSetting(const std::string& application, const std::string& section,
                                    const std::string& key, const std::string& fallback) = 0;
     virtual void SaveSetting(const std::string& application, const std::string& section,

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "print/TextFields.h"
@@ -53,7 +54,7 @@ void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
 }
 
 void PrintWorksheetLine(FileNumber file, std::string_view label) {
-    const DateTime now = TheHost().Now();
+    const DateTime now = Now();
     PrintCentered(
         fmt::format("Worksheet {}        {} at {}", label, FormatDate(now, "dddd, mmmm d, yyyy"),
                     FormatDate(now, "h:nn:ss AM/PM")),

@@ -6,6 +6,7 @@
 
 #include <charconv>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "store/Dao.h"
@@ -86,7 +87,7 @@ void Build_Master() {
          TextField("ESLastName", 255), TextField("ESTitle", 255), Field("ESDate", dbDate)});
     Recordset master = gDB.OpenRecordset("Master", dbOpenTable);
     master.AddNew();
-    master.Set("BuildDate", TheHost().Now());
+    master.Set("BuildDate", Now());
     master.Set("FormNum", gFormNum);
     master.Set("ProviderNumber", gProviderNumber);
     master.Set("FYStart", gFYStart);
@@ -104,7 +105,7 @@ void Build_Log() {
         "INSERT INTO Log (LogType, [DateTime], Severity, Module, [Procedure], Worksheet, Message) "
         "VALUES ('*', ?, 'F.Y.I.', 'Build_Log', 'Build_Log', 'Log', "
         "'Log table built/initialized.');",
-        {TheHost().Now()});
+        {Now()});
     RegisterWorksheet("Log", "Make", kNotAWorksheet);
 }
 

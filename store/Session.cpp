@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
 #include "store/Files.h"
 
@@ -88,7 +89,7 @@ std::string SeverityOf(std::optional<int> style) {
 int MsgOrLog(const std::string& message, std::optional<int> style, const std::string& title) {
     if (gLogType.empty()) return TheHost().MsgBox(message, style.value_or(kOkOnly), title);
     gDB.Execute("INSERT INTO Log (LogType, [DateTime], Severity, Message) VALUES (?, ?, ?, ?);",
-                {gLogType, TheHost().Now(), SeverityOf(style), message});
+                {gLogType, Now(), SeverityOf(style), message});
     return 0;
 }
 

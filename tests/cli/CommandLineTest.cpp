@@ -84,7 +84,7 @@ TEST_F(CommandLine, EveryPositionalThatMustBeGivenIsMissed) {
 }
 
 TEST_F(CommandLine, VersionNamesProgramAndVersion) {
-    EXPECT_EQ(Do({"--version"}), "Zolmara 287-22 1.0.0\n");
+    EXPECT_EQ(Do({"--version"}), "Zolmara 287-22 3.0.2\n");
 }
 
 TEST_F(CommandLine, NoCommandAndAnUnknownCommandAreWrong) {

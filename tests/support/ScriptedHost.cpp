@@ -157,6 +157,10 @@ void ScriptedHost::UnloadForm(const std::string& name) {
 
 void ScriptedHost::ShowErrors(const std::string& caption) { Record("ShowErrors", caption); }
 
+void ScriptedHost::ShowCopy2Floppy(const std::string& ecrPath) {
+    Record("ShowCopy2Floppy", ecrPath);
+}
+
 DateTime ScriptedHost::Now() { return Clock; }
 
 std::string ScriptedHost::GetSetting(const std::string& application, const std::string& section,

@@ -43,6 +43,7 @@ public:
     std::set<std::string> OpenForms;               ///< what FormIsOpen says
     std::function<void()> OnDoEvents;
     DateTime Clock{2024, 2, 1, 10, 30, 0};
+    bool ClockCanBeSet = true;
     std::string Folder = ".";                     ///< ProgramFolder
     PageDevice* PrinterDevice = nullptr;          ///< Printer; none is installed
     std::map<std::string, std::string> Settings;  ///< by "Application/Section/Key"
@@ -98,8 +99,10 @@ public:
     void SetGrd(const std::string& form) override;
     void UnloadForm(const std::string& name) override;
     void ShowErrors(const std::string& caption) override;
+    void ShowCopy2Floppy(const std::string& ecrPath) override;
     PageDevice* Printer() override { return PrinterDevice; }
     DateTime Now() override;
+    bool MaySetClock() override { return ClockCanBeSet; }
     std::string GetSetting(const std::string& application, const std::string& section,
                            const std::string& key, const std::string& fallback) override;
     void SaveSetting(const std::string& application, const std::string& section,

@@ -1,0 +1,230 @@
+#include "ecr/Build_ECR.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <fstream>
+#include <stdexcept>
+
+#include "core/Clock.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "ecr/Emitters.h"
+#include "ecr/FileNames.h"
+#include "ecr/FileTime.h"
+#include "ecr/Fingerprint.h"
+#include "ecr/Labels.h"
+#include "ecr/LocalSeal.h"
+#include "ecr/Record.h"
+#include "print/PrintDriver.h"
+#include "store/Files.h"
+#include "store/Session.h"
+
+namespace zolmara {
+
+Variant ECRDate;
+
+namespace {
+
+constexpr int kPiTries = 3;
+
+/// A build on its way.
+struct Build {
+    std::string Ecr;  ///< path of the electronic report
+    std::string Pi;   ///< path of the print image
+    Sealer Seals = {};
+    std::int64_t SecondsBehind = 0;
+    bool ClockSetBack = false;
+    std::string EcrFingerprint = {};
+    std::string PiStamp = {};
+    std::string PiFingerprint = {};
+};
+
+// --- The main window -----------------------------------------------------------------------
+
+void EnableMenus(bool enabled) {
+    for (const char* menu : {"mnuEdit", "mnuHelp", "mnuReport", "mnuView"})
+        TheHost().EnableMenu(menu, enabled);
+}
+
+void ShowStep(const std::string& text) {
+    TheHost().ShowCalcMsg(text);
+    TheHost().DoEvents();
+}
+
+/// The state that a build leaves.
+void EndBuild() {
+    EnableMenus(true);
+    TheHost().HideCalcMsg();
+    ECRStamp.clear();
+    TheHost().SetPointer(Pointer::Normal);
+}
+
+// --- The clock -----------------------------------------------------------------------------
+
+DateTime MinuteOf(const DateTime& moment) {
+    return DateTime::FromSeconds(moment.Seconds() - moment.Second());
+}
+
+std::string StampText() { return FormatDate(ECRDate.AsDate(), "mm/dd/yyyy hh:nn"); }
+
+/// The number of seconds that the message shows.
+double SecondsShown(const std::string& message) {
+    static constexpr std::size_t kBehindWord = 9;
+    return Val(MidText(message, kBehindWord));
+}
+
+void WaitForMinute() {
+    static constexpr int kSecondsAMinute = 60;
+    std::string message;
+    while (Now().Second() > 1 && !gDebug) {
+        const int left = kSecondsAMinute - Now().Second();
+        if (left != SecondsShown(message)) {
+            message = fmt::format("Waiting {} seconds for CMS timing requirement", left);
+            TheHost().ShowCalcMsg(message);
+        }
+        TheHost().DoEvents();
+    }
+}
+
+/// The report's stamp is a whole minute, and its file's time must agree with it: so the clock goes
+/// back to the start of the minute, or the build waits for the next.
+void SetClockToStamp(Build& build) {
+    ECRDate = MinuteOf(Now());
+    build.SecondsBehind = Now().Seconds() - ECRDate.AsDate().Seconds();
+    build.ClockSetBack = SetClock(ECRDate.AsDate());
+    if (build.ClockSetBack) return;
+    WaitForMinute();
+    ECRDate = MinuteOf(Now());
+}
+
+void PutClockRight(Build& build) {
+    if (!build.ClockSetBack) return;
+    const DateTime stamp = ECRDate.AsDate();
+    const std::int64_t sinceStamp = Now().Seconds() - stamp.Seconds();
+    SetClock(DateTime::FromSeconds(stamp.Seconds() + build.SecondsBehind + sinceStamp));
+    build.ClockSetBack = false;
+}
+
+// --- The electronic report -----------------------------------------------------------------
+
+/// The file that records go to, for as long as it is open.
+class RecordFile {
+public:
+    explicit RecordFile(const std::string& path) : file_(path) { ECRFile = file_.Number(); }
+    ~RecordFile() { ECRFile = 0; }
+    RecordFile(const RecordFile&) = delete;
+    RecordFile& operator=(const RecordFile&) = delete;
+
+    void Close() { file_.Close(); }
+
+private:
+    OwnPrintFile file_;
+};
+
+void WriteEcr(const Build& build) {
+    RecordFile file(build.Ecr);
+    ECRStamp = StampText();
+    ECR_Type1(ECRDate.AsDate());
+    TheHost().ShowCalcMsg("Producing Type 2");
+    ECR_Type2();
+    ECR_Type3();
+    file.Close();
+}
+
+void SealEcr(Build& build) {
+    ShowStep("Producing Type 4 Record (Finger Print)");
+    build.EcrFingerprint = build.Seals.Seal(build.Ecr, false);
+    SetFileTime(build.Ecr, ECRDate.AsDate());
+}
+
+// --- The print image -----------------------------------------------------------------------
+
+void PrintPi(Build& build) {
+    OwnPrintFile file(build.Pi);
+    build.PiStamp = StampText();
+    Print_All(file.Number());
+    PrintLine(file.Number());
+    file.Close();
+    TheHost().DoEvents();
+}
+
+bool HasFingerprint(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        if (line.find(kPiFingerprintMark) != std::string::npos) return true;
+    }
+    return false;
+}
+
+/// False when the print image came without a fingerprint every time.
+bool MakePi(Build& build) {
+    ShowStep("Process The PI File");
+    for (int failures = 0; failures < kPiTries; ++failures) {
+        PrintPi(build);
+        build.PiFingerprint = build.Seals.Seal(build.Pi, true);
+        if (HasFingerprint(build.Pi)) return true;
+    }
+    TheHost().MsgBox("Government fingerprint program failed. Please call Velquist", kCritical,
+                     "Critical Error");
+    return false;
+}
+
+// --- The build -----------------------------------------------------------------------------
+
+void PrintCertificationPage(const Build& build) {
+    ShowStep("Print The Sp1 Worksheet");
+    Print_Sp1(0, true, build.EcrFingerprint, build.PiStamp, build.PiFingerprint);
+    ShowStep("Print The Sp2 Worksheet");
+}
+
+/// False when the print image could not be sealed.
+bool Produce(Build& build) {
+    SetClockToStamp(build);
+    WriteEcr(build);
+    SealEcr(build);
+    if (!MakePi(build)) return false;
+    PrintCertificationPage(build);
+    PutClockRight(build);
+    SetFileTime(build.Pi, ECRDate.AsDate());
+    return true;
+}
+
+/// The CRF and the two files must not overwrite each other, whatever name the user keeps.
+void NeedOwnFiles(const Build& build) {
+    for (const std::string& path : {build.Ecr, build.Pi}) {
+        if (IsSameFile(path, gCRFPath))
+            throw std::runtime_error(fmt::format("{}: This is the open Cost Report File", path));
+    }
+    if (IsSameFile(build.Ecr, build.Pi))
+        throw std::runtime_error(
+            fmt::format("{}: The ECR file needs another name than the PI file", build.Ecr));
+}
+
+}  // namespace
+
+void Build_ECR() {
+    const std::optional<std::string> path = AskEcrPath();
+    if (!path) {
+        TheHost().SetPointer(Pointer::Normal);
+        return;
+    }
+    Build build{*path, PiPath(*path)};
+    NeedOwnFiles(build);
+    TheHost().SetPointer(Pointer::Hourglass);
+    EnableMenus(false);
+    bool done = false;
+    try {
+        RunBatch(gDB, [&] { done = Produce(build); });
+    } catch (...) {
+        PutClockRight(build);
+        EndBuild();
+        throw;
+    }
+    if (!done) return;
+    EndBuild();
+    TheHost().ShowCopy2Floppy(build.Ecr);
+    TheHost().SetPointer(Pointer::Normal);
+}
+
+}  // namespace zolmara

@@ -1,0 +1,27 @@
+#pragma once
+
+// The two files that are submitted: the electronic cost report (ECR), and the print image (PI) of
+// the whole form, each sealed, stamped with the same minute and named as the government wants it.
+
+#include <string>
+
+#include "core/Variant.h"
+#include "print/Reports.h"
+
+namespace zolmara {
+
+/// The stamp of the report that was built last, to the minute.
+extern Variant ECRDate;
+
+/// Asks for the file's name, writes the report, seals it, prints the form into the print image,
+/// seals that, prints the certification page, and offers to copy the files. The signature has been
+/// given or cleared before. Looks neither at findings nor at whether the statement is calculated.
+///
+/// The files appear under their names only when they are complete; a seal is put on in place. When
+/// three print images in a row come without a fingerprint, it ends on the spot after a message: the
+/// clock stays set back, ECRStamp stays and the menus stay off. Any other failure puts all of that
+/// right and goes on to the caller: StoreError where a table is missing or a file cannot be
+/// written, an error for a fingerprint library that cannot be used.
+void Build_ECR();
+
+}  // namespace zolmara

@@ -1,0 +1,106 @@
+#include "ecr/EmitA6.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "core/Fortran.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "ecr/EmitterTables.h"
+#include "ecr/Record.h"
+#include "store/Session.h"
+
+namespace zolmara {
+namespace {
+
+constexpr Currency kTotalLine = Currency::FromWhole(100);
+
+/// Column 1, which is always written, the code, and the two sides of the entry.
+constexpr std::array<std::string_view, 8> kFormats = {"C36", "C2",  "C36",   "F16.2",
+                                                      "I16", "C36", "F16.2", "I16"};
+
+/// The columns of the total line.
+bool IsOnTotalLine(int column) { return column == 5 || column == 8; }
+
+class A6Writer {
+public:
+    A6Writer() : rows_(gDB.OpenRecordset("SELECT * From A6 Order By LineNum;")) {}
+
+    void WriteAll() {
+        for (; !rows_.Eof(); rows_.MoveNext()) {
+            if (Counts()) WriteRow();
+            TheHost().DoEvents();
+        }
+    }
+
+private:
+    Currency Line() const { return CurOr(rows_["LineNum"]); }
+    bool Counts() const { return !IsBlankValue(rows_["Col_2"]) || Line() == kTotalLine; }
+
+    void WriteRow() {
+        const std::string code = UCase(Text(rows_["Col_2"]));
+        if (!code_.empty() && code != code_) WriteTotals();
+        code_ = code;
+        total1_ += NumOr(rows_["Col_5"]);
+        total2_ += NumOr(rows_["Col_8"]);
+        for (int column = 1; column <= static_cast<int>(kFormats.size()); ++column) {
+            if (Line() != kTotalLine || IsOnTotalLine(column)) WriteCell(column);
+        }
+    }
+
+    /// The totals of the adjustment that has ended.
+    void WriteTotals() {
+        WriteTotal(5, total1_);
+        WriteTotal(8, total2_);
+        total1_ = 0;
+        total2_ = 0;
+    }
+
+    void WriteTotal(int column, double total) const {
+        if (total == 0) return;
+        const std::string letters = std::string(Trim(code_)) + "0";
+        ECRLine = fmt::format("3A6000{}  {}{}{}", LeftText(letters, 2), LineField(kTotalLine),
+                              ColumnField(column), Fortran(total, "I16", " ", false));
+        WriteRecord();
+    }
+
+    void WriteCell(int column) {
+        const std::string field = fmt::format("Col_{}", column);
+        if (column == 1) {
+            CarryExplanation();
+        } else if (!SaysSomething(rows_[field])) {
+            return;
+        }
+        const Currency whole = Currency::FromWhole(Line().Whole());
+        ECRLine = fmt::format(
+            "3A600000  {}{}{}", LineField(whole), ColumnField(column),
+            Fortran(rows_[field], kFormats.at(static_cast<std::size_t>(column - 1)), " ", false));
+        WriteRecord();
+    }
+
+    /// Puts the last explanation into a row that has none, for as long as the row is at hand; it
+    /// is never stored.
+    void CarryExplanation() {
+        if (!IsBlankValue(rows_["Col_1"])) {
+            explanation_ = Text(rows_["Col_1"]);
+            return;
+        }
+        rows_.Edit();
+        rows_.Set("Col_1", explanation_);
+    }
+
+    Recordset rows_;
+    std::string code_;
+    std::string explanation_;
+    double total1_ = 0;
+    double total2_ = 0;
+};
+
+}  // namespace
+
+void ECR_A6() { A6Writer().WriteAll(); }
+
+}  // namespace zolmara

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace zolmara {
+
+/// Writes the reclassifications, and behind each adjustment's rows its totals. An explanation
+/// stands for the rows of its adjustment that have none.
+void ECR_A6();
+
+}  // namespace zolmara

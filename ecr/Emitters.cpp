@@ -1,0 +1,105 @@
+#include "ecr/Emitters.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "core/Fortran.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "ecr/EmitA6.h"
+#include "ecr/EmitterTables.h"
+#include "ecr/Record.h"
+#include "ecr/Schedules.h"
+#include "ecr/Signature.h"
+#include "store/Session.h"
+
+namespace zolmara {
+namespace {
+
+const LineForms* FormsOn(const CellEmitter& emitter, Currency line) {
+    const auto found = std::ranges::find_if(
+        emitter.Forms, [&](const LineForms& forms) { return forms.Lines.Holds(line); });
+    return found == emitter.Forms.end() ? nullptr : &*found;
+}
+
+bool IsPassedOver(const CellEmitter& emitter, Currency line, int column) {
+    return std::ranges::any_of(emitter.Passed, [&](const PassedOver& passed) {
+        return passed.Lines.Holds(line) &&
+               passed.Columns.find(static_cast<char>('0' + column)) != std::string_view::npos;
+    });
+}
+
+std::string ValueField(const Variant& cell, const CellForm& form, std::string_view format) {
+    if (form.NoDashes) return Fortran(Replace(Text(cell), "-", ""), format, " ", false);
+    return Fortran(cell, format, " ", false);
+}
+
+/// Writes a worksheet's rows. Keeps the format of the last cell, for the column that has none.
+class CellWriter {
+public:
+    explicit CellWriter(const CellEmitter& emitter)
+        : emitter_(emitter), rows_(gDB.OpenRecordset(emitter.Query, dbOpenSnapshot)) {}
+
+    void WriteAll() {
+        for (; !rows_.Eof(); rows_.MoveNext()) {
+            if (!emitter_.TakesRow || emitter_.TakesRow(rows_)) WriteRow();
+            TheHost().DoEvents();
+        }
+    }
+
+private:
+    void WriteRow() {
+        const Currency line = CurOr(rows_[0]);
+        const LineForms* const forms = FormsOn(emitter_, line);
+        if (!forms) return;
+        const std::string head =
+            fmt::format("3{}  {}", emitter_.Code, LineField(line, emitter_.BlankZeroLine));
+        for (int column = 1; column <= static_cast<int>(forms->Columns.size()); ++column) {
+            const CellForm& form = forms->Columns[static_cast<std::size_t>(column - 1)];
+            if (form.Format.empty() || IsPassedOver(emitter_, line, column)) continue;
+            WriteCell(head, column, form);
+        }
+    }
+
+    void WriteCell(const std::string& head, int column, const CellForm& form) {
+        const Variant& cell = rows_[fmt::format("Col_{}", column)];
+        if (!(emitter_.TakesCell ? emitter_.TakesCell : SaysSomething)(cell)) return;
+        if (form.Format != kFormBefore) format_ = form.Format;
+        ECRLine = head;
+        ECRLine += ColumnField(column);
+        ECRLine += ValueField(cell, form, format_);
+        WriteRecord();
+    }
+
+    const CellEmitter& emitter_;
+    Recordset rows_;
+    std::string_view format_;
+};
+
+}  // namespace
+
+void ECR_Worksheet(std::string_view item) {
+    if (SameText(item, "A6")) {
+        ECR_A6();
+    } else if (const CellEmitter* const cells = FindCellEmitter(item)) {
+        CellWriter(*cells).WriteAll();
+    } else if (const ScheduleEmitter* const schedule = FindScheduleEmitter(item)) {
+        ECR_Schedule(*schedule, item);
+    }
+    if (SameText(item, "Sp1")) ECR_Signature();
+}
+
+void ECR_Type3() {
+    Recordset worksheets = gDB.OpenRecordset(
+        "SELECT Item, ItemName From Worksheets Where Calc_Lvl < 999 ORDER BY Item;",
+        dbOpenSnapshot);
+    for (; !worksheets.Eof(); worksheets.MoveNext()) {
+        TheHost().ShowCalcMsg("Producing Type 3 For Worksheet: " + Text(worksheets["ItemName"]));
+        TheHost().DoEvents();
+        ECR_Worksheet(Text(worksheets["Item"]));
+    }
+}
+
+}  // namespace zolmara

@@ -1,0 +1,21 @@
+#pragma once
+
+// The records ahead of the cells: the header of the file, and the names of what it reports.
+
+#include <string>
+
+#include "core/DateTime.h"
+
+namespace zolmara {
+
+/// The three header records: who reports which period, the form, and the file's stamp.
+void ECR_Type1(const DateTime& stamp);
+
+/// The names of the cost centers, the labels of their statistics, and those of the pools.
+void ECR_Type2();
+
+/// The first 2 and the last 4 characters of the home office's number, which stand for it in the
+/// header and in the names of the files.
+std::string ShortProviderNumber();
+
+}  // namespace zolmara

@@ -1,0 +1,80 @@
+#include "ecr/Schedules.h"
+
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "core/Fortran.h"
+#include "core/Globals.h"
+#include "core/Host.h"
+#include "ecr/Record.h"
+#include "store/Session.h"
+
+namespace zolmara {
+namespace {
+
+constexpr Currency kUcmLine = Currency::FromWhole(54);
+constexpr Currency kRatioColumn = Currency::FromWhole(2);
+constexpr std::string_view kAmount = "I16";
+constexpr std::string_view kRatio = "F16.6";
+
+/// A column of the schedule, as it stands in every record.
+struct ScheduleField {
+    int Position;
+    std::string Column;
+    std::string_view Format;
+};
+
+/// Pools stand on worksheet E in this order: capital, all others, salaries.
+Currency PoolColumn(Currency line) {
+    if (line < Currency::FromWhole(3)) return line + Currency::FromWhole(2);
+    if (line < Currency::FromWhole(28)) return line - Currency::FromWhole(3);
+    return line - Currency::FromWhole(20);
+}
+
+std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, const Recordset& rows) {
+    std::vector<ScheduleField> fields;
+    for (int i = schedule.FirstField; i < rows.FieldCount(); ++i) {
+        const Currency column = ScheduleColumn(rows.FieldName(i), schedule.Pooled);
+        const bool isRatio = schedule.Pooled && column == kRatioColumn;
+        fields.push_back({i, ColumnField(column), isRatio ? kRatio : kAmount});
+    }
+    return fields;
+}
+
+void WriteCell(const std::string& head, const ScheduleField& field, double amount,
+               std::string_view format) {
+    ECRLine = head;
+    ECRLine += field.Column;
+    ECRLine += Fortran(amount, format, " ", false);
+    WriteRecord();
+}
+
+}  // namespace
+
+Currency ScheduleColumn(std::string_view field, bool pooled) {
+    if (!SameText(field.substr(0, 2), "CC")) return Currency(Val(MidText(field, 5)));
+    const Currency line(Val(MidText(field, 4)) / 100);
+    return pooled ? PoolColumn(line) : line;
+}
+
+void ECR_Schedule(const ScheduleEmitter& schedule, std::string_view item) {
+    Recordset rows =
+        gDB.OpenRecordset(fmt::format("SELECT * From {} ORDER BY LineNum;", item), dbOpenSnapshot);
+    const std::vector<ScheduleField> fields = FieldsOf(schedule, rows);
+    // Worksheet E has no parts.
+    const char part = schedule.Family == "E" ? '0' : item.back();
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const Currency line = CurOr(rows[0]);
+        const std::string head = fmt::format("3{}{}  {}", schedule.Code, part, LineField(line));
+        const bool isUcm = schedule.HasUcm && line == kUcmLine;
+        for (const ScheduleField& field : fields) {
+            const double amount = NumOr(rows[field.Position]);
+            if (amount == 0) continue;
+            WriteCell(head, field, amount, isUcm ? kRatio : field.Format);
+        }
+        TheHost().DoEvents();
+    }
+}
+
+}  // namespace zolmara
