@@ -50,4 +50,21 @@ bool ImportTest::IsClean() {
     return Messages() == std::vector<Message>{{"", std::string(kClosing)}};
 }
 
+std::vector<std::string> ImportTest::RulesOf(std::string_view line) {
+    ImportErrorFlag = false;
+    Import({line});
+    std::vector<std::string> rules;
+    for (const auto& message : Messages())
+        if (message.Text != kClosing)
+            rules.push_back(message.Text.substr(0, message.Text.find("\n\r")));
+    EXPECT_EQ(ImportErrorFlag, !rules.empty());
+    return rules;
+}
+
+std::string ImportTest::RuleOf(std::string_view line) {
+    const auto rules = RulesOf(line);
+    EXPECT_LE(rules.size(), 1u);
+    return rules.empty() ? "" : rules[0];
+}
+
 }  // namespace zolmara::test

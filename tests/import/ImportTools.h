@@ -44,6 +44,11 @@ protected:
     std::vector<std::string> Staged();
     /// True where the closing message is the only one.
     bool IsClean();
+
+    /// Imports one line and gives the rules that it breaks, in order.
+    std::vector<std::string> RulesOf(std::string_view line);
+    /// The one rule that a line breaks; empty for a good line.
+    std::string RuleOf(std::string_view line);
 };
 
 }  // namespace zolmara::test

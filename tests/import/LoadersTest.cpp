@@ -4,30 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "import/ImportTools.h"
-#include "structure/modAddS2.h"
 
 namespace zolmara::test {
 namespace {
 
-class LoadersTest : public ImportTest {
-protected:
-    /// Imports one line and gives the rules that it breaks, in order.
-    std::vector<std::string> RulesOf(std::string_view line) {
-        ImportErrorFlag = false;
-        Import({line});
-        std::vector<std::string> rules;
-        for (const auto& message : Messages())
-            if (message.Text != kClosing)
-                rules.push_back(message.Text.substr(0, message.Text.find("\n\r")));
-        EXPECT_EQ(ImportErrorFlag, !rules.empty());
-        return rules;
-    }
-    std::string RuleOf(std::string_view line) {
-        const auto rules = RulesOf(line);
-        EXPECT_LE(rules.size(), 1u);
-        return rules.empty() ? "" : rules[0];
-    }
-};
+class LoadersTest : public ImportTest {};
 
 // --- A -------------------------------------------------------------------------------------
 
@@ -239,92 +220,6 @@ TEST_F(LoadersTest, RulesOfA81p2) {
     EXPECT_EQ(RuleOf("A81p2|1|4|abc"), "Conversion error: ");
     EXPECT_EQ(RuleOf("A81p2|50|4|33.3"), "");
     EXPECT_EQ(NumOr(Cell("A81p2", 50, "Col_4")), 33.3);
-}
-
-// --- Schedules -----------------------------------------------------------------------------
-
-class ScheduleLoadersTest : public LoadersTest {
-protected:
-    ScheduleLoadersTest() {
-        for (int part : {1, 2, 3})
-            for (double line : {1.0, 12.01, 50.99}) AddS2Line(Line(line), part);
-    }
-};
-
-TEST_F(ScheduleLoadersTest, CellsGoToTheCostCentersColumn) {
-    EXPECT_TRUE(Import({"Bp1|1|1|10", "Bp1|1|6|60", "Bp2|12.01|4|44", "B1p3|50.99|8|8",
-                        "C1p1|1|2|22", "D1p2|1|28|28", "E1p3|12.01|1|99"}));
-    EXPECT_EQ(NumOr(Cell("Bp1", 1, "CC_100")), 10);
-    EXPECT_EQ(NumOr(Cell("Bp1", 1, "CC_600")), 60);
-    EXPECT_EQ(NumOr(Cell("Bp2", 12.01, "CC_400")), 44);
-    EXPECT_EQ(NumOr(Cell("B1p3", 50.99, "CC_800")), 8);
-    EXPECT_EQ(NumOr(Cell("C1p1", 1, "CC_200")), 22);
-    EXPECT_EQ(NumOr(Cell("D1p2", 1, "CC_2800")), 28);
-    EXPECT_EQ(NumOr(Cell("E1p3", 12.01, "Col_1")), 99);
-}
-
-TEST_F(ScheduleLoadersTest, ColumnsBySchedule) {
-    EXPECT_EQ(RuleOf("Bp1|1|7|5"), "Table Bp1 only allows columns 1-6: ");
-    EXPECT_EQ(RuleOf("Bp3|1|0|5"), "Table Bp3 only allows columns 1-6: ");
-    EXPECT_EQ(RuleOf("Bp1|1|6.01|5"), "Table Bp1 only allows columns 1-6: ");
-    EXPECT_EQ(RuleOf("B1p1|1|7|5"), "Table B1p1 only allows columns 8-98.99: ");
-    EXPECT_EQ(RuleOf("B1p2|1|99|5"), "Table B1p2 only allows columns 8-98.99: ");
-    EXPECT_EQ(RuleOf("C1p1|1|3|5"), "Table C1p1 only allows columns 1-2.99: ");
-    EXPECT_EQ(RuleOf("D1p1|1|7.99|5"), "Table D1p1 only allows columns 8-99: ");
-    EXPECT_EQ(RuleOf("D1p1|1|99.01|5"), "Table D1p1 only allows columns 8-99: ");
-    EXPECT_EQ(RuleOf("E1p2|1|2|5"), "Table E1p2 only allows column 1: ");
-}
-
-TEST_F(ScheduleLoadersTest, ASubscriptedColumnIsTakenWhenTheTableHasIt) {
-    EXPECT_EQ(RuleOf("B1p1|1|8.01|5"), "Conversion error: ");
-    Import({"CostCenter|8.01|0|x", "B1p1|1|8.01|5"});
-    EXPECT_TRUE(IsClean() || ImportErrorFlag);
-    EXPECT_EQ(NumOr(Cell("B1p1", 1, "CC_801")), 5);
-}
-
-TEST_F(ScheduleLoadersTest, AColumnThatTheTableLacksIsAConversionError) {
-    for (auto cell : {"Bp1|1|3", "Bp1|1|1.5", "B1p1|1|55", "B1p1|1|8.015", "D1p1|1|99"})
-        EXPECT_EQ(RuleOf(fmt::format("{}|5", cell)), "Conversion error: ") << cell;
-}
-
-TEST_F(ScheduleLoadersTest, ATextIsAConversionError) {
-    SetCell("Bp1", 1, "CC_100", 7);
-    EXPECT_EQ(RuleOf("Bp1|1|1|abc"), "Conversion error: ");
-    EXPECT_EQ(NumOr(Cell("Bp1", 1, "CC_100")), 7);
-    Import({"Bp1|1|1|abc", "Bp1|1|2|5"});
-    EXPECT_EQ(NumOr(Cell("Bp1", 1, "CC_100")), 7);
-    EXPECT_EQ(NumOr(Cell("Bp1", 1, "CC_200")), 5);
-}
-
-TEST_F(ScheduleLoadersTest, RowsBySchedule) {
-    for (auto item : {"Bp1", "B1p1", "C1p1", "D1p1", "E1p1"}) {
-        const auto col = item[0] == 'D' || std::string(item) == "B1p1" ? 8 : 1;
-        for (auto row : {"0.5", "51", "52", "53"})
-            EXPECT_EQ(RuleOf(fmt::format("{}|{}|{}|5", item, row, col)),
-                      fmt::format("Table {} only allows rows 1-50.99: ", item))
-                << row;
-        EXPECT_EQ(RuleOf(fmt::format("{}|30|{}|5", item, col)),
-                  fmt::format("Table {} line 30 doesn't exist: ", item));
-    }
-}
-
-TEST_F(ScheduleLoadersTest, TheCostToBeAllocatedIsTakenOnPart3Alone) {
-    EXPECT_EQ(RuleOf("C1p3|53|1|500"), "");
-    EXPECT_EQ(NumOr(Cell("C1p3", 53, "CC_100")), 500);
-    EXPECT_EQ(RuleOf("D1p3|53|8|600"), "");
-    EXPECT_EQ(NumOr(Cell("D1p3", 53, "CC_800")), 600);
-    EXPECT_EQ(RuleOf("C1p2|53|1|500"), "Table C1p2 only allows rows 1-50.99: ");
-    EXPECT_EQ(RuleOf("Bp3|53|1|500"), "Table Bp3 only allows rows 1-50.99: ");
-    EXPECT_EQ(RuleOf("E1p3|53|1|500"), "Table E1p3 line 53 doesn't exist: ");
-    EXPECT_EQ(RuleOf("C1p3|54|1|500"), "Table C1p3 only allows rows 1-50.99: ");
-}
-
-TEST_F(ScheduleLoadersTest, BothTestsAreMade) {
-    EXPECT_EQ(RulesOf("Bp2|51|7|5"),
-              (std::vector<std::string>{"Table Bp2 only allows columns 1-6: ",
-                                        "Table Bp2 only allows rows 1-50.99: "}));
-    EXPECT_EQ(Messages().at(0),
-              Refused("Bp2", "Table Bp2 only allows columns 1-6: ", "51, 7, \"5\""));
 }
 
 // --- G -------------------------------------------------------------------------------------

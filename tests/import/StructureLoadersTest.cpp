@@ -11,25 +11,7 @@ namespace {
 
 using MessageList = std::vector<Message>;
 
-class StructureLoadersTest : public ImportTest {
-protected:
-    /// Imports one line and gives the rules that it breaks, in order.
-    std::vector<std::string> RulesOf(std::string_view line) {
-        ImportErrorFlag = false;
-        Import({line});
-        std::vector<std::string> rules;
-        for (const auto& message : Messages())
-            if (message.Text != kClosing)
-                rules.push_back(message.Text.substr(0, message.Text.find("\n\r")));
-        EXPECT_EQ(ImportErrorFlag, !rules.empty());
-        return rules;
-    }
-    std::string RuleOf(std::string_view line) {
-        const auto rules = RulesOf(line);
-        EXPECT_LE(rules.size(), 1u);
-        return rules.empty() ? "" : rules[0];
-    }
-};
+class StructureLoadersTest : public ImportTest {};
 
 constexpr auto kRowRule = "CostCenter only allows rows 1, 2, 4, 6, 8-98 and their subscripts: ";
 constexpr auto kLabelRule = "CostCenter only allows column 4 and 5 on rows 1-2.99 and 8-98.99: ";
