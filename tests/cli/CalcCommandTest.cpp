@@ -38,6 +38,12 @@ TEST_F(CalcCommand, ASecondRunChangesNothing) {
     EXPECT_EQ(Do({"show", crf, "E1p1"}), first);
 }
 
+TEST_F(CalcCommand, TheSamplePassesAllEditChecks) {
+    const CliResult result = Run({"--quiet", "check", SampleCrf()});
+    EXPECT_EQ(result.Status, 0) << result.Out;
+    EXPECT_EQ(result.Out, "No errors found\n");
+}
+
 // Worksheet A is calculated twice in a run: for A-7 Part II, and at its own level.
 TEST_F(CalcCommand, AnEntryWithoutItsCostCenterIsTold) {
     const std::string crf = NewCrf();

@@ -31,6 +31,7 @@ const std::vector<HelpCase> kHelp{
     {{"new"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--force"}},
     {{"info"}, {"FILE"}, {}},
     {{"calc"}, {"FILE"}, {}},
+    {{"check"}, {"FILE"}, {}},
     {{"show"}, {"FILE", "ITEM"}, {}},
     {{"get"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
     {{"set"}, {"FILE", "ITEM", "LINE", "COLUMN", "VALUE"}, {}},

@@ -177,10 +177,7 @@ TEST_F(FileCommands, AKilledImportLeavesAllOrNothing) {
         Run({"--quiet", "import", crf, std::string(ZOLMARA_SAMPLES) + "/northfield.txt"}, killed);
         const auto costCenters = Run({"cc", "list", crf, "--format", "json"}).Json().size();
         const std::string amount = Do({"get", crf, "A", "8", "1"});
-        if (amount == "\n")
-            EXPECT_EQ(costCenters, 26U) << micros;
-        else
-            EXPECT_EQ(costCenters, 34U) << micros;
+        EXPECT_EQ(costCenters, amount == "\n" ? 26U : 34U) << micros;
         EXPECT_EQ(Run({"--quiet", "calc", crf}).Status, 0) << micros;
     }
 }

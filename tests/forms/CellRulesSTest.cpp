@@ -271,8 +271,9 @@ TEST_F(CellRulesS, EveryRuleNamesWorksheetsAndFieldsThatAreThere) {
         for (std::size_t at = 0; at < words.size();) {
             const auto end = std::min(words.find(' ', at), words.size());
             const std::string field = words.substr(at, end - at);
-            if (!field.ends_with("*"))
+            if (!field.ends_with("*")) {
                 EXPECT_GE(gDB.Table(item).FieldIndex(field), 0) << item << " " << field;
+            }
             at = end + 1;
         }
     }
