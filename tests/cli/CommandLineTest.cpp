@@ -8,9 +8,9 @@ namespace {
 
 using CommandLine = CliTest;
 
-const std::vector<std::string> kCommands{"new",  "info",   "calc",   "check", "show",
-                                         "get",  "set",    "import", "cc",    "component",
-                                         "line", "header", "compact"};
+const std::vector<std::string> kCommands{"new",  "info",  "calc",   "check",  "show",
+                                         "get",  "set",   "import", "cc",     "component",
+                                         "line", "print", "header", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -46,6 +46,7 @@ const std::vector<HelpCase> kHelp{
     {{"component", "rename"}, {"FILE", "PART", "LINE", "NAME", "CCN"}, {}},
     {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
     {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
+    {{"print"}, {"FILE", "ITEM"}, {"--pdf"}},
     {{"header"}, {"FILE", "N", "TEXT"}, {}},
     {{"compact"}, {"FILE"}, {}},
 };
