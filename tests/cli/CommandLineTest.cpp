@@ -10,7 +10,7 @@ using CommandLine = CliTest;
 
 const std::vector<std::string> kCommands{"new",  "info",  "calc",   "check",  "show",
                                          "get",  "set",   "import", "cc",     "component",
-                                         "line", "print", "header", "compact"};
+                                         "line", "print", "ecr",    "header", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -47,6 +47,7 @@ const std::vector<HelpCase> kHelp{
     {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
     {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
     {{"print"}, {"FILE", "ITEM"}, {"--pdf"}},
+    {{"ecr"}, {"FILE"}, {"--out", "--manual", "--first", "--last", "--title"}},
     {{"header"}, {"FILE", "N", "TEXT"}, {}},
     {{"compact"}, {"FILE"}, {}},
 };
