@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QWidget>
+
+namespace zolmara::ui {
+
+/// The About box.
+class frmHelpAbout : public QWidget {
+public:
+    frmHelpAbout();
+};
+
+}  // namespace zolmara::ui

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QWidget>
+
+namespace zolmara::ui {
+
+/// What shows while the program starts.
+class frmSplash : public QWidget {
+public:
+    frmSplash();
+};
+
+}  // namespace zolmara::ui

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace zolmara::ui {
+
+/// The findings of the last edit checks, or the messages of the last import.
+class frmViewError : public QWidget {
+public:
+    explicit frmViewError(const std::string& caption);
+
+    /// Reads table Error afresh.
+    void SetGrd();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void MakeGrid();
+    void OpenFinding(int row);
+    void BuildECR();
+
+    QTableWidget* grd_ = nullptr;
+    QLabel* lblNonFatal_ = nullptr;
+    QPushButton* cmdBuildECR_ = nullptr;
+};
+
+/// Shows the window under a caption; one that is open is read afresh.
+void ShowViewError(const std::string& caption);
+
+}  // namespace zolmara::ui
