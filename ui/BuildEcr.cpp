@@ -1,19 +1,12 @@
 #include "ui/BuildEcr.h"
 
-#include "core/Host.h"
-#include "store/Session.h"
+#include "ecr/Certification.h"
+#include "ui/OpenForms.h"
+#include "ui/frmESCert.h"
 
 namespace zolmara::ui {
-namespace {
 
-void SayThereIsNoBuild() {
-    TheHost().MsgBox("Building an ECR file is not part of this version yet.", kInformation,
-                     std::string(kProductName));
-}
-
-}  // namespace
-
-void ShowCertification() { SayThereIsNoBuild(); }
-void BuildSignedByHand() { SayThereIsNoBuild(); }
+void ShowCertification() { ShowForm(new frmESCert); }
+void BuildSignedByHand() { mnuReportManually(); }
 
 }  // namespace zolmara::ui

@@ -11,8 +11,11 @@ QPushButton* MakeButton(const char* name, const QString& caption, std::function<
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
     button->setAccessibleName(QString(caption).remove('&'));
-    QObject::connect(button, &QPushButton::clicked, button,
-                     [action = std::move(action)] { Guarded(action); });
+    QObject::connect(button, &QPushButton::clicked, button, [action = std::move(action)] {
+        // The window may be gone, and the button with it, before the end.
+        const std::function<void()> run = action;
+        Guarded(run);
+    });
     return button;
 }
 

@@ -12,6 +12,7 @@
 #include "ui/Guard.h"
 #include "ui/OpenForms.h"
 #include "ui/QtText.h"
+#include "ui/frmCopy2Floppy.h"
 #include "ui/frmMain.h"
 #include "ui/frmViewError.h"
 
@@ -176,6 +177,8 @@ void QtHost::UnloadForm(const std::string& name) {
 }
 
 void QtHost::ShowErrors(const std::string& caption) { ShowViewError(caption); }
+
+void QtHost::ShowCopy2Floppy(const std::string& ecrPath) { ShowCopyWindow(ecrPath); }
 
 // --- Clock and settings --------------------------------------------------------------------
 

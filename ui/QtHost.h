@@ -50,6 +50,7 @@ public:
     void SetGrd(const std::string& form) override;
     void UnloadForm(const std::string& name) override;
     void ShowErrors(const std::string& caption) override;
+    void ShowCopy2Floppy(const std::string& ecrPath) override;
     PageDevice* Printer() override { return &printer_; }
     DateTime Now() override;
     std::string GetSetting(const std::string& application, const std::string& section,

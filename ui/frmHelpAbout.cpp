@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "core/Globals.h"
+#include "ecr/Fingerprint.h"
 #include "store/Session.h"
 #include "ui/Logo.h"
 #include "ui/OpenForms.h"
@@ -49,6 +50,7 @@ frmHelpAbout::frmHelpAbout() {
                               "Velquist, Inc.");
     description->setMinimumWidth(360);
     column->addWidget(description);
+    column->addWidget(Label("lblSeal", Q(SealNotice())));
     auto* ok = new QPushButton("OK");
     ok->setObjectName("cmdHelpAboutOK");
     ok->setDefault(true);

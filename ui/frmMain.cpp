@@ -147,7 +147,7 @@ void frmMain::MakeWindow() {
     progress->addWidget(prgCalc_);
     column->addWidget(imgVelquist_, 0, Qt::AlignLeft);
     column->addWidget(lblCRFName_);
-    column->addWidget(MakeWelcome(), 0, Qt::AlignHCenter);
+    column->addWidget(MakeWelcome(), 2, Qt::AlignCenter);
     column->addWidget(lblHelp_, 1);
     column->addStretch(0);
     column->addLayout(progress);
