@@ -156,8 +156,6 @@ void CheckS2p3() {
     for (; !rows.Eof(); rows.MoveNext()) {
         CheckRow(kS2p3, rows);
         const std::string number = WithoutDashes(CellText(rows, "Col_2"));
-        // A number that is missing has been reported as such.
-        if (Trim(number).empty()) continue;
         if (!seen.insert(number).second) ReportSameNumber(rows, number);
     }
 }

@@ -270,6 +270,16 @@ TEST_F(ChecksS2p3, RegionNumbersAreUniqueWithoutRegardToDashes) {
                         "regional HO number in column 2: 12-0001"}));
 }
 
+TEST_F(ChecksS2p3, NoNumberTwiceIsTheSameNumberTwice) {
+    AddRegion(1, "");
+    AddRegion(2, "");
+    const auto found = Found(CheckS2p3);
+    ASSERT_EQ(found.size(), 5u);
+    EXPECT_EQ(found.back(),
+              "NF | 1130S | Worksheet S-2 Part III: Line 2 contains a non-unique regional HO "
+              "number in column 2: -");
+}
+
 TEST_F(ChecksS2p3, RegionsAreCheckedInYearsThatEndAfter9292023) {
     gFYEnd = DateTime(2023, 9, 29);
     EXPECT_FALSE(RegionsAreChecked());
