@@ -44,7 +44,7 @@ struct Pipe {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    execv(ZOLMARA_CLI, arguments.data());
+    execv(setting.Program.empty() ? ZOLMARA_CLI : setting.Program.c_str(), arguments.data());
     _exit(127);
 }
 

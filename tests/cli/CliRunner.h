@@ -25,6 +25,7 @@ struct CliSetting {
     long FileLimit = -1;       ///< bytes that a file may grow to; none below 0
     int KillAfterMicros = -1;  ///< killed so long after its start
     std::string OutputFile;    ///< standard output goes there
+    std::string Program;       ///< a copy of the program, with what lies beside it
 };
 
 /// A temporary folder of CRFs and settings, and the program.

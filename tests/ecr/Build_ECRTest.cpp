@@ -1,0 +1,456 @@
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+
+#include "ecr/Build_ECR.h"
+#include "ecr/EcrSupport.h"
+#include "ecr/FileTime.h"
+#include "ecr/FingerprintLibrary.h"
+#include "ecr/Record.h"
+
+namespace zolmara::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The last-write time of a file, by the local clock.
+DateTime WrittenAt(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+    std::tm local{};
+    localtime_r(&status.st_mtime, &local);
+    return DateTime(local.tm_year + 1900, static_cast<unsigned>(local.tm_mon + 1),
+                    static_cast<unsigned>(local.tm_mday), local.tm_hour, local.tm_min,
+                    local.tm_sec);
+}
+
+class EcrBuild : public EcrCrf {
+protected:
+    EcrBuild() {
+        host.Folder = folder.Path();
+        host.Clock = DateTime(2024, 3, 15, 14, 5, 42);
+        host.Files = {ecr};
+        SetCell("A", 8, "Col_1", 1000);
+    }
+
+    Lines Ecr() const { return LinesOf(ecr); }
+    Lines Pi() const { return LinesOf(pi); }
+    Lines CalcMessages() const {
+        Lines shown;
+        for (const std::string& event : host.Events)
+            if (event.starts_with("ShowCalcMsg: ")) shown.push_back(event.substr(13));
+        return shown;
+    }
+    bool MenusAre(bool enabled) const {
+        return std::ranges::all_of(
+            Lines{"mnuEdit", "mnuHelp", "mnuReport", "mnuView"}, [&](const std::string& menu) {
+                return host.Menus.contains(menu) && host.Menus.at(menu) == enabled;
+            });
+    }
+    void ExpectClosed() const {
+        EXPECT_TRUE(MenusAre(true));
+        EXPECT_EQ(host.CalcMsg, "");
+        EXPECT_EQ(ECRStamp, "");
+        EXPECT_EQ(host.PointerNow, Pointer::Normal);
+        EXPECT_EQ(ECRFile, 0);
+    }
+
+    const std::string ecr = folder.File("HO123456.23A1");
+    const std::string pi = folder.File("PI123456.23A1");
+};
+
+// --- A good run ----------------------------------------------------------------------------
+
+TEST_F(EcrBuild, RecordsStandInTheirOrderAndTheSealIsLast) {
+    Build_ECR();
+    const Lines lines = Ecr();
+    EXPECT_TRUE(std::ranges::is_sorted(lines, {}, [](const std::string& line) { return line[0]; }));
+    EXPECT_EQ(lines.at(0), "1           1   12345620222742023273HB02P00320240752023365");
+    EXPECT_EQ(lines.at(2), "1           4       14:05");
+    EXPECT_EQ(StartingWith(lines, "3A000000    8    1"),
+              Lines{"3A000000    8    1  " + Amount("1000")});
+    EXPECT_EQ(StartingWith(lines, "4").size(), 1u);
+    EXPECT_TRUE(lines.back().starts_with("4LOCALSEAL-1:"));
+    EXPECT_EQ(lines.back().size(), 77u);
+}
+
+TEST_F(EcrBuild, ThePrintImageIsTheWholeFormAndASeal) {
+    Build_ECR();
+    const Lines lines = Pi();
+    const auto holds = [&](std::string_view text) {
+        return std::ranges::any_of(
+            lines, [&](const std::string& line) { return line.find(text) != std::string::npos; });
+    };
+    for (const char* label : {"Worksheet S ", "Worksheet A ", "Worksheet G-1 "})
+        EXPECT_TRUE(holds(label)) << label;
+    EXPECT_TRUE(holds("Date and time of ECR file creation: 03/15/2024 14:05"));
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines.at(lines.size() - 2), "");
+    EXPECT_TRUE(lines.back().starts_with("***FINGERPRINT LOCALSEAL-1:"));
+}
+
+TEST_F(EcrBuild, EveryPageCarriesTheMinuteOfTheReport) {
+    Build_ECR();
+    int heads = 0;
+    for (const std::string& line : Pi()) {
+        if (line.find("        Friday, March 15, 2024 at ") == std::string::npos) continue;
+        ++heads;
+        EXPECT_TRUE(line.ends_with(" at 2:05:00 PM")) << line;
+    }
+    EXPECT_GT(heads, 20);
+}
+
+TEST_F(EcrBuild, BothFilesHaveTheTimeOfTheStamp) {
+    Build_ECR();
+    EXPECT_EQ(WrittenAt(ecr), DateTime(2024, 3, 15, 14, 5, 0));
+    EXPECT_EQ(WrittenAt(pi), DateTime(2024, 3, 15, 14, 5, 0));
+    EXPECT_EQ(ECRDate, Variant(DateTime(2024, 3, 15, 14, 5, 0)));
+}
+
+TEST_F(EcrBuild, TheClockIsRightAgainAndTheMachinesWasNeverTouched) {
+    Build_ECR();
+    EXPECT_EQ(Now(), DateTime(2024, 3, 15, 14, 5, 42));
+    EXPECT_EQ(host.Clock, DateTime(2024, 3, 15, 14, 5, 42));
+}
+
+TEST_F(EcrBuild, TheClockIsSetBackWhileRecordsAndPagesAreWritten) {
+    DateTime seen;
+    host.OnDoEvents = [&] {
+        if (host.CalcMsg.starts_with("Producing Type 3")) seen = Now();
+    };
+    Build_ECR();
+    EXPECT_EQ(seen, DateTime(2024, 3, 15, 14, 5, 0));
+}
+
+TEST_F(EcrBuild, TimeThatPassesDuringTheBuildIsKept) {
+    host.OnDoEvents = [&] {
+        if (host.CalcMsg == "Process The PI File") host.Clock = DateTime(2024, 3, 15, 14, 6, 50);
+    };
+    Build_ECR();
+    EXPECT_EQ(Now(), DateTime(2024, 3, 15, 14, 6, 50));
+    EXPECT_EQ(WrittenAt(pi), DateTime(2024, 3, 15, 14, 5, 0));
+}
+
+TEST_F(EcrBuild, MidnightDuringTheBuildCostsNoDay) {
+    host.Clock = DateTime(2024, 3, 15, 23, 59, 50);
+    host.OnDoEvents = [&] {
+        if (host.CalcMsg == "Process The PI File") host.Clock = DateTime(2024, 3, 16, 0, 0, 20);
+    };
+    Build_ECR();
+    EXPECT_EQ(Now(), DateTime(2024, 3, 16, 0, 0, 20));
+    EXPECT_EQ(WrittenAt(ecr), DateTime(2024, 3, 15, 23, 59, 0));
+}
+
+TEST_F(EcrBuild, StepsAreShownInTheirOrder) {
+    Build_ECR();
+    Lines shown;
+    for (const std::string& text : CalcMessages())
+        if (!text.starts_with("Producing Type 3") && !text.starts_with(" Print"))
+            shown.push_back(text);
+    EXPECT_EQ(shown,
+              (Lines{"Producing Type 2", "Producing Type 4 Record (Finger Print)",
+                     "Process The PI File", "Print The Sp1 Worksheet", "Print The Sp2 Worksheet"}));
+}
+
+TEST_F(EcrBuild, TheMainWindowIsHeldAndGivenBack) {
+    Build_ECR();
+    EXPECT_LT(host.IndexOf("SetPointer: Hourglass"), host.IndexOf("EnableMenu: mnuEdit=False"));
+    EXPECT_LT(host.IndexOf("EnableMenu: mnuView=False"),
+              host.IndexOf("ShowCalcMsg: Producing Type 2"));
+    EXPECT_LT(host.IndexOf("ShowCalcMsg: Print The Sp2 Worksheet"),
+              host.IndexOf("EnableMenu: mnuEdit=True"));
+    ExpectClosed();
+}
+
+TEST_F(EcrBuild, ThenTheCopyIsOffered) {
+    Build_ECR();
+    EXPECT_GT(host.IndexOf("ShowCopy2Floppy: " + ecr), host.IndexOf("EnableMenu: mnuView=True"));
+    EXPECT_EQ(host.Events.back(), "SetPointer: Normal");
+    EXPECT_EQ(host.Boxes.size(), 0u);
+}
+
+TEST_F(EcrBuild, TheCertificationPageShowsBothSealsAndTheStamp) {
+    Build_ECR();
+    const std::string page = BytesOf(folder.File("Spx.prt"));
+    const std::string ecrSeal = Ecr().back().substr(1);
+    const std::string piSeal = Pi().back().substr(15);
+    ASSERT_EQ(ecrSeal.size(), 76u);
+    ASSERT_EQ(piSeal.size(), 76u);
+    for (const std::size_t start : {0, 30, 60}) {
+        EXPECT_NE(page.find(ecrSeal.substr(start, 30)), std::string::npos) << start;
+        EXPECT_NE(page.find(piSeal.substr(start, 30)), std::string::npos) << start;
+    }
+    EXPECT_NE(page.find("03/15/2024 14:05"), std::string::npos);
+    EXPECT_NE(page.find(" at 2:05:00 PM"), std::string::npos);
+}
+
+TEST_F(EcrBuild, TheSealsAreNeverTakenForTheGovernments) {
+    Build_ECR();
+    const std::string page = BytesOf(folder.File("Spx.prt"));
+    EXPECT_EQ(page.find("LOCALSEAL-1:"), page.find("LOCALSEAL"));
+    EXPECT_NE(page.find("LOCALSEAL-1:"), std::string::npos);
+}
+
+TEST_F(EcrBuild, AnOlderFileIsReplacedWhole) {
+    std::ofstream(ecr) << std::string(500000, 'x');
+    std::ofstream(pi) << std::string(900000, '*') << "***FINGERPRINT";
+    Build_ECR();
+    EXPECT_EQ(BytesOf(ecr).find('x'), std::string::npos);
+    EXPECT_EQ(BytesOf(pi).find("****"), std::string::npos);
+}
+
+TEST_F(EcrBuild, ASecondBuildInTheSameMinuteGivesTheSameFiles) {
+    Build_ECR();
+    const std::string first = BytesOf(ecr) + BytesOf(pi);
+    host.Files = {ecr};
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 59);
+    Build_ECR();
+    EXPECT_EQ(BytesOf(ecr) + BytesOf(pi), first);
+}
+
+TEST_F(EcrBuild, TheStatementItselfStaysAsItIs) {
+    SetCell("A6", 100, "Col_5", 12);
+    const std::int64_t commits = gDB.CommitCount();
+    Build_ECR();
+    EXPECT_EQ(gDB.CommitCount(), commits);
+}
+
+TEST_F(EcrBuild, AnotherFolderTakesBothFiles) {
+    TempFolder other;
+    host.Files = {other.File("HO123456.23A1")};
+    Build_ECR();
+    EXPECT_TRUE(fs::exists(other.File("HO123456.23A1")));
+    EXPECT_TRUE(fs::exists(other.File("PI123456.23A1")));
+    EXPECT_FALSE(fs::exists(ecr));
+    EXPECT_TRUE(fs::exists(folder.File("Spx.prt")));
+}
+
+TEST_F(EcrBuild, ANameThatTheUserKeepsIsBuilt) {
+    host.Files = {folder.File("draft.txt")};
+    host.Answers = {kNo};
+    Build_ECR();
+    EXPECT_TRUE(fs::exists(folder.File("draft.txt")));
+    EXPECT_TRUE(fs::exists(folder.File("PIaft.txt")));
+}
+
+// --- Cancelled, refused, failed ------------------------------------------------------------
+
+TEST_F(EcrBuild, ACancelledDialogLeavesEverything) {
+    host.Files = {};
+    Build_ECR();
+    EXPECT_FALSE(fs::exists(ecr));
+    EXPECT_EQ(host.Events, (Lines{"ChooseFile: Save ECR File As ...", "SetPointer: Normal"}));
+    EXPECT_EQ(Now(), host.Clock);
+}
+
+TEST_F(EcrBuild, ARefusedNameLeavesEverything) {
+    host.Files = {folder.File("draft.txt")};
+    host.Answers = {kCancel};
+    Build_ECR();
+    EXPECT_FALSE(fs::exists(folder.File("draft.txt")));
+    EXPECT_EQ(host.IndexOf("EnableMenu: mnuEdit=False"), -1);
+}
+
+TEST_F(EcrBuild, TheStatementIsNotOverwritten) {
+    const std::string before = BytesOf(gCRFPath);
+    host.Files = {gCRFPath};
+    host.Answers = {kNo};
+    EXPECT_THROW(Build_ECR(), std::runtime_error);
+    EXPECT_EQ(BytesOf(gCRFPath), before);
+    EXPECT_EQ(host.IndexOf("EnableMenu: mnuEdit=False"), -1);
+}
+
+TEST_F(EcrBuild, AReportThatWouldBeItsOwnPrintImageIsRefused) {
+    host.Files = {pi};
+    host.Answers = {kNo};
+    EXPECT_THROW(Build_ECR(), std::runtime_error);
+    EXPECT_FALSE(fs::exists(pi));
+}
+
+TEST_F(EcrBuild, AFolderThatIsNotThereIsToldByName) {
+    const std::string path = folder.File("none/HO123456.23A1");
+    host.Files = {path};
+    try {
+        Build_ECR();
+        FAIL() << "no error";
+    } catch (const StoreError& error) {
+        EXPECT_TRUE(error.IsFileError());
+        EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << error.what();
+    }
+    ExpectClosed();
+    EXPECT_EQ(Now(), host.Clock);
+    EXPECT_EQ(host.IndexOf("ShowCopy2Floppy: " + path), -1);
+}
+
+TEST_F(EcrBuild, AFailureHalfWayLeavesNoHalfFileAndTheOldOne) {
+    std::ofstream(ecr) << "old";
+    gDB.DeleteTable("G1");
+    EXPECT_THROW(Build_ECR(), StoreError);
+    EXPECT_EQ(BytesOf(ecr), "old");
+    EXPECT_FALSE(fs::exists(pi));
+    EXPECT_FALSE(HasScratchFiles(folder));
+    ExpectClosed();
+    EXPECT_EQ(Now(), host.Clock);
+}
+
+TEST_F(EcrBuild, APrintImageThatCannotBeWrittenIsToldByName) {
+    fs::create_directory(pi);
+    try {
+        Build_ECR();
+        FAIL() << "no error";
+    } catch (const StoreError& error) {
+        EXPECT_NE(std::string(error.what()).find(pi), std::string::npos) << error.what();
+    }
+    EXPECT_FALSE(HasScratchFiles(folder));
+    ExpectClosed();
+}
+
+// --- The minute ----------------------------------------------------------------------------
+
+class EcrWait : public EcrBuild {
+protected:
+    EcrWait() {
+        host.ClockCanBeSet = false;
+        host.OnDoEvents = [this] {
+            if (host.CalcMsg.starts_with("Waiting"))
+                host.Clock = DateTime::FromSeconds(host.Clock.Seconds() + 1);
+        };
+    }
+    Lines Waits() const { return StartingWith(CalcMessages(), "Waiting"); }
+};
+
+TEST_F(EcrWait, WaitsForTheNextMinuteAndCountsDown) {
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 57);
+    Build_ECR();
+    EXPECT_EQ(Waits(), (Lines{"Waiting 3 seconds for CMS timing requirement",
+                              "Waiting 2 seconds for CMS timing requirement",
+                              "Waiting 1 seconds for CMS timing requirement"}));
+    EXPECT_EQ(Ecr().at(2), "1           4       14:06");
+    EXPECT_EQ(WrittenAt(ecr), DateTime(2024, 3, 15, 14, 6, 0));
+    EXPECT_EQ(Now(), host.Clock);
+    ExpectClosed();
+}
+
+TEST_F(EcrWait, EachSecondIsShownOnce) {
+    int looks = 0;
+    host.OnDoEvents = [&] {
+        if (host.CalcMsg.starts_with("Waiting") && ++looks % 4 == 0)
+            host.Clock = DateTime::FromSeconds(host.Clock.Seconds() + 1);
+    };
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 58);
+    Build_ECR();
+    EXPECT_EQ(Waits().size(), 2u);
+    EXPECT_EQ(looks, 8);
+}
+
+TEST_F(EcrWait, TheLongestWaitIs58Seconds) {
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 2);
+    Build_ECR();
+    EXPECT_EQ(Waits().size(), 58u);
+    EXPECT_EQ(Waits().at(0), "Waiting 58 seconds for CMS timing requirement");
+}
+
+TEST_F(EcrWait, ASecondPastTheMinuteNeedsNoWait) {
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 1);
+    Build_ECR();
+    EXPECT_EQ(Waits(), Lines{});
+    EXPECT_EQ(Ecr().at(2), "1           4       14:05");
+}
+
+TEST_F(EcrWait, TheDeveloperDoesNotWait) {
+    gDebug = true;
+    host.Clock = DateTime(2024, 3, 15, 14, 5, 30);
+    host.Answers = std::deque<int>(4, kNo);
+    Build_ECR();
+    EXPECT_EQ(Waits(), Lines{});
+    EXPECT_EQ(Ecr().at(2), "1           4       14:05");
+}
+
+TEST_F(EcrWait, TheMinuteOfMidnightIsOfTheNextDay) {
+    host.Clock = DateTime(2023, 12, 31, 23, 59, 59);
+    Build_ECR();
+    EXPECT_EQ(Ecr().at(0).substr(44, 7), "2024001");
+    EXPECT_EQ(Ecr().at(2), "1           4       00:00");
+}
+
+// --- The library ---------------------------------------------------------------------------
+
+class EcrByLibrary : public EcrBuild {
+protected:
+    FingerprintLibraryHere library{folder};
+};
+
+TEST_F(EcrByLibrary, SealsTheReportAndThenThePrintImage) {
+    Build_ECR();
+    EXPECT_EQ(library.Calls(), (Lines{ecr + "|empty|0|0|0", pi + "|empty|0|1|0"}));
+    EXPECT_EQ(Ecr().back(), "4 of the test");
+    EXPECT_EQ(Pi().back(), "***FINGERPRINT of the test");
+    EXPECT_EQ(BytesOf(ecr).find("LOCALSEAL"), std::string::npos);
+    const std::string page = BytesOf(folder.File("Spx.prt"));
+    EXPECT_NE(page.find("ECR:01234567890123456789012345"), std::string::npos);
+    EXPECT_NE(page.find("PI:012345678901234567890123456"), std::string::npos);
+    EXPECT_EQ(WrittenAt(ecr), DateTime(2024, 3, 15, 14, 5, 0));
+}
+
+TEST_F(EcrByLibrary, ALibraryThatComplainsIsToldAndTheBuildGoesOn) {
+    library.SetMode("complain");
+    Build_ECR();
+    EXPECT_EQ(host.Texts(), (Lines{"Invalid file format, please call Velquist",
+                                   "Invalid file format, please call Velquist"}));
+    ExpectClosed();
+    EXPECT_GE(host.IndexOf("ShowCopy2Floppy: " + ecr), 0);
+}
+
+TEST_F(EcrByLibrary, TheThirdTryMayStillSeal) {
+    library.SetMode("third image");
+    Build_ECR();
+    EXPECT_EQ(library.Calls().size(), 4u);
+    EXPECT_EQ(host.Boxes.size(), 0u);
+    EXPECT_EQ(Pi().back(), "***FINGERPRINT of the test");
+    ExpectClosed();
+}
+
+TEST_F(EcrByLibrary, ThreePrintImagesWithoutFingerprintEndTheBuildOnTheSpot) {
+    library.SetMode("no image");
+    Build_ECR();
+    EXPECT_EQ(library.Calls().size(), 4u);
+    EXPECT_EQ(host.Boxes, (std::vector<Box>{{"Government fingerprint program failed. Please call "
+                                             "Velquist",
+                                             kCritical, "Critical Error", kOk}}));
+    EXPECT_TRUE(MenusAre(false));
+    EXPECT_EQ(ECRStamp, "03/15/2024 14:05");
+    EXPECT_EQ(Now(), DateTime(2024, 3, 15, 14, 5, 0));
+    EXPECT_FALSE(fs::exists(folder.File("Spx.prt")));
+    EXPECT_EQ(host.IndexOf("ShowCopy2Floppy: " + ecr), -1);
+    EXPECT_EQ(host.IndexOf("ShowCalcMsg: Print The Sp1 Worksheet"), -1);
+}
+
+TEST_F(EcrByLibrary, ALibraryThatRefusesEverythingEndsTheSameWay) {
+    library.SetMode("refuse");
+    Build_ECR();
+    EXPECT_EQ(host.Boxes.size(), 5u);
+    EXPECT_EQ(host.Boxes.back().Title, "Critical Error");
+    EXPECT_EQ(StartingWith(Ecr(), "4"), Lines{});
+}
+
+TEST_F(EcrBuild, ALibraryThatCannotBeUsedStopsTheBuildBeforeAnythingIsWritten) {
+    std::ofstream(folder.File("libhcfafp.so")) << "no library";
+    EXPECT_THROW(Build_ECR(), std::runtime_error);
+    EXPECT_FALSE(fs::exists(ecr));
+    EXPECT_EQ(host.IndexOf("EnableMenu: mnuEdit=False"), -1);
+}
+
+// --- The file time -------------------------------------------------------------------------
+
+TEST_F(EcrBuild, AFileTimeIsLocalInSummerToo) {
+    std::ofstream(ecr) << "x";
+    EXPECT_TRUE(SetFileTime(ecr, DateTime(2024, 7, 4, 1, 2, 0)));
+    EXPECT_EQ(WrittenAt(ecr), DateTime(2024, 7, 4, 1, 2, 0));
+    EXPECT_FALSE(SetFileTime(folder.File("none"), DateTime(2024, 7, 4)));
+}
+
+}  // namespace
+}  // namespace zolmara::test
