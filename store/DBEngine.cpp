@@ -160,6 +160,22 @@ struct ScratchFile {
     }
 };
 
+constexpr const char* kRepairSuffix = "~repair";
+constexpr const char* kCompactSuffix = "~compact";
+
+/// What a program that was killed in a repair or compaction had written so far.
+void DropScratchFiles(const std::string& path) {
+    for (const auto* suffix : {kRepairSuffix, kCompactSuffix}) ScratchFile{path + suffix};
+}
+
+void MarkAsCostReportFile(sqlite3* handle, const std::string& path) {
+    SqliteRun(handle,
+              fmt::format("PRAGMA page_size=4096; PRAGMA application_id={}; PRAGMA "
+                          "user_version={};",
+                          kApplicationId, kUserVersion),
+              path);
+}
+
 void RequireWritable(const std::string& path) {
     if (!MayWrite(path)) Fail(StoreError::Kind::ReadOnly, path, "the file is read-only");
 }
@@ -169,13 +185,15 @@ void RequireWritable(const std::string& path) {
 Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
     if (fs::exists(path)) Fail(StoreError::Kind::CannotOpen, path, "the file is there already");
     Connection connection;
-    Connect(connection, path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    SqliteRun(connection.Handle,
-              fmt::format("PRAGMA page_size=4096; PRAGMA application_id={}; PRAGMA "
-                          "user_version={};",
-                          kApplicationId, kUserVersion),
-              path);
-    SetUp(connection.Handle, path);
+    try {
+        Connect(connection, path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        MarkAsCostReportFile(connection.Handle, path);
+        SetUp(connection.Handle, path);
+    } catch (...) {
+        // The beginning of a file is no file.
+        ScratchFile{path};
+        throw;
+    }
     Database database;
     database.impl_ = std::make_shared<Database::Impl>(connection.Handle, path, false);
     connection.Release();
@@ -188,7 +206,10 @@ Database DBEngine::OpenDatabase(const std::string& path) {
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     ReadFirstPage(connection, path);
-    if (!readOnly) DropDeadJournal(connection.Handle, path);
+    if (!readOnly) {
+        DropDeadJournal(connection.Handle, path);
+        DropScratchFiles(path);
+    }
     SetUp(connection.Handle, path);
     Database database;
     database.impl_ = std::make_shared<Database::Impl>(connection.Handle, path, readOnly);
@@ -205,7 +226,7 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
     report.WasDamaged = true;
     // Not REINDEX, even where only indexes are complained of: a page of rows that was overwritten
     // by an empty one looks like that too, and the indexes are what still tells of the loss.
-    ScratchFile fresh(path + "~repair");
+    ScratchFile fresh(path + kRepairSuffix);
     const auto salvaged = SalvageDatabase(path, fresh.Path, RegisterSqlFunctions);
     report.Losses = salvaged.Losses;
     report.RowsKept = salvaged.RowsKept;
@@ -219,7 +240,7 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
 void DBEngine::CompactDatabase(const std::string& source, const std::string& target) {
     NeedRegularFile(source);
     if (fs::exists(target)) RequireWritable(target);
-    ScratchFile fresh(target + "~compact");
+    ScratchFile fresh(target + kCompactSuffix);
     {
         Connection connection;
         Connect(connection, source, SQLITE_OPEN_READWRITE);

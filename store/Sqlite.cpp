@@ -24,12 +24,22 @@ StoreError::Kind KindOf(int code) {
     }
 }
 
+bool IsFileTrouble(StoreError::Kind kind) { return StoreError(kind, "").IsFileError(); }
+
+/// A trouble of the file's own is told by the file's name, whatever table was in hand.
+std::string ContextOf(sqlite3* handle, StoreError::Kind kind, const std::string& context) {
+    const char* file = handle && IsFileTrouble(kind) ? sqlite3_db_filename(handle, "main") : nullptr;
+    if (!file || !*file || context.find('/') != std::string::npos) return context;
+    return file;
+}
+
 }  // namespace
 
 void ThrowSqlite(sqlite3* handle, int code, const std::string& context) {
-    std::string text = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
-    if (!context.empty()) text = context + ": " + text;
-    throw StoreError(KindOf(handle ? sqlite3_extended_errcode(handle) : code), text);
+    const std::string text = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+    const auto kind = KindOf(handle ? sqlite3_extended_errcode(handle) : code);
+    const auto where = ContextOf(handle, kind, context);
+    throw StoreError(kind, where.empty() ? text : where + ": " + text);
 }
 
 void SqliteRun(sqlite3* handle, const std::string& sql, const std::string& context) {
