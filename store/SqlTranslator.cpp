@@ -12,6 +12,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "core/Globals.h"
 
@@ -237,12 +239,29 @@ private:
     Written ApplyRule(const FunctionRule& rule, const Expr& expr) {
         std::string sql(rule.Pattern);
         ValueType type = rule.Result;
+        std::vector<ValueType> types;
         for (std::size_t i = 0; i < expr.Args.size(); ++i) {
             const Written arg = Write(*expr.Args[i]);
             sql = Replace(sql, fmt::format("{{{}}}", i), arg.Sql);
-            if (type == ValueType::Unknown && i == rule.TypeFrom) type = arg.Type;
+            types.push_back(arg.Type);
         }
+        if (rule.Name == "IIF")
+            type = ChoiceType(*expr.Args[1], types[1], *expr.Args[2], types[2]);
+        else if (type == ValueType::Unknown && rule.TypeFrom < types.size())
+            type = types[rule.TypeFrom];
         return {std::move(sql), type};
+    }
+
+    /// A choice between a fixed-point number and another is a plain number, lest the other lose
+    /// its decimals; a written value beside a field follows the field.
+    static ValueType ChoiceType(const Expr& a, ValueType ofA, const Expr& b, ValueType ofB) {
+        if (ofA == ofB || b.kind == Expr::Kind::Null) return ofA;
+        if (a.kind == Expr::Kind::Null) return ofB;
+        if (ofA != ValueType::Currency && ofB != ValueType::Currency) return ofA;
+        const auto written = [](const Expr& expr, ValueType type) {
+            return expr.kind == Expr::Kind::Literal && type == ValueType::Number;
+        };
+        return written(a, ofA) || written(b, ofB) ? ValueType::Currency : ValueType::Number;
     }
 
     Written WriteUnary(const Expr& expr) {
@@ -317,27 +336,54 @@ private:
         return {std::move(sql), ValueType::Integer};
     }
 
+    /// True where the value stands against both fixed-point and other numbers: each comparison
+    /// then has its own fit.
+    static bool NeedsOwnFits(const Written& value, std::span<const Written> others) {
+        if (value.Type == ValueType::Currency) return false;
+        const auto fixed = [](const Written& other) { return other.Type == ValueType::Currency; };
+        return std::any_of(others.begin(), others.end(), fixed) &&
+               !std::all_of(others.begin(), others.end(), fixed);
+    }
+
     Written WriteIn(const Expr& expr) {
         const auto left = Peek(*expr.Args[0]);
+        std::vector<Written> items;
+        for (std::size_t i = 1; i < expr.Args.size(); ++i) items.push_back(Peek(*expr.Args[i]));
+        if (NeedsOwnFits(left, items)) return WriteInByItem(expr);
         std::string list;
         std::string_view order;
-        for (std::size_t i = 1; i < expr.Args.size(); ++i) {
-            const auto item = Peek(*expr.Args[i]);
-            if (order.empty()) order = TextOrder(left, item);
-            list += (i > 1 ? "," : "") + WriteAgainst(*expr.Args[i], item, left);
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            if (order.empty()) order = TextOrder(left, items[i]);
+            list += (i > 0 ? "," : "") + WriteAgainst(*expr.Args[i + 1], items[i], left);
         }
-        return {fmt::format("({}{}{} IN ({}))", left.Sql, order, expr.Negated ? " NOT" : "", list),
+        return {fmt::format("({}{}{} IN ({}))", WriteAgainst(*expr.Args[0], left, items.front()),
+                            order, expr.Negated ? " NOT" : "", list),
                 ValueType::Integer};
+    }
+
+    Written WriteInByItem(const Expr& expr) {
+        std::string sql;
+        for (std::size_t i = 1; i < expr.Args.size(); ++i)
+            sql += (i > 1 ? " OR " : "") + WriteComparison("=", *expr.Args[0], *expr.Args[i]).Sql;
+        return {fmt::format("({}({}))", expr.Negated ? "NOT " : "", sql), ValueType::Integer};
     }
 
     Written WriteBetween(const Expr& expr) {
         const auto value = Peek(*expr.Args[0]);
-        const auto low = Peek(*expr.Args[1]);
-        const auto high = Peek(*expr.Args[2]);
+        const std::array bounds{Peek(*expr.Args[1]), Peek(*expr.Args[2])};
+        const auto& [low, high] = bounds;
+        if (NeedsOwnFits(value, bounds)) return WriteBetweenByBound(expr);
         return {fmt::format("({}{}{} BETWEEN {} AND {})", WriteAgainst(*expr.Args[0], value, low),
                             TextOrder(value, low), expr.Negated ? " NOT" : "",
                             WriteAgainst(*expr.Args[1], low, value),
                             WriteAgainst(*expr.Args[2], high, value)),
+                ValueType::Integer};
+    }
+
+    Written WriteBetweenByBound(const Expr& expr) {
+        return {fmt::format("({}({} AND {}))", expr.Negated ? "NOT " : "",
+                            WriteComparison(">=", *expr.Args[0], *expr.Args[1]).Sql,
+                            WriteComparison("<=", *expr.Args[0], *expr.Args[2]).Sql),
                 ValueType::Integer};
     }
 

@@ -93,6 +93,28 @@ TEST_F(Dialect, NullNeverMatchesInAList) {
     EXPECT_EQ(db_.Execute("UPDATE A SET Col_1=7 WHERE Col_2 = Null;"), 0);
 }
 
+TEST_F(Dialect, AWrittenValueIsLookedUpAmongOthers) {
+    FillA();
+    EXPECT_EQ(Number("SELECT Count(*) FROM A WHERE 5 In(1,4,8);"), 0);
+    EXPECT_EQ(Number("SELECT Count(*) FROM A WHERE 4 In(LineNum,99);"), 1);
+}
+
+TEST_F(Dialect, ListsAndRangesCompareEachFieldInItsOwnWay) {
+    FillA();
+    db_.Execute("INSERT INTO A (LineNum,Col_1) VALUES (4.03,4.02);");
+    db_.Execute("UPDATE A SET Col_1=Col_1+.01 WHERE LineNum=4.03;");
+    EXPECT_EQ(Number("SELECT LineNum FROM A WHERE Col_1 In(Col_2,LineNum);"), 4.03);
+    EXPECT_EQ(Number("SELECT LineNum FROM A WHERE Col_1 Between LineNum And Col_1 And LineNum<5 "
+                     "And LineNum>4.01;"),
+              4.03);
+}
+
+TEST_F(Dialect, AChoiceBetweenALineAndAnAmountKeepsTheAmountsDecimals) {
+    FillA();
+    EXPECT_EQ(Number("SELECT IIf(LineNum=4,Col_1/3,LineNum) AS V FROM A WHERE LineNum=4"), 40.0 / 3);
+    EXPECT_EQ(Number("SELECT IIf(LineNum=1,LineNum,Col_1/3) AS V FROM A WHERE LineNum=4"), 40.0 / 3);
+}
+
 TEST_F(Dialect, AnUpdateOverAJoinTakesTheOtherTablesField) {
     FillA();
     db_.Execute("INSERT INTO A6 (LineNum,Col_4) VALUES (1,4.01);");
