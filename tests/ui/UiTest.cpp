@@ -1,0 +1,171 @@
+#include "UiTest.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QTimer>
+#include <cstdlib>
+
+#include "import/ImportASCII.h"
+#include "ui/OpenWorksheet.h"
+
+namespace zolmara::ui {
+
+void Wait(int milliseconds) {
+    QEventLoop events;
+    QTimer::singleShot(milliseconds, &events, &QEventLoop::quit);
+    events.exec();
+}
+
+UiTest::UiTest() {
+    DropCrf();
+    gDebug = false;
+    gLogType.clear();
+    ImportErrorFlag = false;
+    TheDesktop() = Script();
+    host = std::make_unique<QtHost>(Settings(folder.File("settings.ini")), folder.Path().string());
+}
+
+UiTest::~UiTest() {
+    windows_.clear();
+    for (QWidget* form : OpenForms())
+        if (form != main.get()) delete form;
+    main.reset();
+    DropCrf();
+    gDebug = false;
+    gLogType.clear();
+    host.reset();
+    TheDesktop() = RealDesktop();
+}
+
+Desktop UiTest::Script() {
+    Desktop desktop;
+    desktop.MsgBox = [this](const std::string& text, int style, const std::string& title) {
+        int answer = DefaultAnswer(style);
+        if (!Answers.empty()) {
+            answer = Answers.front();
+            Answers.pop_front();
+        }
+        Boxes.push_back({text, style, title, answer});
+        if (OnBox) OnBox();
+        return answer;
+    };
+    desktop.ChooseFile = [this](const FileDialog& dialog) -> std::optional<std::string> {
+        Dialogs.push_back(dialog);
+        if (Files.empty()) return std::nullopt;
+        const auto chosen = Files.front();
+        Files.pop_front();
+        return chosen;
+    };
+    desktop.SetUpPrinter = [this](QPrinter&, const std::string& title) {
+        PrinterDialogs.push_back(title + (main->WelcomeVisible() ? " over the frame" : ""));
+    };
+    desktop.Print = [this](const std::vector<PrintJob>& jobs, QPrinter&) {
+        Jobs.insert(Jobs.end(), jobs.begin(), jobs.end());
+    };
+    desktop.OpenDocument = [this](const std::string& path) { Documents.push_back(path); };
+    desktop.RemovableDrives = [this] { return Drives; };
+    desktop.AnotherCopyRuns = [this] { return CopyRuns; };
+    desktop.EndProgram = [this] { ++Ended; };
+    desktop.SplashTime = 0;
+    return desktop;
+}
+
+void UiTest::Start() {
+    main = std::make_unique<frmMain>();
+    main->Load();
+    main->show();
+}
+
+void UiTest::StartDebug() {
+    host->SaveSetting("Zolmara 287-22", "Startup", "Debug", "True");
+    Start();
+}
+
+std::string UiTest::MakeCrf(const std::string& name, const std::string& field,
+                            const Variant& value) {
+    const std::string path = folder.File(name);
+    CreateCrf(path, test::SampleFields());
+    if (!field.empty()) gDB.Execute("UPDATE Master SET " + field + " = ?;", {value});
+    DropCrf();
+    return path;
+}
+
+std::string UiTest::MakeSample(const std::string& name) {
+    const std::string path = folder.File(name);
+    CreateCrf(path, {"287", "14-9012", "1/1/2023", "12/31/2023", "Northfield Health System"});
+    ImportAsciiFile(std::string(ZOLMARA_SAMPLES) + "/northfield.txt");
+    UnloadFormsLike("frmView");
+    DropCrf();
+    return path;
+}
+
+void UiTest::Open(const std::string& path) {
+    Files.emplace_back(path);
+    Trigger("mnuReportOpen");
+}
+
+bool UiTest::Enabled(const std::string& menu) const {
+    const QAction* const action = main->Menu(menu);
+    if (!action) ADD_FAILURE() << "There is no " << menu;
+    return action && action->isEnabled();
+}
+
+bool UiTest::Visible(const std::string& control) const {
+    const auto* const widget = main->findChild<QWidget*>(Q(control));
+    if (!widget) ADD_FAILURE() << "There is no " << control;
+    return widget && !widget->isHidden();
+}
+
+void UiTest::Trigger(const std::string& menu) {
+    QAction* const action = main->Menu(menu);
+    if (!action) ADD_FAILURE() << "There is no " << menu;
+    if (action) action->trigger();
+}
+
+QWidget* UiTest::Form(const std::string& name) const {
+    QWidget* const form = FindForm(name);
+    if (!form) ADD_FAILURE() << name << " is not open";
+    return form;
+}
+
+void UiTest::Click(const std::string& form, const std::string& button) {
+    if (auto* const control = Control<QAbstractButton>(form, button)) control->click();
+}
+
+std::string UiTest::TextOf(const std::string& form, const std::string& field) const {
+    const auto* const control = Control<QLineEdit>(form, field);
+    return control ? S(control->text()) : "";
+}
+
+void UiTest::Key(const std::string& form, const std::string& field, const std::string& text) {
+    if (auto* const control = Control<QLineEdit>(form, field)) control->setText(Q(text));
+}
+
+QWidget* UiTest::AddWindow(const std::string& name, const std::string& caption) {
+    windows_.push_back(std::make_unique<QWidget>());
+    QWidget* const window = windows_.back().get();
+    window->setObjectName(Q(name));
+    window->setWindowTitle(Q(caption));
+    AddForm(window);
+    window->show();
+    return window;
+}
+
+std::vector<std::string> UiTest::BoxTexts() const {
+    std::vector<std::string> texts;
+    for (const test::Box& box : Boxes) texts.push_back(box.Text);
+    return texts;
+}
+
+}  // namespace zolmara::ui
+
+int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication app(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
