@@ -27,8 +27,9 @@ namespace {
 
 using FieldsOf = const std::vector<WorksheetField>& (*)(std::string_view);
 
-/// A worksheet of the form's own lines and columns.
-template <FieldsOf kFields, void (*kBuild)(), void (*kCalc)() = nullptr>
+/// A worksheet of the form's own lines and columns, with a calculation or, where it is only
+/// keyed, without.
+template <FieldsOf kFields, void (*kBuild)(), void (*... kCalc)()>
 constexpr Worksheet Plain(std::string_view item, int level,
                           std::span<const ComputedLine> computed = {},
                           std::string_view key = "LineNum") {
@@ -40,7 +41,7 @@ constexpr Worksheet Plain(std::string_view item, int level,
                     .Calc = nullptr,
                     .FixedFields = kFields,
                     .ComputedLines = computed};
-    if constexpr (kCalc != nullptr) sheet.Calc = [](std::string_view) { kCalc(); };
+    if constexpr (sizeof...(kCalc) > 0) sheet.Calc = [](std::string_view) { (kCalc(), ...); };
     return sheet;
 }
 
