@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bench/EcrBench.h"
 #include "bench/InMemory.h"
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
@@ -41,6 +42,9 @@ public:
     void SaveSetting(const std::string&, const std::string&, const std::string&,
                      const std::string&) override {}
     std::string ProgramFolder() override { return "."; }
+    std::optional<std::string> ChooseFile(const FileDialog& dialog) override {
+        return dialog.FileName;
+    }
 };
 
 struct Bench {
@@ -216,6 +220,14 @@ void BenchOpenClose(const Bench& bench) {
     Report("close: check and compact", close, "raw SQLite", rawClose, bench.Folder);
 }
 
+void BenchEcrOfLarge(const Bench& bench) {
+    DropCrf();
+    bench.CopyLarge();
+    OpenCrf(bench.Work);
+    BenchEcr(bench.Folder);
+    DropCrf();
+}
+
 void BenchCommand(const Bench& bench, const std::string& cli, const std::string& sample) {
     const auto command = fmt::format("{} calc --quiet {}", cli, bench.Work);
     fs::copy_file(sample, bench.Work, fs::copy_options::overwrite_existing);
@@ -240,6 +252,7 @@ int main(int argc, char** argv) {
     bench::BuildLarge(bench);
     bench::BenchCalc(bench);
     bench::BenchOpenClose(bench);
+    bench::BenchEcrOfLarge(bench);
     bench::BenchStructure(bench);
     bench::BenchImport(bench);
     if (argc == 4) bench::BenchCommand(bench, argv[2], argv[3]);

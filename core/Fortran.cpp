@@ -26,6 +26,7 @@ std::size_t WidthFrom(double number) {
 }
 
 std::string Copies(std::size_t count, std::string_view what) {
+    if (what.size() == 1) return std::string(count, what[0]);
     std::string result;
     for (std::size_t i = 0; i < count; ++i) result += what;
     return result;
@@ -36,13 +37,28 @@ std::string RightMost(const std::string& text, std::size_t width) {
     return std::string(length > width ? MidText(text, length - width + 1) : text);
 }
 
+/// The largest number whose text shows every digit of it.
+constexpr double kAllDigits = 1e15;
+
 /// The number at the head of the value's text, without its decimals. Adding 0 makes a negative
 /// zero plain.
-double WholeOf(const Variant& value) { return std::trunc(Val(Text(value))) + 0.0; }
+double WholeOf(const Variant& value) {
+    if (value.IsDouble()) {
+        const double whole = std::trunc(value.AsDouble());
+        if (whole == value.AsDouble() && std::abs(whole) < kAllDigits) return whole + 0.0;
+    }
+    return std::trunc(Val(Text(value))) + 0.0;
+}
+
+/// Digits at the right of a field.
+std::string AtRight(const Field& field, const std::string& digits) {
+    if (field.Fill.size() == 1 && digits.size() <= field.Width)
+        return std::string(field.Width - digits.size(), field.Fill[0]) + digits;
+    return RightMost(Copies(field.Width, field.Fill) + digits, field.Width);
+}
 
 std::string KindI(const Field& field) {
-    const std::string digits = NumberText(WholeOf(field.Value));
-    const std::string result = RightMost(Copies(field.Width, field.Fill) + digits, field.Width);
+    const std::string result = AtRight(field, NumberText(WholeOf(field.Value)));
     const bool blank = field.BlankZero && Val(result) == 0;
     return blank ? Copies(field.Width, field.Fill) : result;
 }

@@ -161,8 +161,10 @@ std::string FromCodePage1252(std::string_view bytes) {
 }
 
 std::string ToCodePage1252(std::string_view text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size();) {
+    // ASCII, which most texts are to their end, is the same in both.
+    const auto isOther = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+    std::string bytes(text.begin(), std::find_if(text.begin(), text.end(), isOther));
+    for (std::size_t at = bytes.size(); at < text.size();) {
         const char32_t character = DecodeUtf8(text, at);
         bytes += character == kBadByte ? '?' : ByteOf1252(character);
     }
