@@ -54,6 +54,15 @@ TEST(Fortran, WholeNumbersAreCutTowardZeroAndNotRounded) {
 
 TEST(Fortran, ANumberThatIsCutToZeroHasNoSign) { EXPECT_EQ(Field(-0.99, "I4"), "   0"); }
 
+TEST(Fortran, ANumberIsCutByItsTextOfFifteenDigits) {
+    EXPECT_EQ(Field(0.9999999999999999, "I3"), "  1");
+    EXPECT_EQ(Field(0.99999999999999, "I3"), "  0");
+    EXPECT_EQ(Field(-7.9999999999999996, "I3"), " -8");
+    EXPECT_EQ(Field(999999999999999.0, "I16"), " 999999999999999");
+    EXPECT_EQ(Field(1234567890123456.0, "I16"), "1234567890123460");
+    EXPECT_EQ(Field(-0.0, "I3"), "  0");
+}
+
 TEST(Fortran, AWholeNumberTooWideLosesItsLeftSide) { EXPECT_EQ(Field(1234567, "I3"), "567"); }
 
 TEST(Fortran, TextIsScannedForANumberFromTheLeft) {
