@@ -4,6 +4,7 @@
 #include <QShortcut>
 
 #include "ui/Guard.h"
+#include "ui/QtHost.h"
 
 namespace zolmara::ui {
 
@@ -12,6 +13,7 @@ QPushButton* MakeButton(const char* name, const QString& caption, std::function<
     button->setObjectName(name);
     button->setAccessibleName(QString(caption).remove('&'));
     QObject::connect(button, &QPushButton::clicked, button, [action = std::move(action)] {
+        if (TheQtHost().InLongStep()) return;
         // The window may be gone, and the button with it, before the end.
         const std::function<void()> run = action;
         Guarded(run);

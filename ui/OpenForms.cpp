@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 #include <algorithm>
 
@@ -132,7 +134,25 @@ void SetUpForm(QWidget* form, const char* name, const std::string& caption, bool
     form->setWindowIcon(QApplication::windowIcon());
 }
 
+namespace {
+
+/// In the middle of the main window, wholly on the screen.
+void Place(QWidget* form) {
+    const QWidget* const over = forms.empty() ? nullptr : forms.front().Window.data();
+    const QScreen* const screen = over ? over->screen() : QGuiApplication::primaryScreen();
+    const QRect area = screen->availableGeometry();
+    form->resize(form->size().expandedTo(form->sizeHint()).boundedTo(area.size()));
+    QRect place = form->rect();
+    place.moveCenter(over && over->isVisible() ? over->geometry().center() : area.center());
+    place.moveLeft(std::clamp(place.left(), area.left(), area.right() + 1 - place.width()));
+    place.moveTop(std::clamp(place.top(), area.top(), area.bottom() + 1 - place.height()));
+    form->move(place.topLeft());
+}
+
+}  // namespace
+
 void ShowForm(QWidget* form) {
+    if (form->isHidden()) Place(form);
     form->show();
     form->raise();
     form->activateWindow();

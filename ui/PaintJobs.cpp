@@ -28,7 +28,8 @@ int ColumnsOf(int orientation) {
 }
 
 QFont FontOf(const PrintJob& job) {
-    QFont font(Q(job.FontName));
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!job.FontName.empty()) font.setFamily(Q(job.FontName));
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
     font.setBold(job.Bold);

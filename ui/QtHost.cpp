@@ -57,6 +57,8 @@ void QtHost::SetUpPrinter(const std::string& title) {
     TheDesktop().SetUpPrinter(printer_.Target(), title);
 }
 
+bool QtHost::InLongStep() const { return main_ && main_->InLongStep(); }
+
 void QtHost::PrintJobs() {
     const std::vector<PrintJob> jobs = printer_.TakeJobs();
     if (!jobs.empty()) TheDesktop().Print(jobs, printer_.Target());

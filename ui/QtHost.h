@@ -60,6 +60,9 @@ public:
     std::string ProgramFolder() override { return programFolder_; }
     [[noreturn]] void EndProgram() override;
 
+    /// True while a long step holds the program: no window takes a command then.
+    bool InLongStep() const;
+
     /// Shows what has been sent to the printer since the last call, and prints it.
     void PrintJobs();
     /// The printer dialog.

@@ -36,6 +36,7 @@ QLabel* TextLabel(const char* name, const QString& text) {
 QScrollArea* Scrolled(QLabel* label) {
     auto* area = new QScrollArea;
     label->setMargin(8);
+    label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     area->setWidget(label);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -16,6 +16,7 @@
 #include "ui/Guard.h"
 #include "ui/OpenForms.h"
 #include "ui/OpenWorksheet.h"
+#include "ui/QtHost.h"
 #include "ui/QtText.h"
 
 namespace zolmara::ui {
@@ -80,6 +81,8 @@ void frmViewError::MakeGrid() {
     QHeaderView* const head = grd_->horizontalHeader();
     head->setSectionResizeMode(kMessage, QHeaderView::Stretch);
     head->setMinimumSectionSize(24);
+    QObject::connect(head, &QHeaderView::sectionResized, grd_,
+                     [this] { grd_->resizeRowsToContents(); });
     head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     QObject::connect(grd_, &QTableWidget::itemActivated, this,
                      [this](const QTableWidgetItem* item) { OpenFinding(item->row()); });
@@ -106,14 +109,9 @@ void frmViewError::SetGrd() {
     cmdBuildECR_->setEnabled(view.CanBuildECR);
 }
 
-void frmViewError::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    grd_->resizeRowsToContents();
-}
-
 void frmViewError::OpenFinding(int row) {
     const auto target = TargetOf(S(grd_->item(row, kMessage)->text()));
-    if (!target) return;
+    if (!target || TheQtHost().InLongStep()) return;
     Guarded([&] { OpenWorksheet("edit", target->Item, target->Line); });
 }
 

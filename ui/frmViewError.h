@@ -17,9 +17,6 @@ public:
     /// Reads table Error afresh.
     void SetGrd();
 
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     void MakeGrid();
     void OpenFinding(int row);

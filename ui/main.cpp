@@ -7,6 +7,7 @@
 
 #include "store/Session.h"
 #include "store/Settings.h"
+#include "ui/Logo.h"
 #include "ui/QtHost.h"
 #include "ui/QtText.h"
 #include "ui/frmMain.h"
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Zolmara 287-22");
     QApplication::setDesktopFileName("zolmara");
+    QApplication::setWindowIcon(QIcon(zolmara::ui::LogoPixmap(64, 1)));
     using namespace zolmara;
     ui::QtHost host(Settings(Settings::UserFile()), FolderOfProgram());
     ui::frmMain main;

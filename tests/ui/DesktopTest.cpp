@@ -1,0 +1,199 @@
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QMessageBox>
+#include <QPrinter>
+#include <QProcess>
+#include <QPushButton>
+#include <QTimer>
+#include <cstdlib>
+
+#include "UiTest.h"
+#include "ui/SingleCopy.h"
+
+namespace zolmara::ui {
+namespace {
+
+/// The boxes and dialogs themselves, as the user sees them.
+class RealDialogs : public UiTest {
+protected:
+    /// Looks at the dialog that the call brings up, and then ends it.
+    template <class T>
+    void WhenOpen(std::function<void(T*)> look) {
+        QTimer::singleShot(0, [look] {
+            auto* const dialog = qobject_cast<T*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            look(dialog);
+        });
+    }
+    const Desktop desktop = RealDesktop();
+};
+
+TEST_F(RealDialogs, ABoxHasTheIconTheButtonsAndTheDefaultOfItsStyle) {
+    struct Case {
+        int Style;
+        QMessageBox::Icon Icon;
+        std::size_t Buttons;
+        QMessageBox::StandardButton Default;
+        int Answer;
+    };
+    const Case cases[] = {
+        {kOkOnly, QMessageBox::NoIcon, 1, QMessageBox::Ok, kOk},
+        {kCritical, QMessageBox::Critical, 1, QMessageBox::Ok, kOk},
+        {289, QMessageBox::Question, 2, QMessageBox::Cancel, kCancel},
+        {kYesNo + kExclamation, QMessageBox::Warning, 2, QMessageBox::Yes, kYes},
+        {kYesNo + kDefaultButton2, QMessageBox::NoIcon, 2, QMessageBox::No, kNo},
+        {kYesNoCancel + kInformation, QMessageBox::Information, 3, QMessageBox::Yes, kYes},
+    };
+    for (const Case& each : cases) {
+        WhenOpen<QMessageBox>([&](QMessageBox* box) {
+            EXPECT_EQ(box->icon(), each.Icon) << each.Style;
+            EXPECT_EQ(static_cast<std::size_t>(box->buttons().size()), each.Buttons);
+            EXPECT_EQ(box->defaultButton(), box->button(each.Default)) << each.Style;
+            EXPECT_EQ(box->text(), "One\n<b>Two</b>");
+            EXPECT_EQ(box->textFormat(), Qt::PlainText);
+            EXPECT_EQ(box->windowTitle(), "Title");
+            box->defaultButton()->click();
+        });
+        EXPECT_EQ(desktop.MsgBox("One\r<b>Two</b>", each.Style, "Title"), each.Answer);
+    }
+}
+
+TEST_F(RealDialogs, EscapeIsCancelWhereThereIsOne) {
+    WhenOpen<QMessageBox>([](QMessageBox* box) { box->reject(); });
+    EXPECT_EQ(desktop.MsgBox("One", kYesNoCancel, ""), kCancel);
+}
+
+TEST_F(RealDialogs, ABoxWithoutATitleHasTheProgramsName) {
+    WhenOpen<QMessageBox>([](QMessageBox* box) {
+        EXPECT_EQ(box->windowTitle(), "Zolmara 287-22");
+        box->accept();
+    });
+    desktop.MsgBox("One", kOkOnly, "");
+}
+
+TEST_F(RealDialogs, ACancelledFileDialogChoosesNothing) {
+    FileDialog dialog;
+    dialog.Title = "Open An Existing CRF";
+    dialog.FileName = folder.File("*.CRF");
+    WhenOpen<QDialog>([](QDialog* box) {
+        EXPECT_EQ(box->windowTitle(), "Open An Existing CRF");
+        box->reject();
+    });
+    EXPECT_EQ(desktop.ChooseFile(dialog), std::nullopt);
+}
+
+TEST_F(RealDialogs, ThePreviewShowsTheJobs) {
+    const std::vector<PrintJob> jobs = {{"", 7, true, false, {{1, {"one"}}, {2, {"two"}}}}};
+    QPrinter printer;
+    WhenOpen<QDialog>([](QDialog* box) {
+        EXPECT_EQ(box->windowTitle(), "Print Preview");
+        Wait(50);
+        box->reject();
+    });
+    desktop.Print(jobs, printer);
+}
+
+// --- The program itself --------------------------------------------------------------------
+
+class Program : public ::testing::Test {
+protected:
+    Program() {
+        environment_ = QProcessEnvironment::systemEnvironment();
+        environment_.insert("XDG_RUNTIME_DIR", Q(folder.Path().string()));
+        environment_.insert("XDG_CONFIG_HOME", Q(folder.Path().string()));
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment_.remove(name);
+    }
+    void Run(QProcess& process) {
+        process.setProcessEnvironment(environment_);
+        process.start(ZOLMARA_GUI, {});
+    }
+    test::TempFolder folder;
+    QProcessEnvironment environment_;
+};
+
+TEST_F(Program, WithoutADisplayItSaysSoAndEnds) {
+    QProcess program;
+    Run(program);
+    ASSERT_TRUE(program.waitForFinished(20'000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_TRUE(program.readAllStandardError().contains("there is no display"));
+}
+
+TEST_F(Program, ADisplayThatDoesNotAnswerIsNoCrash) {
+    environment_.insert("DISPLAY", ":987");
+    QProcess program;
+    Run(program);
+    ASSERT_TRUE(program.waitForFinished(20'000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 1);
+}
+
+TEST_F(Program, ACopyThatRunsIsSeen) {
+    environment_.insert("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", folder.Path().c_str());
+    QProcess program;
+    Run(program);
+    ASSERT_TRUE(program.waitForStarted(20'000));
+    bool seen = false;
+    for (int tries = 0; tries < 200 && !seen; ++tries) {
+        Wait(50);
+        seen = QFile::exists(Q(folder.File("zolmara-287-22.lock")));
+    }
+    ASSERT_TRUE(seen);
+    EXPECT_TRUE(AnotherCopyRuns());
+    program.kill();
+    program.waitForFinished(20'000);
+    EXPECT_FALSE(AnotherCopyRuns());
+}
+
+// --- By keyboard ---------------------------------------------------------------------------
+
+class Keyboard : public UiTest {
+protected:
+    /// The controls that Tab comes to, from the first on.
+    std::vector<std::string> TabOrder(const std::string& form) {
+        std::vector<std::string> names;
+        QWidget* const window = Form(form);
+        for (QWidget* at = window->nextInFocusChain(); at != window; at = at->nextInFocusChain())
+            if ((at->focusPolicy() & Qt::TabFocus) && at->isEnabled() && at->isVisible() &&
+                !at->objectName().startsWith("qt_"))
+                names.push_back(S(at->objectName()));
+        return names;
+    }
+};
+
+TEST_F(Keyboard, TabGoesInTheOrderOfReading) {
+    Start();
+    EXPECT_EQ(TabOrder("frmMain"), (std::vector<std::string>{"cmdNew", "cmdOpen", "cmdExit"}));
+    Trigger("mnuReportNew");
+    EXPECT_EQ(TabOrder("frmCreateNewCRF"),
+              (std::vector<std::string>{"txtFormNum", "txtProviderNum", "txtFYStart", "txtFYEnd",
+                                        "txtFacilityName", "cmdCreate", "cmdCancel"}));
+    Click("frmCreateNewCRF", "cmdCancel");
+    Open(MakeCrf("One.CRF", "ESTitle", "CFO"));
+    Trigger("mnuReportPrintSelect");
+    EXPECT_EQ(TabOrder("frmSelectivePrints"),
+              (std::vector<std::string>{"lstWorksheets", "cmdSelectAll", "cmdClearAll", "cmdPrint",
+                                        "cmdClose"}));
+}
+
+TEST_F(Keyboard, NoWindowIsLargerThanASmallScreen) {
+    Start();
+    Open(MakeCrf("One.CRF"));
+    host->EnableMenu("mnuReportSubmit", true);
+    for (const char* menu : {"mnuReportUtilitiesLog", "mnuReportPrintSelect", "mnuHelpAbout",
+                             "mnuReportUtilitiesHeader", "mnuReportElectronically"})
+        Trigger(menu);
+    // Half of 1280 by 800, which a scale of 200 % leaves.
+    for (const QWidget* form : OpenForms()) {
+        EXPECT_LE(form->minimumSizeHint().width(), 640) << S(form->objectName());
+        EXPECT_LE(form->minimumSizeHint().height(), 400) << S(form->objectName());
+    }
+}
+
+}  // namespace
+}  // namespace zolmara::ui
