@@ -141,7 +141,8 @@ void Place(QWidget* form) {
     const QWidget* const over = forms.empty() ? nullptr : forms.front().Window.data();
     const QScreen* const screen = over ? over->screen() : QGuiApplication::primaryScreen();
     const QRect area = screen->availableGeometry();
-    form->resize(form->size().expandedTo(form->sizeHint()).boundedTo(area.size()));
+    if (!form->testAttribute(Qt::WA_Resized)) form->adjustSize();
+    form->resize(form->size().boundedTo(area.size()));
     QRect place = form->rect();
     place.moveCenter(over && over->isVisible() ? over->geometry().center() : area.center());
     place.moveLeft(std::clamp(place.left(), area.left(), area.right() + 1 - place.width()));
