@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
@@ -137,6 +138,18 @@ TEST_F(Calculate, TheFindingsStandInTheirOrder) {
               "before you can buld an Electronic File.");
     EXPECT_GT(note->palette().color(QPalette::WindowText).red(), 180);
     EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
+}
+
+TEST_F(Calculate, TheNoteCanBeReadOnADarkDesktop) {
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(40, 40, 40)));
+    OpenWithFindings({{"Non-Fatal Error", "1000A", "Worksheet A"}});
+    const auto* note = Control<QLabel>("frmViewError", "lblNonFatal");
+    const QColor ground = note->palette().color(QPalette::Window);
+    const QColor text = note->palette().color(QPalette::WindowText);
+    EXPECT_LT(ground.lightness(), 100);
+    EXPECT_GT(text.lightness() - ground.lightness(), 80);
+    QApplication::setPalette(light);
 }
 
 TEST_F(Calculate, PotentialErrorsAloneAllowTheBuild) {
