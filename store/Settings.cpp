@@ -52,7 +52,11 @@ bool Settings::Save(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& value) const {
     CSimpleIniA ini;
     if (!Load(ini, path_)) return false;
-    ini.SetValue(SectionName(application, section).c_str(), key.c_str(), value.c_str());
+    const std::string name = SectionName(application, section);
+    // Every opening saves its folder; the same one again is not worth a write to the disk.
+    if (const char* saved = ini.GetValue(name.c_str(), key.c_str()); saved && value == saved)
+        return true;
+    ini.SetValue(name.c_str(), key.c_str(), value.c_str());
     std::string content;
     if (ini.Save(content) < 0) return false;
     std::error_code error;
