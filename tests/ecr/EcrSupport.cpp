@@ -11,16 +11,9 @@
 
 namespace zolmara::test {
 
-std::string BytesOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
-
 Lines LinesOf(const std::string& path) {
     const std::string bytes = BytesOf(path);
+    EXPECT_NE(bytes, "") << path;
     Lines lines;
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t end = bytes.find('\n', at);

@@ -8,14 +8,13 @@
 #include <vector>
 
 #include "core/Clock.h"
+#include "store/FilledCrf.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
 
 using Lines = std::vector<std::string>;
 
-/// The bytes of a file; fails the test where it is not there.
-std::string BytesOf(const std::string& path);
 /// The lines of a file, each of which must end in CR LF.
 Lines LinesOf(const std::string& path);
 /// The lines that begin with a text.
