@@ -13,7 +13,7 @@ namespace zolmara::test {
 
 Lines LinesOf(const std::string& path) {
     const std::string bytes = BytesOf(path);
-    EXPECT_NE(bytes, "") << path;
+    EXPECT_TRUE(std::filesystem::exists(path)) << path;
     Lines lines;
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t end = bytes.find('\n', at);
