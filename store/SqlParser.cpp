@@ -1,5 +1,6 @@
 #include "store/SqlParser.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "core/Globals.h"
@@ -15,12 +16,9 @@ ExprPtr Make(Expr::Kind kind, std::string text = "") {
     return expr;
 }
 
-ExprPtr MakeBinary(std::string op, ExprPtr left, ExprPtr right) {
-    auto expr = Make(Expr::Kind::Binary, std::move(op));
-    expr->Args.push_back(std::move(left));
-    expr->Args.push_back(std::move(right));
-    return expr;
-}
+/// How deep brackets nest and how long a chain of operators may be: what follows the tree, here
+/// and in SQLite, takes a frame of the stack for each step down.
+constexpr int kDeepest = 150;
 
 /// Words that end a table name or a select item and so are no alias.
 bool IsClauseWord(const std::string& word) {
@@ -261,24 +259,32 @@ private:
 
     // --- Expressions, from the loosest binding operator to the tightest
 
+    ExprPtr Join(std::string op, ExprPtr left, ExprPtr right) {
+        auto expr = Make(Expr::Kind::Binary, std::move(op));
+        expr->Depth = std::max(left->Depth, right->Depth) + 1;
+        if (expr->Depth > kDeepest) Fail("too long a chain of operators");
+        expr->Args.push_back(std::move(left));
+        expr->Args.push_back(std::move(right));
+        return expr;
+    }
+
     ExprPtr ReadExpr() {
-        // Brackets nest as deep as the text says; a bound keeps a hostile text off the stack.
-        if (++depth_ > 200) Fail("too deeply nested");
+        if (++depth_ > kDeepest) Fail("too deeply nested");
         auto left = ReadAnd();
-        while (AcceptWord("OR")) left = MakeBinary("OR", std::move(left), ReadAnd());
+        while (AcceptWord("OR")) left = Join("OR", std::move(left), ReadAnd());
         --depth_;
         return left;
     }
 
     ExprPtr ReadAnd() {
         auto left = ReadNot();
-        while (AcceptWord("AND")) left = MakeBinary("AND", std::move(left), ReadNot());
+        while (AcceptWord("AND")) left = Join("AND", std::move(left), ReadNot());
         return left;
     }
 
     ExprPtr ReadNot() {
         if (!AcceptWord("NOT")) return ReadComparison();
-        if (++depth_ > 200) Fail("too deeply nested");
+        if (++depth_ > kDeepest) Fail("too deeply nested");
         auto expr = Make(Expr::Kind::Unary, "NOT");
         expr->Args.push_back(ReadNot());
         --depth_;
@@ -292,7 +298,7 @@ private:
             bool found = false;
             for (const auto op : kOperators) {
                 if (!found && AcceptSymbol(op)) {
-                    left = MakeBinary(std::string(op), std::move(left), ReadConcat());
+                    left = Join(std::string(op), std::move(left), ReadConcat());
                     found = true;
                 }
             }
@@ -350,7 +356,7 @@ private:
                 for (const auto op : kLevels[Level]) {
                     if (op.empty() || !(AcceptSymbol(op) || (op == "MOD" && AcceptWord(op))))
                         continue;
-                    left = MakeBinary(std::string(op), std::move(left), ReadBinary<Level + 1>());
+                    left = Join(std::string(op), std::move(left), ReadBinary<Level + 1>());
                     more = true;
                     break;
                 }
@@ -362,7 +368,7 @@ private:
     ExprPtr ReadUnary() {
         for (const std::string_view sign : {"-", "+"}) {
             if (!AcceptSymbol(sign)) continue;
-            if (++depth_ > 200) Fail("too deeply nested");
+            if (++depth_ > kDeepest) Fail("too deeply nested");
             auto expr = Make(Expr::Kind::Unary, std::string(sign));
             expr->Args.push_back(ReadUnary());
             --depth_;
@@ -373,7 +379,7 @@ private:
 
     ExprPtr ReadPower() {
         auto left = ReadPrimary();
-        while (AcceptSymbol("^")) left = MakeBinary("^", std::move(left), ReadPrimary());
+        while (AcceptSymbol("^")) left = Join("^", std::move(left), ReadPrimary());
         return left;
     }
 

@@ -32,6 +32,7 @@ struct Expr {
     std::string Qualifier;
     std::string Text;
     int Number = 0;
+    int Depth = 1;         ///< of the tree below it
     bool Negated = false;  ///< NOT IN, NOT BETWEEN, IS NOT NULL
     std::vector<ExprPtr> Args;
 };
