@@ -115,6 +115,11 @@ struct Recordset::State {
     }
     const std::string& TableName() const { return Statement->What.Table->Def.Name; }
     std::int64_t Key() const { return Keys[static_cast<std::size_t>(Position)]; }
+    /// The row was read, and its table not written to since.
+    bool RowIsCurrent() const {
+        return OnRow() && !Db->Closed && RowKey == Key() &&
+               RowVersion == *Statement->What.Table->Version;
+    }
 
     void Open();
     void ReadKeys();
@@ -184,9 +189,9 @@ void Recordset::State::NeedEditable() const {
 /// Makes Row what the store holds now.
 void Recordset::State::Fetch() {
     NeedRow();
+    if (RowIsCurrent()) return;
     const auto version = *Statement->What.Table->Version;
     const auto key = Key();
-    if (RowKey == key && RowVersion == version) return;
     auto& read = Statement->ReadRow;
     if (!read) {
         std::string list;
@@ -219,7 +224,7 @@ const Variant& Recordset::State::Value(int index) {
     const auto at = static_cast<std::size_t>(index);
     if (EditMode != Mode::None) return Buffer[at];
     if (IsDynaset()) {
-        Fetch();
+        if (!RowIsCurrent()) Fetch();
         return Row[at];
     }
     NeedRow();

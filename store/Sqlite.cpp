@@ -146,10 +146,14 @@ Variant SqliteStatement::Value(int column, FieldType type) const {
 
 void SqliteStatement::Read(int column, FieldType type, Variant& into) const {
     auto* cell = sqlite3_column_value(statement_, column);
-    if (type == FieldType::dbDouble && sqlite3_value_type(cell) == SQLITE_FLOAT)
+    const int stored = sqlite3_value_type(cell);
+    if (type == FieldType::dbDouble && stored == SQLITE_FLOAT) {
         into.SetDouble(sqlite3_value_double(cell));
-    else
+    } else if (stored == SQLITE_NULL) {
+        if (!into.IsNull()) into = Variant();
+    } else {
         into = Value(column, type);
+    }
 }
 
 }  // namespace zolmara
