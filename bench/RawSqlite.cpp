@@ -130,11 +130,13 @@ std::size_t CellsOf(const std::vector<ChangedRows>& changes) {
     return cells;
 }
 
-void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes) {
+void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes,
+                  const Reads& reads) {
     RawFile file(path);
     file.Run("BEGIN IMMEDIATE");
     for (const auto& table : file.Tables())
-        if (table != "ImportASCII") file.ReadAll(table);
+        for (int left = table == "ImportASCII" ? 0 : reads(table); left > 0; --left)
+            file.ReadAll(table);
     for (const auto& group : changes) {
         RawStatement update(file.handle(), group.Update);
         for (const auto& row : group.Rows) {

@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,10 @@ struct ChangedRows {
 std::vector<ChangedRows> Differences(const std::string& before, const std::string& after);
 std::size_t CellsOf(const std::vector<ChangedRows>& changes);
 
-/// Reads every cell of the file and writes the changes in one durable transaction.
-void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes);
+/// How often a table is read.
+using Reads = std::function<int(const std::string& table)>;
+/// Reads the tables so often and writes the changes in one durable transaction.
+void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes,
+                  const Reads& reads);
 
 }  // namespace zolmara::bench
