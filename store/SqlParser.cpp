@@ -143,7 +143,9 @@ private:
 
     std::vector<TableRef> ReadTableOrBrackets() {
         if (AcceptSymbol("(")) {
+            if (++depth_ > kDeepest) Fail("too deeply nested");
             auto tables = ReadJoin();
+            --depth_;
             ExpectSymbol(")");
             return tables;
         }
@@ -261,10 +263,14 @@ private:
 
     ExprPtr Join(std::string op, ExprPtr left, ExprPtr right) {
         auto expr = Make(Expr::Kind::Binary, std::move(op));
-        expr->Depth = std::max(left->Depth, right->Depth) + 1;
-        if (expr->Depth > kDeepest) Fail("too long a chain of operators");
         expr->Args.push_back(std::move(left));
         expr->Args.push_back(std::move(right));
+        return Measured(std::move(expr));
+    }
+
+    ExprPtr Measured(ExprPtr expr) const {
+        for (const auto& arg : expr->Args) expr->Depth = std::max(expr->Depth, arg->Depth + 1);
+        if (expr->Depth > kDeepest) Fail("too long a chain of operators");
         return expr;
     }
 
@@ -288,7 +294,7 @@ private:
         auto expr = Make(Expr::Kind::Unary, "NOT");
         expr->Args.push_back(ReadNot());
         --depth_;
-        return expr;
+        return Measured(std::move(expr));
     }
 
     ExprPtr ReadComparison() {
@@ -319,7 +325,7 @@ private:
         do expr->Args.push_back(ReadExpr());
         while (AcceptSymbol(","));
         ExpectSymbol(")");
-        return expr;
+        return Measured(std::move(expr));
     }
 
     ExprPtr ReadBetween(ExprPtr left, bool negated) {
@@ -329,7 +335,7 @@ private:
         expr->Args.push_back(ReadConcat());
         ExpectWord("AND");
         expr->Args.push_back(ReadConcat());
-        return expr;
+        return Measured(std::move(expr));
     }
 
     ExprPtr ReadIsNull(ExprPtr left) {
@@ -337,7 +343,7 @@ private:
         expr->Negated = AcceptWord("NOT");
         ExpectWord("NULL");
         expr->Args.push_back(std::move(left));
-        return expr;
+        return Measured(std::move(expr));
     }
 
     ExprPtr ReadConcat() { return ReadBinary<0>(); }
@@ -372,7 +378,7 @@ private:
             auto expr = Make(Expr::Kind::Unary, std::string(sign));
             expr->Args.push_back(ReadUnary());
             --depth_;
-            return expr;
+            return Measured(std::move(expr));
         }
         return ReadPower();
     }
@@ -427,7 +433,7 @@ private:
         do expr->Args.push_back(ReadExpr());
         while (AcceptSymbol(","));
         ExpectSymbol(")");
-        return expr;
+        return Measured(std::move(expr));
     }
 
     ExprPtr ReadColumn() {
