@@ -128,22 +128,22 @@ protected:
     std::mt19937 random_{287};
 };
 
-TEST_F(Kill, DuringTheCalculation) { KillManyTimes(80, Calc_All); }
+TEST_F(Kill, DuringTheCalculation) { KillManyTimes(60, Calc_All); }
 
 TEST_F(Kill, DuringTheImport) {
-    KillManyTimes(60, [&] { ImportAsciiFile(import_); });
+    KillManyTimes(50, [&] { ImportAsciiFile(import_); });
 }
 
 TEST_F(Kill, WhileACostCenterIsAdded) {
-    KillManyTimes(60, [] { AddCostCenter(Currency(4.02)); });
+    KillManyTimes(50, [] { AddCostCenter(Currency(4.02)); });
 }
 
 TEST_F(Kill, WhileACostCenterIsDeleted) {
-    KillManyTimes(60, [] { DeleteCostCenter(Currency(4.01)); });
+    KillManyTimes(40, [] { DeleteCostCenter(Currency(4.01)); });
 }
 
 TEST_F(Kill, WhileAComponentIsAdded) {
-    KillManyTimes(60, [] { AddS2Line(Currency(2), 1); });
+    KillManyTimes(40, [] { AddS2Line(Currency(2), 1); });
 }
 
 // The temporary tables go first, then the file is compacted: the CRF is under its own name at
@@ -151,7 +151,7 @@ TEST_F(Kill, WhileAComponentIsAdded) {
 TEST_F(Kill, DuringTheClose) {
     const double seconds = Undisturbed(mnuReportClose);
     int killed = 0;
-    for (int round = 0; round < 120 && !HasFailure(); ++round) {
+    for (int round = 0; round < 60 && !HasFailure(); ++round) {
         StartAnew();
         killed += RunInChild([&] { Open(); }, mnuReportClose, Moment(seconds)).Killed ? 1 : 0;
         SCOPED_TRACE(testing::Message() << "round " << round);
