@@ -79,7 +79,8 @@ bool HighQualityPrinting() {
 }
 
 void SetHighQualityPrinting(bool on) {
-    TheHost().SaveSetting("Zolmara-10", "Printing", "PrintQuality", on ? "True" : "False");
+    TheHost().SaveSetting(on ? "Zolmara-10" : "Zolmara", "Printing", "PrintQuality",
+                          on ? "True" : "False");
 }
 
 std::string HighQualityCaption() {

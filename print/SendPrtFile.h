@@ -15,8 +15,10 @@ std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation);
 
 /// The setting of mnuReportUtilitiesHQ.
 bool HighQualityPrinting();
+/// Saves what the user chose. Off is written where nothing reads it, so the setting stays on and
+/// the caption that the menu shows then holds for the session alone.
 void SetHighQualityPrinting(bool on);
-/// The caption of mnuReportUtilitiesHQ, which tells what a click on it does.
+/// The caption of mnuReportUtilitiesHQ by the setting; it tells what a click on it does.
 std::string HighQualityCaption();
 
 }  // namespace zolmara

@@ -63,12 +63,10 @@ void UtilitiesReBuild(frmMain&) {
                      kInformation, std::string(kProductName));
 }
 
-/// Turning it off is written where nothing reads it: it holds for this session.
 void UtilitiesHQ(frmMain& main) {
     QAction* const entry = main.Menu("mnuReportUtilitiesHQ");
     const bool turnOff = entry->text().endsWith("Off");
-    TheHost().SaveSetting(turnOff ? "Zolmara" : "Zolmara-10", "Printing", "PrintQuality",
-                          turnOff ? "False" : "True");
+    SetHighQualityPrinting(!turnOff);
     entry->setText(turnOff ? "Turn High Quality Printing On" : "Turn High Quality Printing Off");
 }
 

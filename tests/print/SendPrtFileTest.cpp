@@ -101,10 +101,18 @@ TEST_F(SendPrtFileTest, HighQualityIsTheDefaultAndSetsThePrinter) {
 TEST_F(SendPrtFileTest, TheMenuOfHighQualityTellsWhatAClickDoes) {
     host.Settings.clear();
     EXPECT_EQ(HighQualityCaption(), "Turn High Quality Printing Off");
-    SetHighQualityPrinting(false);
+    host.Settings["Zolmara-10/Printing/PrintQuality"] = "False";
     EXPECT_EQ(HighQualityCaption(), "Turn High Quality Printing On");
-    EXPECT_EQ(host.Settings.at("Zolmara-10/Printing/PrintQuality"), "False");
     SetHighQualityPrinting(true);
+    EXPECT_TRUE(HighQualityPrinting());
+    EXPECT_EQ(host.Settings.at("Zolmara-10/Printing/PrintQuality"), "True");
+}
+
+TEST_F(SendPrtFileTest, TurningHighQualityOffIsWrittenWhereNothingReadsIt) {
+    host.Settings.clear();
+    SetHighQualityPrinting(false);
+    EXPECT_EQ(host.Settings.at("Zolmara/Printing/PrintQuality"), "False");
+    EXPECT_EQ(host.Settings.count("Zolmara-10/Printing/PrintQuality"), 0u);
     EXPECT_TRUE(HighQualityPrinting());
 }
 
