@@ -13,7 +13,7 @@
 #include "ecr/FileNames.h"
 #include "ecr/Labels.h"
 #include "ecr/Record.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara::bench {

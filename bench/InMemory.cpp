@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
 #include "store/Dao.h"
+#include "store/session/CoreTables.h"
 
 namespace zolmara::bench {
 namespace {

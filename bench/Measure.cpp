@@ -37,7 +37,8 @@ double Seconds(int runs, const std::function<void()>& prepare, const std::functi
 }
 
 double Seconds(int runs, const std::function<void()>& work) {
-    return Seconds(runs, [] {}, work);
+    return Seconds(
+        runs, [] {}, work);
 }
 
 double FsyncSeconds(const std::string& folder) {

@@ -41,8 +41,8 @@ bool SameCell(sqlite3_stmt* a, sqlite3_stmt* b, int column) {
 std::string UpdateOf(const std::string& table, sqlite3_stmt* row, const std::set<int>& columns) {
     std::string sets;
     for (const int column : columns)
-        sets += fmt::format("{}\"{}\"=?", sets.empty() ? "" : ",",
-                            sqlite3_column_name(row, column));
+        sets +=
+            fmt::format("{}\"{}\"=?", sets.empty() ? "" : ",", sqlite3_column_name(row, column));
     return fmt::format("UPDATE \"{}\" SET {} WHERE rowid=?", table, sets);
 }
 
@@ -66,15 +66,14 @@ void CompareTable(RawFile& before, RawFile& after, const std::string& table,
     if (columns.empty()) return;
     ChangedRows group;
     WalkBoth(before, after, table, [&](sqlite3_stmt* a, sqlite3_stmt* b) {
-        const bool changed = std::any_of(columns.begin(), columns.end(),
-                                         [&](int i) { return !SameCell(a, b, i); });
+        const bool changed =
+            std::any_of(columns.begin(), columns.end(), [&](int i) { return !SameCell(a, b, i); });
         if (!changed) return;
         if (group.Update.empty()) group.Update = UpdateOf(table, b, columns);
         ChangedRow row{sqlite3_column_int64(b, 0), {}};
         for (const int i : columns)
-            row.Values.push_back(sqlite3_column_type(b, i) == SQLITE_NULL
-                                     ? kNull
-                                     : sqlite3_column_double(b, i));
+            row.Values.push_back(
+                sqlite3_column_type(b, i) == SQLITE_NULL ? kNull : sqlite3_column_double(b, i));
         group.Rows.push_back(std::move(row));
     });
     changes.push_back(std::move(group));
@@ -142,8 +141,10 @@ void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& chang
         for (const auto& row : group.Rows) {
             int position = 0;
             for (const double value : row.Values) {
-                if (std::isnan(value)) sqlite3_bind_null(update.get(), ++position);
-                else sqlite3_bind_double(update.get(), ++position, value);
+                if (std::isnan(value))
+                    sqlite3_bind_null(update.get(), ++position);
+                else
+                    sqlite3_bind_double(update.get(), ++position, value);
             }
             sqlite3_bind_int64(update.get(), ++position, row.Rowid);
             update.Step();

@@ -12,10 +12,11 @@
 #include "bench/Measure.h"
 #include "bench/RawSqlite.h"
 #include "calc/Calc_All.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "import/ImportASCII.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/CostCenterColumns.h"
 #include "worksheets/NewCrf.h"
@@ -49,8 +50,8 @@ public:
 
 struct Bench {
     std::string Folder;
-    std::string Large;   ///< the large statement, calculated
-    std::string Work;    ///< a copy to work on
+    std::string Large;  ///< the large statement, calculated
+    std::string Work;   ///< a copy to work on
 
     explicit Bench(std::string folder) : Folder(std::move(folder)) {
         fs::create_directories(Folder);
@@ -163,9 +164,10 @@ void BenchImport(const Bench& bench) {
                 MakeNew(bench.Work);
             },
             [&] { ImportAsciiFile(text); });
-        Report(fmt::format("import of {} lines", lines), seconds,
-               fmt::format("{:.1f} microseconds a line", seconds * 1e6 / static_cast<double>(lines)),
-               bench.Folder);
+        Report(
+            fmt::format("import of {} lines", lines), seconds,
+            fmt::format("{:.1f} microseconds a line", seconds * 1e6 / static_cast<double>(lines)),
+            bench.Folder);
     }
     DropCrf();
 }
@@ -192,13 +194,12 @@ void BenchStructure(const Bench& bench) {
     };
     const auto line = Currency(NumOr([&] {
                           reopen();
-                          return gDB.Scalar("SELECT Max(LineNum) FROM CostCenters "
-                                            "WHERE LineNum>=9 AND LineNum<10");
+                          return gDB.Scalar(
+                              "SELECT Max(LineNum) FROM CostCenters "
+                              "WHERE LineNum>=9 AND LineNum<10");
                       }())) +
                       kSubscriptStep;
-    const double add = Seconds(kRuns, reopen, [&] {
-        RunBatch(gDB, [&] { AddCostCenter(line); });
-    });
+    const double add = Seconds(kRuns, reopen, [&] { RunBatch(gDB, [&] { AddCostCenter(line); }); });
     DropCrf();
     const double raw = Seconds(
         kRuns, [&] { bench.CopyLarge(); },

@@ -6,8 +6,9 @@
 
 #include "calc/LineBreaks.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/Session.h"
+#include "core/Status.h"
+#include "core/Windows.h"
+#include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -19,7 +20,7 @@ public:
     CalculatingState() { EnableMenus(false); }
     ~CalculatingState() {
         EnableMenus(true);
-        TheHost().HideCalcMsg();
+        TheStatus().HideCalcMsg();
         gLogType.clear();
     }
     CalculatingState(const CalculatingState&) = delete;
@@ -29,7 +30,7 @@ private:
     static void EnableMenus(bool enabled) {
         static constexpr std::array<const char*, 4> kMenus = {"mnuEdit", "mnuHelp", "mnuReport",
                                                               "mnuView"};
-        for (const char* menu : kMenus) TheHost().EnableMenu(menu, enabled);
+        for (const char* menu : kMenus) TheWindows().EnableMenu(menu, enabled);
     }
 };
 
@@ -54,14 +55,14 @@ void CalcWorksheets(Recordset& worksheets) {
     const auto count = static_cast<double>(worksheets.RecordCount());
     for (double done = 0; !worksheets.Eof(); worksheets.MoveNext()) {
         const std::string name = Text(worksheets["ItemName"]);
-        TheHost().ShowCalcMsg(
+        TheStatus().ShowCalcMsg(
             fmt::format(" Calculating level {}: {}", Text(worksheets["Calc_Lvl"]), name));
-        TheHost().ShowProgress(done / count);
+        TheStatus().ShowProgress(done / count);
         CalcNamed(Text(worksheets["Item"]), name);
         done += 1;
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
-    TheHost().ShowProgress(1);
+    TheStatus().ShowProgress(1);
 }
 
 }  // namespace
@@ -79,8 +80,8 @@ void Calc_All() {
         ClearLog("C");
         CalcWorksheets(worksheets);
     });
-    TheHost().ShowCalcMsg(" Calculations completed.");
-    TheHost().RefreshOpenForms("");
+    TheStatus().ShowCalcMsg(" Calculations completed.");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace zolmara

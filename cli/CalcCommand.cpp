@@ -4,7 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

@@ -5,7 +5,7 @@
 #include "cli/Lines.h"
 #include "cli/Output.h"
 #include "forms/CellRules.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 
 namespace zolmara::cli {

@@ -9,7 +9,7 @@
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
 #include "forms/CellRules.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "cli/Output.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 
 namespace zolmara::cli {

@@ -6,8 +6,9 @@
 #include <optional>
 #include <string>
 
+#include "core/Dialogs.h"
 #include "core/Host.h"
-#include "store/Settings.h"
+#include "store/session/Settings.h"
 
 namespace zolmara::cli {
 

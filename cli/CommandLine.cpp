@@ -14,7 +14,8 @@
 #include "cli/CliHost.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "core/Host.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

@@ -4,7 +4,8 @@
 #include "cli/CliHost.h"
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
-#include "store/Session.h"
+#include "core/Dialogs.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

@@ -8,7 +8,7 @@
 #include "cli/Lines.h"
 #include "cli/Output.h"
 #include "forms/CellRules.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

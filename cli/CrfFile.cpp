@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

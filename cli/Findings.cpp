@@ -1,7 +1,7 @@
 #include "cli/Findings.h"
 
 #include "cli/Output.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

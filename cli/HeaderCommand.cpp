@@ -7,8 +7,8 @@
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

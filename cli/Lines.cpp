@@ -8,7 +8,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

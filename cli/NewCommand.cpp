@@ -6,7 +6,7 @@
 
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/NewCrf.h"
 
 namespace fs = std::filesystem;

@@ -6,7 +6,7 @@
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 

@@ -1,6 +1,6 @@
 #include "core/Clock.h"
 
-#include "core/Host.h"
+#include "core/Machine.h"
 
 namespace zolmara {
 namespace {
@@ -19,10 +19,10 @@ std::int64_t SecondsToTimeOfDay(const DateTime& from, const DateTime& timeOfDay)
 
 }  // namespace
 
-DateTime Now() { return DateTime::FromSeconds(TheHost().Now().Seconds() + clockOffset); }
+DateTime Now() { return DateTime::FromSeconds(TheMachine().Now().Seconds() + clockOffset); }
 
 bool SetClock(const DateTime& timeOfDay) {
-    if (!TheHost().MaySetClock()) return false;
+    if (!TheMachine().MaySetClock()) return false;
     clockOffset += SecondsToTimeOfDay(Now(), timeOfDay);
     return true;
 }

@@ -38,13 +38,19 @@ Host& TheHost() {
     return *installedHost;
 }
 
+Dialogs& TheDialogs() { return TheHost(); }
+Status& TheStatus() { return TheHost(); }
+Machine& TheMachine() { return TheHost(); }
+PrinterPort& ThePrinterPort() { return TheHost(); }
+Windows& TheWindows() { return TheHost(); }
+
 Host* InstallHost(Host* host) {
     Host* former = installedHost;
     installedHost = host;
     return former;
 }
 
-void Host::EndProgram() {
+void Machine::EndProgram() {
     std::fflush(nullptr);
     std::_Exit(4);
 }

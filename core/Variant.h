@@ -41,8 +41,10 @@ public:
 
     /// Takes a double in place, the cheap way to read a cell into a row that is used again.
     void SetDouble(double value) {
-        if (auto* held = std::get_if<double>(&value_)) *held = value;
-        else value_ = value;
+        if (auto* held = std::get_if<double>(&value_))
+            *held = value;
+        else
+            value_ = value;
     }
 
     /// The number held, whatever its number type. Needs IsNumber().

@@ -7,8 +7,10 @@
 #include <stdexcept>
 
 #include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
+#include "core/Windows.h"
 #include "ecr/Emitters.h"
 #include "ecr/FileNames.h"
 #include "ecr/FileTime.h"
@@ -18,7 +20,7 @@
 #include "ecr/Record.h"
 #include "print/PrintDriver.h"
 #include "store/Files.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -44,20 +46,20 @@ struct Build {
 
 void EnableMenus(bool enabled) {
     for (const char* menu : {"mnuEdit", "mnuHelp", "mnuReport", "mnuView"})
-        TheHost().EnableMenu(menu, enabled);
+        TheWindows().EnableMenu(menu, enabled);
 }
 
 void ShowStep(const std::string& text) {
-    TheHost().ShowCalcMsg(text);
-    TheHost().DoEvents();
+    TheStatus().ShowCalcMsg(text);
+    TheStatus().DoEvents();
 }
 
 /// The state that a build leaves.
 void EndBuild() {
     EnableMenus(true);
-    TheHost().HideCalcMsg();
+    TheStatus().HideCalcMsg();
     ECRStamp.clear();
-    TheHost().SetPointer(Pointer::Normal);
+    TheStatus().SetPointer(Pointer::Normal);
 }
 
 // --- The clock -----------------------------------------------------------------------------
@@ -81,9 +83,9 @@ void WaitForMinute() {
         const int left = kSecondsAMinute - Now().Second();
         if (left != SecondsShown(message)) {
             message = fmt::format("Waiting {} seconds for CMS timing requirement", left);
-            TheHost().ShowCalcMsg(message);
+            TheStatus().ShowCalcMsg(message);
         }
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
 }
 
@@ -126,7 +128,7 @@ void WriteEcr(const Build& build) {
     RecordFile file(build.Ecr);
     ECRStamp = StampText();
     ECR_Type1(ECRDate.AsDate());
-    TheHost().ShowCalcMsg("Producing Type 2");
+    TheStatus().ShowCalcMsg("Producing Type 2");
     ECR_Type2();
     ECR_Type3();
     file.Close();
@@ -146,7 +148,7 @@ void PrintPi(Build& build) {
     Print_All(file.Number());
     PrintLine(file.Number());
     file.Close();
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
 }
 
 bool HasFingerprint(const std::string& path) {
@@ -165,8 +167,8 @@ bool MakePi(Build& build) {
         build.PiFingerprint = build.Seals.Seal(build.Pi, true);
         if (HasFingerprint(build.Pi)) return true;
     }
-    TheHost().MsgBox("Government fingerprint program failed. Please call Velquist", kCritical,
-                     "Critical Error");
+    TheDialogs().MsgBox("Government fingerprint program failed. Please call Velquist", kCritical,
+                        "Critical Error");
     return false;
 }
 
@@ -206,12 +208,12 @@ void NeedOwnFiles(const Build& build) {
 void Build_ECR() {
     const std::optional<std::string> path = AskEcrPath();
     if (!path) {
-        TheHost().SetPointer(Pointer::Normal);
+        TheStatus().SetPointer(Pointer::Normal);
         return;
     }
     Build build{*path, PiPath(*path)};
     NeedOwnFiles(build);
-    TheHost().SetPointer(Pointer::Hourglass);
+    TheStatus().SetPointer(Pointer::Hourglass);
     EnableMenus(false);
     bool done = false;
     try {
@@ -223,8 +225,8 @@ void Build_ECR() {
     }
     if (!done) return;
     EndBuild();
-    TheHost().ShowCopy2Floppy(build.Ecr);
-    TheHost().SetPointer(Pointer::Normal);
+    TheWindows().ShowCopy2Floppy(build.Ecr);
+    TheStatus().SetPointer(Pointer::Normal);
 }
 
 }  // namespace zolmara

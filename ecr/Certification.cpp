@@ -4,10 +4,10 @@
 
 #include "core/Clock.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "ecr/Build_ECR.h"
 #include "print/CertificationText.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -16,7 +16,7 @@ void ClearSignature() {
     gDB.Execute("Update Master Set ESFirstName=Null, ESLastName=Null, ESTitle=Null, ESDate=Null;");
 }
 
-void CloseWindow() { TheHost().UnloadForm("frmESCert"); }
+void CloseWindow() { TheWindows().UnloadForm("frmESCert"); }
 
 }  // namespace
 

@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
-#include "core/Host.h"
+#include "core/Dialogs.h"
 #include "ecr/FileNames.h"
 #include "store/Files.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace fs = std::filesystem;
 
@@ -29,7 +29,7 @@ bool CopyTo(const std::string& source, const std::string& target) {
         CopyWholeFile(source, target);
         return true;
     } catch (const StoreError& error) {
-        TheHost().MsgBox(
+        TheDialogs().MsgBox(
             fmt::format("The following error occurred while coping {} to {}.\r\n\r\n   {}", source,
                         target, error.what()),
             kOkOnly, "Copy Error");

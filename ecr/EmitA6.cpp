@@ -8,10 +8,10 @@
 
 #include "core/Fortran.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "ecr/EmitterTables.h"
 #include "ecr/Record.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -32,7 +32,7 @@ public:
     void WriteAll() {
         for (; !rows_.Eof(); rows_.MoveNext()) {
             if (Counts()) WriteRow();
-            TheHost().DoEvents();
+            TheStatus().DoEvents();
         }
     }
 

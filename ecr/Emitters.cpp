@@ -7,13 +7,13 @@
 
 #include "core/Fortran.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "ecr/EmitA6.h"
 #include "ecr/EmitterTables.h"
 #include "ecr/Record.h"
 #include "ecr/Schedules.h"
 #include "ecr/Signature.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -45,7 +45,7 @@ public:
     void WriteAll() {
         for (; !rows_.Eof(); rows_.MoveNext()) {
             if (!emitter_.TakesRow || emitter_.TakesRow(rows_)) WriteRow();
-            TheHost().DoEvents();
+            TheStatus().DoEvents();
         }
     }
 
@@ -96,8 +96,8 @@ void ECR_Type3() {
         "SELECT Item, ItemName From Worksheets Where Calc_Lvl < 999 ORDER BY Item;",
         dbOpenSnapshot);
     for (; !worksheets.Eof(); worksheets.MoveNext()) {
-        TheHost().ShowCalcMsg("Producing Type 3 For Worksheet: " + Text(worksheets["ItemName"]));
-        TheHost().DoEvents();
+        TheStatus().ShowCalcMsg("Producing Type 3 For Worksheet: " + Text(worksheets["ItemName"]));
+        TheStatus().DoEvents();
         ECR_Worksheet(Text(worksheets["Item"]));
     }
 }

@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
 #include "ecr/Labels.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace fs = std::filesystem;
 
@@ -46,8 +46,8 @@ FileDialog EcrDialog(const std::string& folder, const std::string& name) {
 
 /// Whether another name than the government's is to be asked for again.
 int AskToReenter() {
-    return TheHost().MsgBox("This is not a goverment file name, do you wish to re-enter it?",
-                            kYesNoCancel + kQuestion + kDefaultButton2, "Valid File?");
+    return TheDialogs().MsgBox("This is not a goverment file name, do you wish to re-enter it?",
+                               kYesNoCancel + kQuestion + kDefaultButton2, "Valid File?");
 }
 
 }  // namespace
@@ -67,7 +67,8 @@ std::optional<std::string> AskEcrPath() {
     const std::string proposed = EcrFileName();
     std::string folder = gCRFDir;
     while (true) {
-        const std::optional<std::string> chosen = TheHost().ChooseFile(EcrDialog(folder, proposed));
+        const std::optional<std::string> chosen =
+            TheDialogs().ChooseFile(EcrDialog(folder, proposed));
         if (!chosen) return std::nullopt;
         folder = FolderOf(*chosen);
         std::string path = *chosen;

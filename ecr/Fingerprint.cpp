@@ -8,8 +8,9 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Machine.h"
 #include "ecr/LocalSeal.h"
 #include "store/Files.h"
 
@@ -48,15 +49,15 @@ std::string SealByLibrary(HcfaFpFunction function, const std::string& path, bool
     std::int32_t kind = printImage ? 1 : 0;
     std::int32_t log = IsLogWanted() ? 1 : 0;
     if (function(file.data(), text.data(), &reserved, &kind, &log) != 0)
-        TheHost().MsgBox("Invalid file format, please call Velquist", kCritical,
-                         "Finger print error");
+        TheDialogs().MsgBox("Invalid file format, please call Velquist", kCritical,
+                            "Finger print error");
     return TextIn(text);
 }
 
 }  // namespace
 
 std::optional<std::string> FingerprintLibrary() {
-    std::string path = (fs::path(TheHost().ProgramFolder()) / "libhcfafp.so").string();
+    std::string path = (fs::path(TheMachine().ProgramFolder()) / "libhcfafp.so").string();
     if (!FileExists(path)) return std::nullopt;
     return path;
 }

@@ -8,7 +8,7 @@
 #include "core/Fortran.h"
 #include "core/Globals.h"
 #include "ecr/Record.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {

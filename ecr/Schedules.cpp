@@ -6,9 +6,9 @@
 
 #include "core/Fortran.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "ecr/Record.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -73,7 +73,7 @@ void ECR_Schedule(const ScheduleEmitter& schedule, std::string_view item) {
             if (amount == 0) continue;
             WriteCell(head, field, amount, isUcm ? kRatio : field.Format);
         }
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
 }
 

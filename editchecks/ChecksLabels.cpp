@@ -5,8 +5,8 @@
 #include "editchecks/Cells.h"
 #include "editchecks/RowChecks.h"
 #include "editchecks/modEditChecks.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {

@@ -11,7 +11,7 @@
 #include "editchecks/Cells.h"
 #include "editchecks/RowChecks.h"
 #include "editchecks/modEditChecks.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {

@@ -1,24 +1,24 @@
 // The commands of the main window that end in the edit checks.
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "editchecks/modEditChecks.h"
 
 namespace zolmara {
 namespace {
 
 void EndCalculate(bool mayBuild) {
-    TheHost().EnableMenu("mnuReportSubmit", mayBuild || gDebug);
-    TheHost().EnableMenu("mnuReportCalculate", true);
+    TheWindows().EnableMenu("mnuReportSubmit", mayBuild || gDebug);
+    TheWindows().EnableMenu("mnuReportCalculate", true);
 }
 
 }  // namespace
 
 std::int16_t mnuReportCalculate(void (*calcAll)()) {
-    TheHost().EnableMenu("mnuReportCalculate", false);
+    TheWindows().EnableMenu("mnuReportCalculate", false);
     try {
         // Its rows are about to be rewritten.
-        if (TheHost().FormIsOpen("frmViewError")) TheHost().UnloadForm("frmViewError");
+        if (TheWindows().FormIsOpen("frmViewError")) TheWindows().UnloadForm("frmViewError");
         calcAll();
         Run_EditChecks();
     } catch (...) {

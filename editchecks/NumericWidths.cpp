@@ -9,7 +9,7 @@
 #include "core/Globals.h"
 #include "editchecks/Catalogue.h"
 #include "editchecks/modEditChecks.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {

@@ -9,7 +9,7 @@
 #include "editchecks/Catalogue.h"
 #include "editchecks/Cells.h"
 #include "editchecks/modEditChecks.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {

@@ -5,7 +5,7 @@
 #include "core/Globals.h"
 #include "editchecks/Cells.h"
 #include "editchecks/modEditChecks.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 

@@ -5,10 +5,11 @@
 #include <sstream>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
+#include "core/Windows.h"
 #include "editchecks/Catalogue.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -77,7 +78,7 @@ constexpr Step kRun[] = {
 };
 
 void RunStep(const Step& step) {
-    if (step.BeginsSection) TheHost().DoEvents();
+    if (step.BeginsSection) TheStatus().DoEvents();
     if (!step.Applies || step.Applies()) step.Run();
 }
 
@@ -90,7 +91,7 @@ void RunAllSteps() {
     EmptyErrors();
     double done = 0;
     for (const Step& step : kRun) {
-        TheHost().ShowProgress(done++ / static_cast<double>(std::size(kRun)));
+        TheStatus().ShowProgress(done++ / static_cast<double>(std::size(kRun)));
         RunStep(step);
     }
     if (gEditLevel == kNoErrorsLevel) AddErrorRow(kNoErrorsFound, " ", " ");
@@ -99,17 +100,17 @@ void RunAllSteps() {
 /// The status line of the run, gone on every way out.
 class StatusLine {
 public:
-    StatusLine() { TheHost().ShowCalcMsg(" Performing Edit Checks"); }
-    ~StatusLine() { TheHost().HideCalcMsg(); }
+    StatusLine() { TheStatus().ShowCalcMsg(" Performing Edit Checks"); }
+    ~StatusLine() { TheStatus().HideCalcMsg(); }
     StatusLine(const StatusLine&) = delete;
     StatusLine& operator=(const StatusLine&) = delete;
 };
 
 void ShowFindings() {
-    if (TheHost().FormIsOpen("frmViewError")) {
-        TheHost().SetGrd("frmViewError");
+    if (TheWindows().FormIsOpen("frmViewError")) {
+        TheWindows().SetGrd("frmViewError");
     } else {
-        TheHost().ShowErrors("Edit Check Results");
+        TheWindows().ShowErrors("Edit Check Results");
     }
 }
 

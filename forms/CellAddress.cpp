@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 

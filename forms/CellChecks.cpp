@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/W_A.h"
 #include "worksheets/W_A6.h"
 #include "worksheets/W_A8.h"
@@ -245,7 +246,7 @@ void CheckRow_A6(CellEntry& entry) {
         "And Len([Col_1])>0;",
         {entry.Line, Text(RowCellAfter(entry, "Col_2"))});
     if (NumOr(earlier) > 0) return;
-    TheHost().Beep();
+    TheDialogs().Beep();
     entry.Refuse(
         "The EXPLANATION may not be left blank for the first reclassification in a given "
         "code.",

@@ -4,10 +4,11 @@
 
 #include <algorithm>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Machine.h"
 #include "forms/CellChecks.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -126,7 +127,8 @@ void Check_Available(CellEntry& entry, const CheckArgument& argument) {
     Check_Date(entry, argument);
     if (entry.Refused) return;
     const auto date = DateOf(entry.Value);
-    if (!date || *date <= TheHost().Now()) entry.Refuse("Line 4, Column 4 must be a future date.");
+    if (!date || *date <= TheMachine().Now())
+        entry.Refuse("Line 4, Column 4 must be a future date.");
 }
 
 void Check_Ccn(CellEntry& entry, const CheckArgument& /*argument*/) {

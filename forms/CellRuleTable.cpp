@@ -1,5 +1,6 @@
 #include "forms/CellRuleTable.h"
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "worksheets/W_A.h"
 

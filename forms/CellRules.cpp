@@ -5,11 +5,11 @@
 #include <algorithm>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "forms/CellAddress.h"
 #include "forms/CellChecks.h"
 #include "forms/CellRuleTable.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/modAddS2.h"
 #include "worksheets/W_A6.h"
@@ -132,8 +132,8 @@ void Store(const CellEntry& entry) {
         StoreRow(entry);
         FollowUp(entry);
     });
-    TheHost().EnableMenu("mnuReportSubmit", false);
-    TheHost().RefreshWorksheetForm("View", entry.Item);
+    TheWindows().EnableMenu("mnuReportSubmit", false);
+    TheWindows().RefreshWorksheetForm("View", entry.Item);
 }
 
 }  // namespace

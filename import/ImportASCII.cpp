@@ -5,13 +5,16 @@
 #include <filesystem>
 #include <vector>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Machine.h"
+#include "core/Status.h"
+#include "core/Windows.h"
 #include "import/Loaders.h"
 #include "import/Staging.h"
 #include "import/TextFile.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -58,14 +61,14 @@ constexpr std::string_view kIsStructure =
 class ImportView {
 public:
     explicit ImportView(const std::string& path) {
-        TheHost().SetPointer(Pointer::Hourglass);
-        TheHost().EnableMain(false);
-        TheHost().ShowCalcMsg(path + " Import ASCII: ");
+        TheStatus().SetPointer(Pointer::Hourglass);
+        TheWindows().EnableMain(false);
+        TheStatus().ShowCalcMsg(path + " Import ASCII: ");
     }
     ~ImportView() {
-        TheHost().HideCalcMsg();
-        TheHost().SetPointer(Pointer::Normal);
-        TheHost().EnableMain(true);
+        TheStatus().HideCalcMsg();
+        TheStatus().SetPointer(Pointer::Normal);
+        TheWindows().EnableMain(true);
     }
     ImportView(const ImportView&) = delete;
     ImportView& operator=(const ImportView&) = delete;
@@ -115,7 +118,7 @@ bool ReadFile(TextFile& file) {
     bool failed = false;
     for (int count = 1; file.NextLine(line); ++count) {
         failed |= StageLine(staging, ParseImportLine(line));
-        if (count % kLinesPerStep == 0) TheHost().ShowProgress(file.PartRead() / 2);
+        if (count % kLinesPerStep == 0) TheStatus().ShowProgress(file.PartRead() / 2);
     }
     return !failed;
 }
@@ -142,7 +145,7 @@ void LoadStructure() {
 }
 
 void LoadWorkSheet(const std::string& name) {
-    TheHost().ShowCalcMsg(" Import ASCII: Loading Table A");
+    TheStatus().ShowCalcMsg(" Import ASCII: Loading Table A");
     if (const auto* loader = FindLoader(kLoaders, name)) return loader->Run();
     AddErrorRow("Load", "",
                 fmt::format("Table {} is not currently supported for ASCII import", name));
@@ -155,8 +158,8 @@ void LoadWorkSheets() {
     for (const auto& name : names) {
         LoadWorkSheet(name);
         done += 1;
-        TheHost().ShowProgress(0.5 + 0.5 * done / static_cast<double>(names.size()));
-        TheHost().DoEvents();
+        TheStatus().ShowProgress(0.5 + 0.5 * done / static_cast<double>(names.size()));
+        TheStatus().DoEvents();
     }
 }
 
@@ -181,9 +184,10 @@ bool RunImport(const std::string& path, TextFile& file, bool& clean) {
 }
 
 std::string StartOfDialog() {
-    auto start = TheHost().GetSetting(std::string(kProductName), "Startup", "ASCIIFiles", "None");
+    auto start =
+        TheMachine().GetSetting(std::string(kProductName), "Startup", "ASCIIFiles", "None");
     if (start.ends_with('\\') || start.ends_with('/')) start.pop_back();
-    if (start == "None") start = TheHost().ProgramFolder();
+    if (start == "None") start = TheMachine().ProgramFolder();
     return fmt::format("{}{}*.Txt", start,
                        static_cast<char>(std::filesystem::path::preferred_separator));
 }
@@ -196,19 +200,19 @@ bool ImportAsciiFile(const std::string& path) {
     bool ran = false;
     RunBatch(gDB, [&] { ran = RunImport(path, file, clean); });
     if (!ran) return false;
-    TheHost().RefreshOpenForms("");
-    TheHost().ShowErrors("Import Messages");
+    TheWindows().RefreshOpenForms("");
+    TheWindows().ShowErrors("Import Messages");
     return clean;
 }
 
 void ImportASCII() {
-    const auto path = TheHost().ChooseFile({.Save = false,
-                                            .Title = "Import ASCII file",
-                                            .FileName = StartOfDialog(),
-                                            .DefaultExt = ".Txt",
-                                            .Filter = "Cost Report Files (*.Txt)|*.Txt",
-                                            .FilterIndex = 1,
-                                            .Flags = 4100});
+    const auto path = TheDialogs().ChooseFile({.Save = false,
+                                               .Title = "Import ASCII file",
+                                               .FileName = StartOfDialog(),
+                                               .DefaultExt = ".Txt",
+                                               .Filter = "Cost Report Files (*.Txt)|*.Txt",
+                                               .FilterIndex = 1,
+                                               .Flags = 4100});
     if (!path) return;
     RememberFolder("ASCIIFiles", FolderOf(*path));
     ImportAsciiFile(*path);
@@ -216,8 +220,8 @@ void ImportASCII() {
 
 void mnuReportImportASCII() {
     if (!gDebug) {
-        TheHost().EnableMenu("mnuReportSubmit", false);
-        const int answer = TheHost().MsgBox(
+        TheWindows().EnableMenu("mnuReportSubmit", false);
+        const int answer = TheDialogs().MsgBox(
             "Before Importing - Make sure the columns are wide enough so that data values are "
             "separated by at least one blank space. Format the amount column as numeric, in whole "
             "dollars and without commas. If this is not done, a settlement difference can occur "

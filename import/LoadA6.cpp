@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "worksheets/W_A6.h"
@@ -66,7 +66,7 @@ std::string LoadEntry(TargetRow& target, const SourceRow& row) {
 
 void RefreshA6Forms() {
     for (const auto* form : {"frmEditA6", "frmViewA6"})
-        if (TheHost().FormIsOpen(form)) TheHost().SetGrd(form);
+        if (TheWindows().FormIsOpen(form)) TheWindows().SetGrd(form);
 }
 
 }  // namespace
@@ -74,7 +74,7 @@ void RefreshA6Forms() {
 void Load_A6() {
     TargetRow target("A6", "LineNum");
     LoadRows("A6", target, [&](const SourceRow& row) { return LoadEntry(target, row); });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
     RefreshA6Forms();
 }
 

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "worksheets/W_A8.h"
@@ -81,7 +81,7 @@ std::string LoadAdjustment(TargetRow& target, const SourceRow& row) {
 void Load_A8() {
     TargetRow target("A8", "LineNum", "LineNum Not In(12,100)");
     LoadRows("A8", target, [&](const SourceRow& row) { return LoadAdjustment(target, row); });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace zolmara

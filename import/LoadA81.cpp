@@ -1,10 +1,10 @@
 // Loaders of the costs from related organizations.
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -49,7 +49,7 @@ void Load(std::string_view item, std::string_view where,
           std::string (*loadOne)(TargetRow&, const SourceRow&)) {
     TargetRow target(item, "SeqNum", where);
     LoadRows(item, target, [&](const SourceRow& row) { return loadOne(target, row); });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The loader of the cost center structure, which creates the cost centers that it names.
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/AddDeleteCC.h"
@@ -35,7 +35,7 @@ bool Create(TargetRow& target, Currency line) {
         if (error.IsFileError()) throw;
         return false;
     }
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     return target.Refind(line);
 }
 

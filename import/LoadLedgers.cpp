@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "worksheets/W_A.h"
@@ -60,7 +60,7 @@ void LoadLedger(const Ledger& ledger) {
         StoreAmount(target, row);
         return {};
     });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace

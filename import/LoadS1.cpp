@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 
@@ -65,7 +65,7 @@ std::string LoadS1p2(TargetRow& target, const SourceRow& row) {
 void Load(std::string_view item, std::string (*loadOne)(TargetRow&, const SourceRow&)) {
     TargetRow target(item, "LineNum");
     LoadRows(item, target, [&](const SourceRow& row) { return loadOne(target, row); });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/modAddS2.h"
@@ -62,7 +62,7 @@ void Load_S2px(int part) {
         StoreComponent(target, part, row);
         return {};
     });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace zolmara

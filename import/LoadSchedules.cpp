@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
-#include "store/CoreTables.h"
+#include "store/session/CoreTables.h"
 
 namespace zolmara {
 
@@ -61,7 +61,7 @@ void LoadSchedule(const Schedule& schedule, int part) {
         target.Set(FieldOf(schedule, target, row.Col), row.Contents);
         return {};
     });
-    TheHost().RefreshOpenForms("");
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace

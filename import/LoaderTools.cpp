@@ -5,10 +5,10 @@
 #include <algorithm>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "import/ImportASCII.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -93,7 +93,7 @@ void LoadRows(std::string_view sheet, TargetRow& target, const LoadOne& loadOne)
             if (error.IsFileError()) throw;
             Complain(sheet, row, "Conversion error: ");
         }
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
     target.Store();
 }

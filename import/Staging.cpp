@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -44,8 +44,8 @@ bool FirstStands(const ImportLine& line) {
 bool PrepareStaging() {
     if (TryStore([] { gDB.Execute("Delete From ImportASCII;"); })) return true;
     if (TryStore(MakeStagingTable)) return true;
-    TheHost().MsgBox("Unable to build import table.", kCritical,
-                     "Error Creating Table ImportASCII");
+    TheDialogs().MsgBox("Unable to build import table.", kCritical,
+                        "Error Creating Table ImportASCII");
     return false;
 }
 

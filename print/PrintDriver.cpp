@@ -7,11 +7,11 @@
 #include <functional>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Status.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/SendPrtFile.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -72,14 +72,14 @@ bool IsAnyOf(std::string_view item, std::initializer_list<std::string_view> item
 class PrintingState {
 public:
     PrintingState() {
-        TheHost().SetPointer(Pointer::Hourglass);
+        TheStatus().SetPointer(Pointer::Hourglass);
         // A CRF that takes no writes prints as well; its messages are boxes.
         if (!gDB.IsReadOnly()) ClearLog("P");
     }
     ~PrintingState() {
         gLogType.clear();
-        TheHost().SetPointer(Pointer::Normal);
-        TheHost().HideCalcMsg();
+        TheStatus().SetPointer(Pointer::Normal);
+        TheStatus().HideCalcMsg();
     }
     PrintingState(const PrintingState&) = delete;
     PrintingState& operator=(const PrintingState&) = delete;
@@ -102,7 +102,7 @@ void PrintNext(const Recordset& worksheets, FileNumber file,
                std::initializer_list<std::string_view> printedByOthers) {
     const std::string item = Text(worksheets["Item"]);
     const std::string name = Text(worksheets["ItemName"]);
-    TheHost().ShowCalcMsg(" Printing Worksheet: " + name);
+    TheStatus().ShowCalcMsg(" Printing Worksheet: " + name);
     if (!IsAnyOf(item, printedByOthers)) PrintNamed(item, name, file);
 }
 
@@ -123,7 +123,7 @@ void PrintForm(FileNumber file) {
     worksheets.MoveFirst();
     for (; !worksheets.Eof() && FirstLetter(worksheets["Item"]) != "S"; worksheets.MoveNext()) {
         PrintNext(worksheets, file, {"A7p2", "A7p3"});
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
 }
 
@@ -141,7 +141,7 @@ bool Print_Worksheet(std::string_view item, FileNumber file, bool doPrint) {
     if (!report) return false;
     if (doPrint) {
         report->Print(item, file);
-        TheHost().DoEvents();
+        TheStatus().DoEvents();
     }
     return true;
 }
@@ -159,12 +159,12 @@ void Print_All(FileNumber file) {
     const PrintingState state;
     if (file != 0) {
         PrintForm(file);
-        TheHost().ShowCalcMsg(" Printing completed.");
+        TheStatus().ShowCalcMsg(" Printing completed.");
         return;
     }
     OwnPrintFile own(WholePrintFile());
     PrintForm(own.Number());
-    TheHost().ShowCalcMsg(" Print Entire CRF completed.");
+    TheStatus().ShowCalcMsg(" Print Entire CRF completed.");
     own.Close();
     SendPrtFile(WholePrintFile(), gPageOrient);
 }

@@ -6,10 +6,9 @@
 
 #include "core/Clock.h"
 #include "core/Globals.h"
-#include "core/Host.h"
 #include "print/TextFields.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 

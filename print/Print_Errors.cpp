@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Machine.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -22,7 +22,7 @@ std::string FindingLine(std::string_view level, std::string_view code, std::stri
 }
 
 void BeginPage(ReportPage& page) {
-    const DateTime now = TheHost().Now();
+    const DateTime now = TheMachine().Now();
     StartPage(page.File);
     ++page.PageNumber;
     page.Lines = 1;

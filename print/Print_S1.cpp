@@ -6,7 +6,7 @@
 #include "core/Globals.h"
 #include "print/Report.h"
 #include "print/Reports.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Rows.h"
 
 namespace zolmara {

@@ -11,7 +11,7 @@
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 

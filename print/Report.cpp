@@ -7,7 +7,7 @@
 #include "core/Globals.h"
 #include "print/SendPrtFile.h"
 #include "print/TextFields.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Rows.h"
 
 namespace zolmara {

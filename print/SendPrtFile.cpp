@@ -4,11 +4,14 @@
 
 #include <fstream>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
+#include "core/Machine.h"
+#include "core/PrinterPort.h"
+#include "core/Status.h"
 #include "print/PageDevice.h"
 #include "print/PrintPage.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -61,26 +64,27 @@ void PrintFile(PageDevice& printer, std::istream& file) {
 }
 
 void ReportError(const std::string& fileName, const std::string& error) {
-    TheHost().MsgBox(
+    TheDialogs().MsgBox(
         fmt::format("The following error occurred during print of document:\r\n{}\r\n{}", fileName,
                     error),
         kExclamation, "Printing Error");
 }
 
 bool Declined(const std::string& fileName) {
-    return gDebug && TheHost().MsgBox(fmt::format("Print {}?", fileName), kYesNo + kDefaultButton2,
-                                      std::string(kProductName)) != kYes;
+    return gDebug &&
+           TheDialogs().MsgBox(fmt::format("Print {}?", fileName), kYesNo + kDefaultButton2,
+                               std::string(kProductName)) != kYes;
 }
 
 }  // namespace
 
 bool HighQualityPrinting() {
-    return TheHost().GetSetting("Zolmara-10", "Printing", "PrintQuality", "True") == "True";
+    return TheMachine().GetSetting("Zolmara-10", "Printing", "PrintQuality", "True") == "True";
 }
 
 void SetHighQualityPrinting(bool on) {
-    TheHost().SaveSetting(on ? "Zolmara-10" : "Zolmara", "Printing", "PrintQuality",
-                          on ? "True" : "False");
+    TheMachine().SaveSetting(on ? "Zolmara-10" : "Zolmara", "Printing", "PrintQuality",
+                             on ? "True" : "False");
 }
 
 std::string HighQualityCaption() {
@@ -89,7 +93,7 @@ std::string HighQualityCaption() {
 
 std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation) {
     if (Declined(fileName)) return 0;
-    PageDevice* const printer = TheHost().Printer();
+    PageDevice* const printer = ThePrinterPort().Printer();
     if (!printer || printer->Orientation() < 1) return 1;
     if (orientation != kPortrait && orientation != kLandscape) orientation = gPageOrient;
     try {
@@ -97,12 +101,12 @@ std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation) 
         std::ifstream file(fileName, std::ios::binary);
         if (!file.is_open()) return 2;
         SetUp(*printer, fileName, orientation);
-        TheHost().SetPointer(Pointer::Hourglass);
+        TheStatus().SetPointer(Pointer::Hourglass);
         PrintFile(*printer, file);
     } catch (const std::exception& error) {
         ReportError(fileName, error.what());
     }
-    TheHost().SetPointer(Pointer::Normal);
+    TheStatus().SetPointer(Pointer::Normal);
     gPageOrientDone = 0;
     return 0;
 }

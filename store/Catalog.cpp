@@ -44,17 +44,22 @@ std::string DeclaredTypeText(const FieldDef& field) {
 std::string CheckText(const FieldDef& field) {
     const auto name = Quoted(field.Name);
     switch (field.Type) {
-        case FieldType::dbDouble: return fmt::format(" CHECK({} BETWEEN -1e308 AND 1e308)", name);
-        case FieldType::dbCurrency: return fmt::format(" CHECK({} BETWEEN -9e14 AND 9e14)", name);
+        case FieldType::dbDouble:
+            return fmt::format(" CHECK({} BETWEEN -1e308 AND 1e308)", name);
+        case FieldType::dbCurrency:
+            return fmt::format(" CHECK({} BETWEEN -9e14 AND 9e14)", name);
         case FieldType::dbInteger:
             return fmt::format(" CHECK({0} BETWEEN -32768 AND 32767 AND {0}=CAST({0} AS INTEGER))",
                                name);
-        case FieldType::dbText: return fmt::format(" CHECK(length({})<={})", name, field.Size);
+        case FieldType::dbText:
+            return fmt::format(" CHECK(length({})<={})", name, field.Size);
         case FieldType::dbDate:
-            return fmt::format(" CHECK({} GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] "
-                               "[0-9][0-9]:[0-9][0-9]:[0-9][0-9]')",
-                               name);
-        case FieldType::dbMemo: break;
+            return fmt::format(
+                " CHECK({} GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] "
+                "[0-9][0-9]:[0-9][0-9]:[0-9][0-9]')",
+                name);
+        case FieldType::dbMemo:
+            break;
     }
     return "";
 }
@@ -106,14 +111,17 @@ void Catalog::Refresh() {
 
 void Catalog::Forget(const std::string& name, Shape shape) {
     const auto lower = LCase(name);
-    if (const auto version = versions_.find(lower); version != versions_.end())
-        ++*version->second;
+    if (const auto version = versions_.find(lower); version != versions_.end()) ++*version->second;
     tables_.erase(lower);
     if (shape == Shape::Changed || !namesLoaded_) return;
-    if (shape == Shape::New) names_.push_back(name);
-    else std::erase(names_, byLower_[lower]);
-    if (shape == Shape::New) byLower_[lower] = name;
-    else byLower_.erase(lower);
+    if (shape == Shape::New)
+        names_.push_back(name);
+    else
+        std::erase(names_, byLower_[lower]);
+    if (shape == Shape::New)
+        byLower_[lower] = name;
+    else
+        byLower_.erase(lower);
 }
 
 void Catalog::TouchAll() {

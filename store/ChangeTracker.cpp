@@ -12,7 +12,8 @@ class Digest {
 public:
     void Add(sqlite3_value* value) {
         switch (sqlite3_value_type(value)) {
-            case SQLITE_NULL: return AddBytes("n", 1);
+            case SQLITE_NULL:
+                return AddBytes("n", 1);
             case SQLITE_INTEGER:
             case SQLITE_FLOAT: {
                 const double number = sqlite3_value_double(value);

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "store/DatabaseImpl.h"
-#include "store/Salvage.h"
+#include "store/salvage/Salvage.h"
 
 namespace zolmara {
 namespace {
@@ -35,8 +35,8 @@ struct Connection {
 
 void Connect(Connection& connection, const std::string& path, int flags) {
     // One thread uses a connection: its locks would be taken millions of times for nobody.
-    const int code = sqlite3_open_v2(path.c_str(), &connection.Handle,
-                                     flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code =
+        sqlite3_open_v2(path.c_str(), &connection.Handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) ThrowSqlite(connection.Handle, code, path);
     sqlite3_extended_result_codes(connection.Handle, 1);
     sqlite3_busy_timeout(connection.Handle, 1000);

@@ -23,8 +23,8 @@ enum class FieldType {
     dbInteger,   ///< 16 bit whole number
     dbCurrency,  ///< four exact decimals
     dbDouble,
-    dbText,      ///< of a size in characters
-    dbMemo,      ///< text without a size
+    dbText,  ///< of a size in characters
+    dbMemo,  ///< text without a size
     dbDate,
 };
 
@@ -54,9 +54,9 @@ private:
 struct FieldDef {
     std::string Name;
     FieldType Type = FieldType::dbDouble;
-    int Size = 0;                 ///< characters, for dbText
+    int Size = 0;  ///< characters, for dbText
     bool AllowZeroLength = true;
-    bool Required = false;        ///< refuses Null
+    bool Required = false;  ///< refuses Null
 };
 
 /// An index on a table.

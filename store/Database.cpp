@@ -79,8 +79,7 @@ void Database::AppendTable(const TableDef& table) {
 void Database::DeleteTable(std::string_view name) {
     auto& impl = Need(impl_);
     const auto table = NeedTable(impl, name);
-    impl.RunSchemaChange("DROP TABLE " + Quoted(table->Def.Name), table->Def.Name,
-                         Shape::Gone);
+    impl.RunSchemaChange("DROP TABLE " + Quoted(table->Def.Name), table->Def.Name, Shape::Gone);
 }
 
 void Database::AppendField(std::string_view table, const FieldDef& field) {

@@ -48,8 +48,7 @@ Variant AsDate(const Variant& value) {
 void BindAsText(SqliteStatement& statement, int position, const Variant& value, int size) {
     if (value.IsNull()) return statement.Bind(position, value);
     const auto text = Text(value);
-    statement.BindText(position,
-                       size > 0 ? LeftText(text, static_cast<std::size_t>(size)) : text);
+    statement.BindText(position, size > 0 ? LeftText(text, static_cast<std::size_t>(size)) : text);
 }
 
 }  // namespace
@@ -66,12 +65,18 @@ WithoutChecks::~WithoutChecks() {
 void BindParameter(SqliteStatement& statement, int position, const Variant& value, sql::BindAs how,
                    int size) {
     switch (how) {
-        case sql::BindAs::Plain: return statement.Bind(position, AsWritten(value));
-        case sql::BindAs::Currency: return statement.Bind(position, AsCurrency(value));
-        case sql::BindAs::Number: return statement.Bind(position, AsNumber(value));
-        case sql::BindAs::Integer: return statement.Bind(position, AsInteger(value));
-        case sql::BindAs::Text: return BindAsText(statement, position, value, size);
-        case sql::BindAs::Date: return statement.Bind(position, AsDate(value));
+        case sql::BindAs::Plain:
+            return statement.Bind(position, AsWritten(value));
+        case sql::BindAs::Currency:
+            return statement.Bind(position, AsCurrency(value));
+        case sql::BindAs::Number:
+            return statement.Bind(position, AsNumber(value));
+        case sql::BindAs::Integer:
+            return statement.Bind(position, AsInteger(value));
+        case sql::BindAs::Text:
+            return BindAsText(statement, position, value, size);
+        case sql::BindAs::Date:
+            return statement.Bind(position, AsDate(value));
     }
 }
 
@@ -155,8 +160,8 @@ void Database::Impl::BindAll(const Request& request, std::span<const Variant> ar
     for (const auto& parameter : request.Statement->What.Parameters) {
         const auto literal = static_cast<std::size_t>(parameter.Literal);
         const int argument = request.ArgumentOf[literal];
-        const Variant& value = argument < 0 ? request.Values[literal]
-                                            : args[static_cast<std::size_t>(argument)];
+        const Variant& value =
+            argument < 0 ? request.Values[literal] : args[static_cast<std::size_t>(argument)];
         BindParameter(statement, ++position, value, parameter.How, parameter.Size);
     }
 }
@@ -166,13 +171,18 @@ int Database::Impl::Execute(const Request& request, std::span<const Variant> arg
     switch (what.Kind) {
         case sql::Statement::Kind::Select:
             throw StoreError(StoreError::Kind::Other, "a SELECT statement is opened, not executed");
-        case sql::Statement::Kind::SelectInto: SelectInto(request, args); return 0;
-        case sql::Statement::Kind::CreateIndex: CreateIndex(what); return 0;
+        case sql::Statement::Kind::SelectInto:
+            SelectInto(request, args);
+            return 0;
+        case sql::Statement::Kind::CreateIndex:
+            CreateIndex(what);
+            return 0;
         case sql::Statement::Kind::DropTable:
             RunSchemaChange("DROP TABLE " + Quoted(what.Table->Def.Name), what.Table->Def.Name,
                             Shape::Gone);
             return 0;
-        default: break;
+        default:
+            break;
     }
     BindAll(request, args);
     // A statement that meets nothing leaves the last count as it was.
@@ -263,18 +273,20 @@ void Database::Impl::RequireFields(const TableDef& table, const std::vector<std:
     }
     if (!any) return;
     std::vector<std::string> indexes;
-    SqliteStatement select(Handle, "SELECT sql FROM sqlite_schema WHERE type='index' AND "
-                                   "tbl_name=?1 AND sql IS NOT NULL");
+    SqliteStatement select(Handle,
+                           "SELECT sql FROM sqlite_schema WHERE type='index' AND "
+                           "tbl_name=?1 AND sql IS NOT NULL");
     select.BindText(1, table.Name);
     while (select.Step()) indexes.push_back(select.Text(0));
     changed.Name = table.Name + "~";
     SqliteRun(Handle, CreateTableSql(changed), table.Name);
-    SqliteRun(Handle, fmt::format("INSERT INTO {} SELECT * FROM {}", Quoted(changed.Name),
-                                  Quoted(table.Name)),
-              table.Name);
+    SqliteRun(
+        Handle,
+        fmt::format("INSERT INTO {} SELECT * FROM {}", Quoted(changed.Name), Quoted(table.Name)),
+        table.Name);
     SqliteRun(Handle, "DROP TABLE " + Quoted(table.Name), table.Name);
-    SqliteRun(Handle, fmt::format("ALTER TABLE {} RENAME TO {}", Quoted(changed.Name),
-                                  Quoted(table.Name)),
+    SqliteRun(Handle,
+              fmt::format("ALTER TABLE {} RENAME TO {}", Quoted(changed.Name), Quoted(table.Name)),
               table.Name);
     for (const auto& index : indexes) SqliteRun(Handle, index, table.Name);
 }
@@ -282,8 +294,7 @@ void Database::Impl::RequireFields(const TableDef& table, const std::vector<std:
 // --- Batches
 
 void Database::Impl::BeginBatch() {
-    if (ReadOnly)
-        throw StoreError(StoreError::Kind::ReadOnly, Path + ": the file is read-only");
+    if (ReadOnly) throw StoreError(StoreError::Kind::ReadOnly, Path + ": the file is read-only");
     if (BatchDepth++ > 0) return;
     try {
         SqliteRun(Handle, "BEGIN IMMEDIATE", Path);

@@ -14,8 +14,8 @@
 #include "store/Catalog.h"
 #include "store/ChangeTracker.h"
 #include "store/Dao.h"
-#include "store/SqlTranslator.h"
 #include "store/Sqlite.h"
+#include "store/sql/SqlTranslator.h"
 
 namespace zolmara {
 
@@ -97,8 +97,7 @@ private:
     void CreateIndex(const sql::Translation& what);
     void RequireFields(const TableDef& table, const std::vector<std::string>& fields);
     PreparedPtr Prepare(const sql::TokenList& tokens, std::string_view sql, bool snapshot);
-    RequestPtr Remember(std::string_view text, const sql::TokenList& tokens,
-                        PreparedPtr statement);
+    RequestPtr Remember(std::string_view text, const sql::TokenList& tokens, PreparedPtr statement);
 };
 
 /// Spares values that a field already holds, or Nulls, from being checked again while they are

@@ -27,12 +27,18 @@ public:
     Variant Convert(const Variant& value) const {
         if (value.IsNull()) return value;
         switch (field_.Type) {
-            case FieldType::dbDouble: return NumberOf(value);
-            case FieldType::dbCurrency: return CurrencyOf(value);
-            case FieldType::dbInteger: return IntegerOf(value);
-            case FieldType::dbText: return TextOf(value);
-            case FieldType::dbMemo: return Text(value);
-            case FieldType::dbDate: return DateValueOf(value);
+            case FieldType::dbDouble:
+                return NumberOf(value);
+            case FieldType::dbCurrency:
+                return CurrencyOf(value);
+            case FieldType::dbInteger:
+                return IntegerOf(value);
+            case FieldType::dbText:
+                return TextOf(value);
+            case FieldType::dbMemo:
+                return Text(value);
+            case FieldType::dbDate:
+                return DateValueOf(value);
         }
         return value;
     }
@@ -91,11 +97,11 @@ struct Recordset::State {
     RecordsetType Type = dbOpenDynaset;
     PreparedPtr Statement;
 
-    std::vector<std::int64_t> Keys;           ///< of a dynaset
-    std::vector<std::vector<Variant>> Rows;   ///< of a snapshot
+    std::vector<std::int64_t> Keys;          ///< of a dynaset
+    std::vector<std::vector<Variant>> Rows;  ///< of a snapshot
     std::unordered_map<std::int64_t, std::size_t> PositionOf;
     bool PositionsKnown = false;
-    std::ptrdiff_t Position = 0;              ///< -1 ahead of the first row
+    std::ptrdiff_t Position = 0;  ///< -1 ahead of the first row
     bool Found = true;
     std::int64_t Modified = 0;
 
@@ -103,16 +109,14 @@ struct Recordset::State {
     std::vector<Variant> Buffer;
     std::vector<char> Touched;
 
-    std::vector<Variant> Row;                 ///< the current row as it was read
+    std::vector<Variant> Row;  ///< the current row as it was read
     std::int64_t RowKey = -1;
     std::int64_t RowVersion = -1;
 
     const std::vector<sql::OutputColumn>& Columns() const { return Statement->What.Columns; }
     bool IsDynaset() const { return Statement->What.IsDynaset; }
     std::size_t Count() const { return IsDynaset() ? Keys.size() : Rows.size(); }
-    bool OnRow() const {
-        return Position >= 0 && static_cast<std::size_t>(Position) < Count();
-    }
+    bool OnRow() const { return Position >= 0 && static_cast<std::size_t>(Position) < Count(); }
     const std::string& TableName() const { return Statement->What.Table->Def.Name; }
     std::int64_t Key() const { return Keys[static_cast<std::size_t>(Position)]; }
     /// The row was read, and its table not written to since.
@@ -169,8 +173,10 @@ void Recordset::State::ReadRows() {
         for (std::size_t i = 0; i < count; ++i) {
             const auto& column = Columns()[i];
             const int at = static_cast<int>(i);
-            if (column.Typed) select.Read(at, column.Field.Type, row[i]);
-            else row[i] = select.Value(at);
+            if (column.Typed)
+                select.Read(at, column.Field.Type, row[i]);
+            else
+                row[i] = select.Value(at);
         }
     }
     select.Reset();
@@ -196,13 +202,13 @@ void Recordset::State::Fetch() {
     if (!read) {
         std::string list;
         for (const auto& column : Columns())
-            list += (list.empty() ? "" : ",") +
-                    Quoted(Statement->What.Table->Def.Fields[static_cast<std::size_t>(
-                                                                 column.Source)]
-                               .Name);
+            list +=
+                (list.empty() ? "" : ",") +
+                Quoted(Statement->What.Table->Def.Fields[static_cast<std::size_t>(column.Source)]
+                           .Name);
         read = SqliteStatement(
-            Db->Handle,
-            fmt::format("SELECT {} FROM {} WHERE rowid=?1", list, Quoted(TableName())), true);
+            Db->Handle, fmt::format("SELECT {} FROM {} WHERE rowid=?1", list, Quoted(TableName())),
+            true);
     }
     read.BindInteger(1, key);
     if (!read.Step(TableName())) {
@@ -350,8 +356,7 @@ Recordset Database::OpenRecordset(std::string_view source, std::initializer_list
 }
 
 bool Recordset::Eof() const {
-    return state_->Count() == 0 ||
-           state_->Position >= static_cast<std::ptrdiff_t>(state_->Count());
+    return state_->Count() == 0 || state_->Position >= static_cast<std::ptrdiff_t>(state_->Count());
 }
 bool Recordset::Bof() const { return state_->Position < 0; }
 std::size_t Recordset::RecordCount() const { return state_->Count(); }

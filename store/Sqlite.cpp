@@ -7,20 +7,27 @@ namespace {
 
 StoreError::Kind KindOf(int code) {
     switch (code & 0xff) {
-        case SQLITE_CORRUPT: return StoreError::Kind::Damaged;
-        case SQLITE_NOTADB: return StoreError::Kind::NotADatabase;
+        case SQLITE_CORRUPT:
+            return StoreError::Kind::Damaged;
+        case SQLITE_NOTADB:
+            return StoreError::Kind::NotADatabase;
         case SQLITE_CANTOPEN:
         case SQLITE_PERM:
-        case SQLITE_AUTH: return StoreError::Kind::CannotOpen;
-        case SQLITE_READONLY: return StoreError::Kind::ReadOnly;
-        case SQLITE_FULL: return StoreError::Kind::DiskFull;
+        case SQLITE_AUTH:
+            return StoreError::Kind::CannotOpen;
+        case SQLITE_READONLY:
+            return StoreError::Kind::ReadOnly;
+        case SQLITE_FULL:
+            return StoreError::Kind::DiskFull;
         case SQLITE_BUSY:
-        case SQLITE_LOCKED: return StoreError::Kind::Locked;
+        case SQLITE_LOCKED:
+            return StoreError::Kind::Locked;
         case SQLITE_IOERR:
             return code == SQLITE_IOERR_READ || code == SQLITE_IOERR_SHORT_READ
                        ? StoreError::Kind::Damaged
                        : StoreError::Kind::DiskFull;
-        default: return StoreError::Kind::Other;
+        default:
+            return StoreError::Kind::Other;
     }
 }
 
@@ -28,7 +35,8 @@ bool IsFileTrouble(StoreError::Kind kind) { return StoreError(kind, "").IsFileEr
 
 /// A trouble of the file's own is told by the file's name, whatever table was in hand.
 std::string ContextOf(sqlite3* handle, StoreError::Kind kind, const std::string& context) {
-    const char* file = handle && IsFileTrouble(kind) ? sqlite3_db_filename(handle, "main") : nullptr;
+    const char* file =
+        handle && IsFileTrouble(kind) ? sqlite3_db_filename(handle, "main") : nullptr;
     if (!file || !*file || context.find('/') != std::string::npos) return context;
     return file;
 }
@@ -49,9 +57,8 @@ void SqliteRun(sqlite3* handle, const std::string& sql, const std::string& conte
 
 SqliteStatement::SqliteStatement(sqlite3* handle, std::string_view sql, bool keep)
     : handle_(handle) {
-    const int code =
-        sqlite3_prepare_v3(handle, sql.data(), static_cast<int>(sql.size()),
-                           keep ? SQLITE_PREPARE_PERSISTENT : 0, &statement_, nullptr);
+    const int code = sqlite3_prepare_v3(handle, sql.data(), static_cast<int>(sql.size()),
+                                        keep ? SQLITE_PREPARE_PERSISTENT : 0, &statement_, nullptr);
     if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
 }
 
@@ -83,11 +90,16 @@ bool SqliteStatement::Step(const std::string& context) {
 void SqliteStatement::Reset() { sqlite3_reset(statement_); }
 
 void SqliteStatement::Bind(int position, const Variant& value) {
-    if (value.IsNull()) sqlite3_bind_null(statement_, position);
-    else if (value.IsInteger()) BindInteger(position, value.AsInteger());
-    else if (value.IsNumber()) sqlite3_bind_double(statement_, position, value.Number());
-    else if (value.IsDate()) BindText(position, StoreDateText(value.AsDate()));
-    else BindText(position, value.AsText());
+    if (value.IsNull())
+        sqlite3_bind_null(statement_, position);
+    else if (value.IsInteger())
+        BindInteger(position, value.AsInteger());
+    else if (value.IsNumber())
+        sqlite3_bind_double(statement_, position, value.Number());
+    else if (value.IsDate())
+        BindText(position, StoreDateText(value.AsDate()));
+    else
+        BindText(position, value.AsText());
 }
 
 void SqliteStatement::BindText(int position, std::string_view text) {
@@ -111,10 +123,14 @@ std::int64_t SqliteStatement::Integer(int column) const {
 
 Variant SqliteStatement::Value(int column) const {
     switch (sqlite3_column_type(statement_, column)) {
-        case SQLITE_NULL: return {};
-        case SQLITE_INTEGER: return Integer(column);
-        case SQLITE_FLOAT: return sqlite3_column_double(statement_, column);
-        default: return Text(column);
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return Integer(column);
+        case SQLITE_FLOAT:
+            return sqlite3_column_double(statement_, column);
+        default:
+            return Text(column);
     }
 }
 
@@ -139,7 +155,8 @@ Variant SqliteStatement::Value(int column, FieldType type) const {
             if (const auto date = ParseStoreDate(Text(column))) return *date;
             break;
         case FieldType::dbText:
-        case FieldType::dbMemo: return Text(column);
+        case FieldType::dbMemo:
+            return Text(column);
     }
     return Value(column);
 }

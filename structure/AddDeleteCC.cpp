@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "structure/CostCenterColumns.h"
 #include "structure/Renumber.h"
 
@@ -145,7 +145,7 @@ LineResult DeleteCostCenter(Currency line) {
     if (!HasLine("CostCenters", kKey, line)) return LineResult::NoSuchLine;
     if (CloseAllForms(true) != 0) return LineResult::Cancelled;
     if (line.IsWhole() && line < Currency::FromWhole(kFirstAdded)) {
-        TheHost().Beep();
+        TheDialogs().Beep();
         return LineResult::Refused;
     }
     RunBatch(gDB, [&] {
@@ -174,12 +174,12 @@ void CarryCostCenterName(Currency line, std::string_view name) {
 bool CostCentersMayClose() {
     std::string message;
     if (CheckCC4xx(message) != 0) {
-        TheHost().MsgBox(fmt::format("{}\r\n{}", message, kAddOrDelete), kExclamation,
-                         std::string(kProductName));
+        TheDialogs().MsgBox(fmt::format("{}\r\n{}", message, kAddOrDelete), kExclamation,
+                            std::string(kProductName));
         return false;
     }
     if (!AnyNameIsBlank()) return true;
-    TheHost().MsgBox("All Cost Center names must be completed", kExclamation, "Entry Error");
+    TheDialogs().MsgBox("All Cost Center names must be completed", kExclamation, "Entry Error");
     return false;
 }
 

@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <span>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "core/Status.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -230,7 +231,7 @@ void DeleteCCColumn(Currency line) {
 
 void DropTable(std::string_view name) {
     gDB.RefreshTableDefs();
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     try {
         gDB.DeleteTable(name);
     } catch (const StoreError&) {

@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/Session.h"
+#include "core/Status.h"
+#include "core/Windows.h"
+#include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/LineRules.h"
 #include "structure/modAddS2.h"
@@ -15,8 +17,8 @@ namespace {
 
 /// The hourglass for the length of a command.
 struct BusyPointer {
-    BusyPointer() { TheHost().SetPointer(Pointer::Hourglass); }
-    ~BusyPointer() { TheHost().SetPointer(Pointer::Normal); }
+    BusyPointer() { TheStatus().SetPointer(Pointer::Hourglass); }
+    ~BusyPointer() { TheStatus().SetPointer(Pointer::Normal); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
 };
@@ -88,7 +90,7 @@ LineResult DeleteOwnLine(const LineRules& rules, Currency line) {
     if (!HasLine(rules.Item, rules.Key, line)) return LineResult::NoSuchLine;
     const bool ofTheForm = line.IsWhole() && line <= Currency::FromWhole(rules.FormLines);
     if (ofTheForm || !IsShownLine(rules, line)) {
-        TheHost().Beep();
+        TheDialogs().Beep();
         return LineResult::Refused;
     }
     RunBatch(gDB, [&] {
@@ -106,9 +108,9 @@ constexpr std::string_view kNoneSelected =
 
 void Refresh(std::string_view item, const LineRules& rules) {
     if (rules.Keeper == LineKeeper::Components)
-        TheHost().RefreshOpenForms(std::string(item));
+        TheWindows().RefreshOpenForms(std::string(item));
     else
-        TheHost().RefreshWorksheetForm("view", std::string(item));
+        TheWindows().RefreshWorksheetForm("view", std::string(item));
 }
 
 }  // namespace
@@ -152,9 +154,9 @@ LineResult DeleteLine(std::string_view item, Currency line) {
 
 LineResult DeleteSelectedA6(std::span<const Currency> lines) {
     if (lines.empty()) {
-        TheHost().Beep();
-        TheHost().MsgBox(std::string(kNoneSelected), kCritical,
-                         "Error: No line Selected to Delete");
+        TheDialogs().Beep();
+        TheDialogs().MsgBox(std::string(kNoneSelected), kCritical,
+                            "Error: No line Selected to Delete");
         return LineResult::Refused;
     }
     auto result = LineResult::Done;

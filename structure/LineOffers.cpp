@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "structure/EditLines.h"
 #include "structure/LineRules.h"
 
@@ -176,16 +176,16 @@ LineOffer OfferComponent(int part, std::optional<Currency> current) {
 
 std::optional<Currency> ChooseLine(const LineOffer& offer, std::optional<LineStep> wish) {
     if (offer.Refused()) {
-        TheHost().MsgBox(offer.RefusalText, kCritical, offer.RefusalTitle);
+        TheDialogs().MsgBox(offer.RefusalText, kCritical, offer.RefusalTitle);
         return std::nullopt;
     }
     const std::string title(kProductName);
     if (offer.First &&
-        TheHost().MsgBox(offer.FirstQuestion, kYesNo | kDefaultButton2, title) == kYes)
+        TheDialogs().MsgBox(offer.FirstQuestion, kYesNo | kDefaultButton2, title) == kYes)
         return offer.First;
     if (wish) return *wish == LineStep::Whole ? offer.Whole : offer.Subscript;
     if (!offer.Whole || !offer.Subscript) return offer.Whole ? offer.Whole : offer.Subscript;
-    const int answer = TheHost().MsgBox(offer.Question, kYesNoCancel, title);
+    const int answer = TheDialogs().MsgBox(offer.Question, kYesNoCancel, title);
     if (answer == kYes) return offer.Whole;
     return answer == kNo ? offer.Subscript : std::nullopt;
 }

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "core/Host.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "core/Dialogs.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 
@@ -42,10 +42,10 @@ bool DropWorksheetTable(std::string_view item) {
         gDB.DeleteTable(item);
     } catch (const StoreError& error) {
         if (error.kind() == StoreError::Kind::NoSuchItem) return true;
-        TheHost().MsgBox(fmt::format("Error: The following error was returned when trying to "
-                                     "rebuild table {}\r\n\r\n{}",
-                                     item, error.what()),
-                         kCritical, fmt::format("Worksheet {} Error", item));
+        TheDialogs().MsgBox(fmt::format("Error: The following error was returned when trying to "
+                                        "rebuild table {}\r\n\r\n{}",
+                                        item, error.what()),
+                            kCritical, fmt::format("Worksheet {} Error", item));
         return false;
     }
     return true;

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
+#include "store/session/CoreTables.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {

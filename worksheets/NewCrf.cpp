@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "store/CoreTables.h"
+#include "core/Status.h"
+#include "core/Windows.h"
 #include "store/Files.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -20,7 +23,7 @@ constexpr std::string_view kNameTitle = "Error: Invalid Facility Name";
 constexpr std::string_view kDatesTitle = "Error: Invalid Dates";
 
 void Refuse(std::string_view text, std::string_view title) {
-    TheHost().MsgBox(std::string(text), kCritical, std::string(title));
+    TheDialogs().MsgBox(std::string(text), kCritical, std::string(title));
 }
 
 void RefuseProvider(std::string_view rule) {
@@ -35,7 +38,7 @@ bool CheckProvider(NewCrfFields& fields) {
     if (!CheckProviderNumOnExit(fields.ProviderNum)) return false;
     const std::string digits = Replace(fields.ProviderNum, "-", "");
     if (digits.size() != kProviderDigits) {
-        TheHost().Beep();
+        TheDialogs().Beep();
         RefuseProvider("Provider number must be 6 numeric digits.");
         return false;
     }
@@ -57,7 +60,7 @@ std::optional<DateTime> TakeDate(std::string& field, std::string_view which) {
 }
 
 bool ConfirmLongYear() {
-    return TheHost().MsgBox(
+    return TheDialogs().MsgBox(
                "The F/Y Start and F/Y End dates entered span more than one fiscal year.  Click on "
                "the 'Yes' button to verify that this is what you intended.  Or, click on the 'No' "
                "button to return to the form to alter one or both of the dates.",
@@ -163,7 +166,7 @@ void TakeIdentity(const NewCrfFields& fields) {
 bool CreateFile() {
     gDB.Close();
     DeleteFile(gCRFPath);
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     try {
         gDB = DBEngine::CreateDatabase(gCRFPath, ";LANGID=0x0409;CP=1252;COUNTRY=0");
         return true;
@@ -175,12 +178,12 @@ bool CreateFile() {
 
 void MakeTables(const NewCrfFields& fields) {
     Build_Worksheets();
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     Build_Log();
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     gLogType = "I";
     ClearLog("");
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     TakeIdentity(fields);
     Build_Master();
     Build_HeaderLines();
@@ -199,10 +202,10 @@ void AbandonFile(bool created) {
 }
 
 void ShowNewCrf() {
-    TheHost().EnableMenu("mnuReportSubmit", false);
-    TheHost().ShowCrf(gCRFPath);
-    TheHost().StartHelpText();
-    TheHost().SetPointer(Pointer::Normal);
+    TheWindows().EnableMenu("mnuReportSubmit", false);
+    TheWindows().ShowCrf(gCRFPath);
+    TheWindows().StartHelpText();
+    TheStatus().SetPointer(Pointer::Normal);
 }
 
 }  // namespace
@@ -210,9 +213,9 @@ void ShowNewCrf() {
 bool CreateCrf(const std::string& path, const NewCrfFields& fields) {
     DropCrf();
     SetCrfPath(path);
-    TheHost().SetPointer(Pointer::Hourglass);
-    TheHost().DoEvents();
-    TheHost().SetCaption(NewCaption());
+    TheStatus().SetPointer(Pointer::Hourglass);
+    TheStatus().DoEvents();
+    TheWindows().SetCaption(NewCaption());
     bool created = false;
     try {
         created = CreateFile();
@@ -240,7 +243,7 @@ bool New_CRF(const NewCrfFields& fields) {
     dialog.Title = "Name New Cost Report File (CRF)";
     dialog.Filter = "Cost Report Files (*.CRF)|*.CRF";
     dialog.Flags = 2050;
-    const std::optional<std::string> chosen = TheHost().ChooseFile(dialog);
+    const std::optional<std::string> chosen = TheDialogs().ChooseFile(dialog);
     if (!chosen || chosen->empty()) return false;
     return CreateCrf(*chosen, fields);
 }

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Rows.h"
 
 namespace zolmara {

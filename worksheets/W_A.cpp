@@ -4,10 +4,10 @@
 
 #include <map>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
 
@@ -68,7 +68,7 @@ void Post(Postings& postings, const Source& source) {
         const Variant& line = entries[source.LineField];
         const double amount = NumOr(entries[source.AmountField]);
         if (postings.Add(line, source.Column, source.Sign * amount)) continue;
-        TheHost().MsgBox(
+        TheDialogs().MsgBox(
             fmt::format("No A record found matching the {} record for Cost Center {}{}",
                         source.Item, Text(line), source.MessageEnd),
             kExclamation, std::string(kProductName));

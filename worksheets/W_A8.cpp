@@ -1,7 +1,7 @@
 #include "worksheets/W_A8.h"
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/Residual.h"

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
 #include "worksheets/W_Ex.h"

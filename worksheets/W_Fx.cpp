@@ -6,8 +6,8 @@
 #include <array>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
 

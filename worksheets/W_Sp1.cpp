@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "worksheets/Build.h"
 
 namespace zolmara {

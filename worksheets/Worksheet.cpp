@@ -4,9 +4,9 @@
 #include <array>
 
 #include "core/Globals.h"
-#include "core/Host.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "core/Status.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "worksheets/W_A.h"
 #include "worksheets/W_A6.h"
 #include "worksheets/W_A7.h"
@@ -183,7 +183,7 @@ bool BuildWorksheet(std::string_view item) {
         DropTable(item);
         if (sheet != nullptr) sheet->Build(sheet->Item);
     });
-    TheHost().DoEvents();
+    TheStatus().DoEvents();
     return sheet != nullptr;
 }
 

@@ -1,4 +1,5 @@
 #include "cli/CliRunner.h"
+#include "core/Dialogs.h"
 
 namespace zolmara::test {
 

@@ -12,6 +12,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/Paths.h"
+
 namespace zolmara::test {
 
 namespace {
@@ -44,7 +46,7 @@ struct Pipe {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    execv(setting.Program.empty() ? ZOLMARA_CLI : setting.Program.c_str(), arguments.data());
+    execv(setting.Program.empty() ? kCli : setting.Program.c_str(), arguments.data());
     _exit(127);
 }
 
@@ -106,7 +108,7 @@ std::string CliTest::NewCrf(std::string_view name) {
 
 std::string CliTest::SampleCrf() {
     const std::string path = File("Northfield.CRF");
-    const std::string samples = ZOLMARA_SAMPLES;
+    const std::string samples = kSamples;
     std::vector<std::string> words{"--quiet", "new", path};
     std::ifstream identity(samples + "/northfield.new");
     for (std::string line; std::getline(identity, line);)

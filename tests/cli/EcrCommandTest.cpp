@@ -2,6 +2,7 @@
 
 #include "cli/CliRunner.h"
 #include "ecr/EcrSupport.h"
+#include "support/Paths.h"
 
 namespace zolmara::test {
 
@@ -107,8 +108,8 @@ TEST_F(EcrCommand, TheLibraryBesideTheProgramSeals) {
     const std::string crf = SampleCrf();
     CliSetting setting;
     setting.Program = File("zolmara-cli");
-    fs::copy_file(ZOLMARA_CLI, setting.Program);
-    fs::copy_file(ZOLMARA_HCFAFP, File("libhcfafp.so"));
+    fs::copy_file(kCli, setting.Program);
+    fs::copy_file(kHcfafp, File("libhcfafp.so"));
     const CliResult result = Run({"--quiet", "ecr", crf, "--manual", "--format", "json"}, setting);
     EXPECT_EQ(result.Status, 0) << result.Err;
     EXPECT_EQ(result.Json().at("Seal"),
@@ -121,7 +122,7 @@ TEST_F(EcrCommand, ALibraryThatIsNoneStopsIt) {
     const std::string crf = SampleCrf();
     CliSetting setting;
     setting.Program = File("zolmara-cli");
-    fs::copy_file(ZOLMARA_CLI, setting.Program);
+    fs::copy_file(kCli, setting.Program);
     TextFile("libhcfafp.so", "no library");
     const CliResult result = Run({"--quiet", "ecr", crf, "--manual"}, setting);
     EXPECT_EQ(result.Status, 2);

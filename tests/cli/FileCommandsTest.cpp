@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "cli/CliRunner.h"
+#include "support/Paths.h"
 
 namespace zolmara::test {
 
@@ -161,7 +162,7 @@ TEST_F(FileCommands, AnImportOnAFullDiskLeavesTheFileAsItWas) {
     CliSetting full;
     full.FileLimit = static_cast<long>(fs::file_size(crf));
     const CliResult result =
-        Run({"--quiet", "import", crf, std::string(ZOLMARA_SAMPLES) + "/northfield.txt"}, full);
+        Run({"--quiet", "import", crf, std::string(kSamples) + "/northfield.txt"}, full);
     EXPECT_EQ(result.Status, 4) << result.Err;
     EXPECT_EQ(Run({"cc", "list", crf, "--format", "json"}).Json().size(), 26U);
     EXPECT_EQ(Do({"get", crf, "A", "8", "1"}), "\n");
@@ -174,7 +175,7 @@ TEST_F(FileCommands, AKilledImportLeavesAllOrNothing) {
         std::ofstream(crf, std::ios::binary) << whole;
         CliSetting killed;
         killed.KillAfterMicros = micros;
-        Run({"--quiet", "import", crf, std::string(ZOLMARA_SAMPLES) + "/northfield.txt"}, killed);
+        Run({"--quiet", "import", crf, std::string(kSamples) + "/northfield.txt"}, killed);
         const auto costCenters = Run({"cc", "list", crf, "--format", "json"}).Json().size();
         const std::string amount = Do({"get", crf, "A", "8", "1"});
         EXPECT_EQ(costCenters, amount == "\n" ? 26U : 34U) << micros;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/Dialogs.h"
 #include "core/Host.h"
 #include "support/ScriptedHost.h"
 

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "ecr/Build_ECR.h"
 #include "ecr/EcrSupport.h"
 #include "ecr/FileTime.h"

@@ -1,3 +1,4 @@
+#include "core/Dialogs.h"
 #include "ecr/EcrSupport.h"
 #include "ecr/FileNames.h"
 

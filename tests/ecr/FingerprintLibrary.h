@@ -7,13 +7,14 @@
 #include <string>
 
 #include "ecr/EcrSupport.h"
+#include "support/Paths.h"
 
 namespace zolmara::test {
 
 class FingerprintLibraryHere {
 public:
     explicit FingerprintLibraryHere(const TempFolder& folder) : calls_(folder.File("calls.txt")) {
-        std::filesystem::copy_file(ZOLMARA_HCFAFP, folder.File("libhcfafp.so"));
+        std::filesystem::copy_file(kHcfafp, folder.File("libhcfafp.so"));
         setenv("HCFAFP_CALLS", calls_.c_str(), 1);
         SetMode("");
     }

@@ -2,10 +2,12 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/Dialogs.h"
 #include "ecr/EcrSupport.h"
 #include "ecr/Fingerprint.h"
 #include "ecr/FingerprintLibrary.h"
 #include "ecr/LocalSeal.h"
+#include "support/Paths.h"
 
 namespace zolmara::test {
 namespace {
@@ -153,7 +155,7 @@ TEST_F(Fingerprint, ALibraryThatCannotBeLoadedIsAnError) {
 
 TEST_F(Fingerprint, ALibraryWithoutItsFunctionIsAnError) {
     host.Folder = folder.Path();
-    fs::copy_file(ZOLMARA_EMPTY_LIBRARY, folder.File("libhcfafp.so"));
+    fs::copy_file(kEmptyLibrary, folder.File("libhcfafp.so"));
     const std::string error = Failure([] { Sealer(); });
     EXPECT_NE(error.find("HcfaFp"), std::string::npos) << error;
 }

@@ -11,6 +11,7 @@
 #include "editchecks/CheckedCrf.h"
 #include "editchecks/modEditChecks.h"
 #include "import/ImportASCII.h"
+#include "support/Paths.h"
 
 namespace zolmara {
 namespace {
@@ -35,7 +36,7 @@ const std::set<std::string> kCatalogue{
     // worksheets G
     "2000G", "2010G", "2020G"};
 
-std::string Sample(const std::string& name) { return std::string(ZOLMARA_SAMPLES) + "/" + name; }
+std::string Sample(const std::string& name) { return std::string(test::kSamples) + "/" + name; }
 
 std::set<std::string> CodesFound() {
     std::set<std::string> codes;

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "import/ImportTools.h"
 
 namespace zolmara::test {

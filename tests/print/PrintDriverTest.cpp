@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "core/Status.h"
 #include "print/PrintDriver.h"
 #include "print/PrintPage.h"
 #include "print/PrintSupport.h"

@@ -8,6 +8,7 @@
 
 #include "calc/Calc_All.h"
 #include "store/Files.h"
+#include "support/Paths.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara::test {
@@ -94,7 +95,7 @@ std::vector<std::string> PageOf(const std::vector<std::string>& lines, int page)
 void ExpectGolden(std::string_view name, const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + "\n";
-    const std::string path = fmt::format("{}/{}.txt", ZOLMARA_GOLDEN, name);
+    const std::string path = fmt::format("{}/{}.txt", kGolden, name);
     if (std::getenv("ZOLMARA_WRITE_GOLDEN")) WriteWholeFile(path, text);
     EXPECT_EQ(text, FileBytes(path)) << path;
 }

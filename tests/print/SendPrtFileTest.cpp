@@ -1,3 +1,5 @@
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "print/PrintPage.h"
 #include "print/PrintSupport.h"
 #include "print/SendPrtFile.h"

@@ -1,8 +1,7 @@
 // Batches and what they leave on the disk.
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -186,8 +185,7 @@ TEST_F(Batch, KilledAtAnyMomentItIsWholeOrNotThere) {
         const pid_t child = fork();
         if (child == 0) {
             auto db = DBEngine::OpenDatabase(path_);
-            for (;;)
-                RunBatch(db, [&] { db.Execute("UPDATE A SET Col_1=Col_1+1;"); });
+            for (;;) RunBatch(db, [&] { db.Execute("UPDATE A SET Col_1=Col_1+1;"); });
         }
         usleep(std::uniform_int_distribution<useconds_t>(500, 6000)(random));
         kill(child, SIGKILL);
@@ -222,8 +220,7 @@ TEST_F(Batch, AReadOnlyFileIsReadAndRefusesWrites) {
     EXPECT_EQ(kindOf([&] { db_.Execute("UPDATE A SET Col_1=0;"); }), StoreError::Kind::ReadOnly);
     EXPECT_EQ(kindOf([&] { RunBatch(db_, [] {}); }), StoreError::Kind::ReadOnly);
     EXPECT_EQ(kindOf([&] { DBEngine::RepairDatabase(path_); }), StoreError::Kind::ReadOnly);
-    EXPECT_EQ(kindOf([&] { DBEngine::CompactDatabase(path_, path_); }),
-              StoreError::Kind::ReadOnly);
+    EXPECT_EQ(kindOf([&] { DBEngine::CompactDatabase(path_, path_); }), StoreError::Kind::ReadOnly);
 }
 
 TEST_F(Batch, FilesThatAreNoCostReportFileAreNamed) {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "store/CoreTables.h"
+#include "store/session/CoreTables.h"
 #include "support/TestCrf.h"
 
 namespace zolmara {

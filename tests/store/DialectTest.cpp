@@ -1,7 +1,6 @@
 // Statements of the dialect against a file, through Execute and OpenRecordset.
 
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <filesystem>
@@ -111,8 +110,10 @@ TEST_F(Dialect, ListsAndRangesCompareEachFieldInItsOwnWay) {
 
 TEST_F(Dialect, AChoiceBetweenALineAndAnAmountKeepsTheAmountsDecimals) {
     FillA();
-    EXPECT_EQ(Number("SELECT IIf(LineNum=4,Col_1/3,LineNum) AS V FROM A WHERE LineNum=4"), 40.0 / 3);
-    EXPECT_EQ(Number("SELECT IIf(LineNum=1,LineNum,Col_1/3) AS V FROM A WHERE LineNum=4"), 40.0 / 3);
+    EXPECT_EQ(Number("SELECT IIf(LineNum=4,Col_1/3,LineNum) AS V FROM A WHERE LineNum=4"),
+              40.0 / 3);
+    EXPECT_EQ(Number("SELECT IIf(LineNum=1,LineNum,Col_1/3) AS V FROM A WHERE LineNum=4"),
+              40.0 / 3);
 }
 
 TEST_F(Dialect, AnUpdateOverAJoinTakesTheOtherTablesField) {
@@ -188,8 +189,9 @@ TEST_F(Dialect, ATextLongerThanItsFieldIsCutByAStatement) {
     db_.Execute("INSERT INTO A6 (LineNum,Col_1) VALUES (1,'abc\u00e9\u00e9fgh');");
     EXPECT_EQ(db_.Scalar("SELECT Col_1 FROM A6"), Variant("abc\u00e9\u00e9"));
     FillA();
-    db_.Execute("INSERT INTO A6 (LineNum,Col_1) SELECT LineNum, CCName & 'xyz' FROM A WHERE "
-                "LineNum=8;");
+    db_.Execute(
+        "INSERT INTO A6 (LineNum,Col_1) SELECT LineNum, CCName & 'xyz' FROM A WHERE "
+        "LineNum=8;");
     EXPECT_EQ(db_.Scalar("SELECT Col_1 FROM A6 WHERE LineNum=8"), Variant("eight"));
 }
 
@@ -280,9 +282,9 @@ TEST_F(Dialect, DisallowNullHoldsFromTheIndexOn) {
 
 TEST_F(Dialect, SyntaxErrorsNameTheStatement) {
     for (const std::string bad :
-         {"", "SELEC * FROM A", "SELECT * FROM", "UPDATE A SET", "DELETE A",
-          "SELECT 'open FROM A", "SELECT [x FROM A", "INSERT INTO A VALUES (1)",
-          "SELECT * FROM A WHERE ((((", "SELECT * FROM A ORDER", "x", "SELECT #2022 FROM A"}) {
+         {"", "SELEC * FROM A", "SELECT * FROM", "UPDATE A SET", "DELETE A", "SELECT 'open FROM A",
+          "SELECT [x FROM A", "INSERT INTO A VALUES (1)", "SELECT * FROM A WHERE ((((",
+          "SELECT * FROM A ORDER", "x", "SELECT #2022 FROM A"}) {
         try {
             db_.Execute(bad);
             ADD_FAILURE() << bad;
@@ -290,8 +292,7 @@ TEST_F(Dialect, SyntaxErrorsNameTheStatement) {
             EXPECT_EQ(error.kind(), StoreError::Kind::Other) << bad;
         }
     }
-    EXPECT_THROW(db_.Execute("SELECT * INTO T FROM A WHERE " + std::string(5000, '(')),
-                 StoreError);
+    EXPECT_THROW(db_.Execute("SELECT * INTO T FROM A WHERE " + std::string(5000, '(')), StoreError);
 }
 
 TEST_F(Dialect, TablesAndFieldsThatAreNotThereAreNamed) {

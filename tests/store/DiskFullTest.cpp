@@ -11,7 +11,7 @@
 #include "import/ImportASCII.h"
 #include "store/Files.h"
 #include "store/FilledCrf.h"
-#include "store/Settings.h"
+#include "store/session/Settings.h"
 #include "structure/AddDeleteCC.h"
 #include "support/TestCrf.h"
 

@@ -56,8 +56,10 @@ TEST_F(Repair, EveryOverwrittenPageGivesAWholeFileAndAReportOfWhatIsGone) {
         auto db = DBEngine::OpenDatabase(path_);
         double lost = 0;
         for (const auto& table : tables)
-            if (db.HasTable(table)) lost += before[table] - CountOf(db, table);
-            else lost += before[table] + 1;
+            if (db.HasTable(table))
+                lost += before[table] - CountOf(db, table);
+            else
+                lost += before[table] + 1;
         EXPECT_TRUE(lost == 0 || !report.Losses.empty()) << page << ": " << lost << " rows";
     }
 }

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "store/Dao.h"
-#include "store/Salvage.h"
+#include "store/salvage/Salvage.h"
 
 namespace zolmara::salvagetest {
 

@@ -1,5 +1,5 @@
 #include "SalvageSupport.h"
-#include "store/Salvage.h"
+#include "store/salvage/Salvage.h"
 
 namespace zolmara {
 namespace {

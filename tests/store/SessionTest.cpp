@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "store/Files.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 #include "support/TestCrf.h"
 
 namespace zolmara {

@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "store/Files.h"
-#include "store/Settings.h"
+#include "store/session/Settings.h"
 #include "support/TestCrf.h"
 
 namespace zolmara {

@@ -1,3 +1,5 @@
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "structure/CostCenterColumns.h"
 #include "structure/CostCenterTools.h"
 #include "structure/EditLines.h"

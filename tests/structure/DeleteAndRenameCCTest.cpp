@@ -1,3 +1,4 @@
+#include "core/Dialogs.h"
 #include "structure/CostCenterColumns.h"
 #include "structure/CostCenterTools.h"
 #include "structure/EditLines.h"

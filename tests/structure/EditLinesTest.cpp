@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "core/Dialogs.h"
 #include "structure/EditLines.h"
 #include "structure/Shape.h"
 #include "support/TestCrf.h"

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/Dialogs.h"
 #include "structure/EditLines.h"
 #include "structure/Shape.h"
 #include "structure/modAddS2.h"

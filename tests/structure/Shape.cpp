@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "core/Globals.h"
-#include "store/Session.h"
+#include "store/session/Session.h"
 
 namespace zolmara::test {
 

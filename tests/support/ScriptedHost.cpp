@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <ostream>
 
+#include "core/Dialogs.h"
+#include "core/Host.h"
+#include "core/Status.h"
+
 namespace zolmara::test {
 namespace {
 

@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "core/Dialogs.h"
 #include "core/Host.h"
+#include "core/Status.h"
 
 namespace zolmara::test {
 

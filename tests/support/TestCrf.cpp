@@ -86,9 +86,9 @@ Variant Cell(std::string_view table, double line, std::string_view field) {
 }
 
 void SetCell(std::string_view table, double line, std::string_view field, const Variant& value) {
-    Recordset row = gDB.OpenRecordset(
-        fmt::format("SELECT * FROM {} WHERE {} = ?;", table, KeyOf(table)),
-        {Variant(Currency(line))});
+    Recordset row =
+        gDB.OpenRecordset(fmt::format("SELECT * FROM {} WHERE {} = ?;", table, KeyOf(table)),
+                          {Variant(Currency(line))});
     if (row.Empty()) {
         ADD_FAILURE() << "Table " << table << " has no line " << line;
         return;

@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "store/Session.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
 #include "support/ScriptedHost.h"
 #include "worksheets/NewCrf.h"
 

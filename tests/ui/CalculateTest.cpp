@@ -11,10 +11,11 @@
 #include <set>
 
 #include "UiTest.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "store/CoreTables.h"
-#include "ui/FindingTarget.h"
-#include "ui/OpenWorksheet.h"
+#include "store/session/CoreTables.h"
+#include "ui/worksheets/FindingTarget.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {

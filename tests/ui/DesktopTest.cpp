@@ -10,7 +10,9 @@
 #include <cstdlib>
 
 #include "UiTest.h"
-#include "ui/SingleCopy.h"
+#include "core/Dialogs.h"
+#include "support/Paths.h"
+#include "ui/main/SingleCopy.h"
 
 namespace zolmara::ui {
 namespace {
@@ -108,7 +110,7 @@ protected:
     }
     void Run(QProcess& process) {
         process.setProcessEnvironment(environment_);
-        process.start(ZOLMARA_GUI, {});
+        process.start(test::kGui, {});
     }
     test::TempFolder folder;
     QProcessEnvironment environment_;

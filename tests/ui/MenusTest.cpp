@@ -5,9 +5,10 @@
 #include <set>
 
 #include "UiTest.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "ui/MenuTable.h"
-#include "ui/OpenWorksheet.h"
+#include "ui/main/MenuTable.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {

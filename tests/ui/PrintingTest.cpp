@@ -6,10 +6,11 @@
 #include <iterator>
 
 #include "UiTest.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "print/PrintDriver.h"
-#include "ui/FileDialogs.h"
-#include "ui/PaintJobs.h"
+#include "ui/dialogs/FileDialogs.h"
+#include "ui/printing/PaintJobs.h"
 
 namespace zolmara::ui {
 namespace {

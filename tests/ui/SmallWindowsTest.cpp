@@ -3,8 +3,10 @@
 #include <QTableWidget>
 
 #include "UiTest.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "ecr/Fingerprint.h"
+#include "support/Paths.h"
 
 namespace zolmara::ui {
 namespace {
@@ -90,7 +92,7 @@ TEST_F(SmallWindows, ImportAsksFirstAndNoIsItsDefault) {
 TEST_F(SmallWindows, ImportShowsItsMessages) {
     Open(MakeCrf("One.CRF"));
     Answers = {kYes};
-    Files.emplace_back(std::string(ZOLMARA_SAMPLES) + "/northfield.txt");
+    Files.emplace_back(std::string(test::kSamples) + "/northfield.txt");
     Trigger("mnuReportImportASCII");
     EXPECT_EQ(Dialogs.back().Title, "Import ASCII file");
     EXPECT_EQ(Form("frmViewError")->windowTitle(), "Import Messages");

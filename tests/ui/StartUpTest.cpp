@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "UiTest.h"
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 
 namespace zolmara::ui {

@@ -7,7 +7,7 @@
 
 #include "UiTest.h"
 #include "core/Globals.h"
-#include "ui/frmCopy2Floppy.h"
+#include "ui/dialogs/frmCopy2Floppy.h"
 
 namespace zolmara::ui {
 namespace {

@@ -8,8 +8,10 @@
 #include <QTimer>
 #include <cstdlib>
 
+#include "core/Dialogs.h"
 #include "import/ImportASCII.h"
-#include "ui/OpenWorksheet.h"
+#include "support/Paths.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 
@@ -96,7 +98,7 @@ std::string UiTest::MakeCrf(const std::string& name, const std::string& field,
 std::string UiTest::MakeSample(const std::string& name) {
     const std::string path = folder.File(name);
     CreateCrf(path, {"287", "14-9012", "1/1/2023", "12/31/2023", "Northfield Health System"});
-    ImportAsciiFile(std::string(ZOLMARA_SAMPLES) + "/northfield.txt");
+    ImportAsciiFile(std::string(test::kSamples) + "/northfield.txt");
     UnloadFormsLike("frmView");
     DropCrf();
     return path;

@@ -12,14 +12,15 @@
 #include <string>
 #include <vector>
 
+#include "core/Dialogs.h"
 #include "support/ScriptedHost.h"
 #include "support/TestCrf.h"
-#include "ui/Desktop.h"
-#include "ui/OpenForms.h"
-#include "ui/QtHost.h"
-#include "ui/QtPageDevice.h"
-#include "ui/QtText.h"
-#include "ui/frmMain.h"
+#include "ui/main/Desktop.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/main/frmMain.h"
+#include "ui/printing/QtPageDevice.h"
 
 namespace zolmara::ui {
 

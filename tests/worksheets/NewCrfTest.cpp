@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/Dialogs.h"
+#include "core/Status.h"
 #include "store/Files.h"
 #include "support/TestCrf.h"
 #include "worksheets/NewCrf.h"

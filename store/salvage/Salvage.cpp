@@ -1,0 +1,322 @@
+#include "store/salvage/Salvage.h"
+
+// Method: the library that writes a CRF walks no tree in which a single page is broken, but the
+// pages themselves are simple, and most rows of a damaged file stand where they always stood. So
+// the file is read here as what it is, a row of pages of equal size.
+//
+// A table is a tree of pages: interior pages lead, by ascending rowid, to leaf pages, which hold
+// the rows. Each interior cell tells the highest rowid below it, so when a leaf cannot be read the
+// rowids that are lost are known, and when a page stands in a place where its rowids do not belong
+// it is a stray copy and is not believed. A leaf that is partly broken gives the rows that still
+// fill their records to the byte and fit the table's field types.
+//
+// The tables' definitions are rows of one more such tree, rooted in page 1. Its pages tell
+// themselves by what they hold, so they are found without the root too.
+//
+// When an interior page is lost, the leaves below it are loose. A loose leaf is given to a table
+// only when exactly one table has a gap that its rows fit in number, rowids and types, and when
+// that table's index does not speak against it. Otherwise the rows are reported and left out: a
+// missing figure can be keyed again, a figure in the wrong table would go unseen.
+//
+// The indexes are built anew. What is left of the old ones serves as a witness: an index repeats
+// the line number of each row, so it can tell which lines are missing.
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <set>
+
+#include "store/Dao.h"
+#include "store/salvage/PageReader.h"
+#include "store/salvage/SalvageLoose.h"
+#include "store/salvage/SalvageReport.h"
+#include "store/salvage/SalvageTarget.h"
+#include "store/salvage/SalvageTree.h"
+#include "store/salvage/SalvageTwins.h"
+
+namespace zolmara {
+namespace salvage {
+namespace {
+
+constexpr std::size_t kMostColumns = 2000;  // of any table
+
+// A row of the file's list of tables and indexes.
+struct Definition {
+    bool IsTable = false;
+    std::string Name;
+    std::string Table;
+    PageNo Root = 0;
+    std::string Sql;  // empty for an index that belongs to its table's definition
+};
+
+struct Repair {
+    PageFile File;
+    PageSet Claimed;
+    TableRows Schema;
+    std::vector<Definition> Definitions;
+    std::vector<TableRows> Tables;
+    std::vector<TableRows> Lost;  // tables whose statement cannot be read
+    std::vector<Leftover> Leftovers;
+    SalvageResult Result;
+};
+
+void Lose(Repair& repair, std::string sentence) {
+    if (!sentence.empty()) repair.Result.Losses.push_back(std::move(sentence));
+}
+
+TableShape SchemaShape() {
+    TableShape shape;
+    shape.Root = 1;
+    shape.IsSchema = true;
+    shape.Columns.resize(5);
+    return shape;
+}
+
+// Kind, name, table and root stand at the record's beginning; the statement, which is long, can
+// be lost without them.
+std::optional<Definition> DefinitionOf(const Record& record) {
+    if (record.size() < 4 || record[3].Integer <= 0) return std::nullopt;
+    const bool isTable = record[0].Bytes == "table";
+    if (!isTable && record[0].Bytes != "index") return std::nullopt;
+    const std::int64_t root = record[3].Integer;
+    return Definition{isTable, record[1].Bytes, record[2].Bytes,
+                      root <= std::numeric_limits<PageNo>::max() ? static_cast<PageNo>(root) : 0,
+                      record.size() > 4 ? record[4].Bytes : ""};
+}
+
+bool IsInternal(const std::string& name) { return name.starts_with("sqlite_"); }
+
+// Entries whose statement is lost, but not their names.
+void AddHeads(const PageFile& file, const PageSet& claimed, TableRows& schema) {
+    for (PageNo number = 1; number <= file.Count; ++number) {
+        if (!claimed[number]) continue;
+        const TreePage page = ParseTablePage(file, number);
+        if (page.Kind != PageKind::TableLeaf) continue;
+        for (const auto& cell : page.Cells) {
+            if (!cell || ReadRecord(file, number, *cell)) continue;
+            if (!DefinitionOf(ReadRecordHead(file, number, *cell))) continue;
+            schema.Rows.push_back({cell->Key, number, *cell, 0, true, false});
+        }
+    }
+    std::stable_sort(schema.Rows.begin(), schema.Rows.end(),
+                     [](const RowPlace& a, const RowPlace& b) { return a.RowId < b.RowId; });
+}
+
+void ReadDefinitions(Repair& repair) {
+    std::vector<TableRows> schema(1);
+    schema[0].Shape = SchemaShape();
+    WalkTable(repair.File, schema[0], repair.Claimed);
+    TakeLoosePages(repair.File, schema, repair.Claimed, false);
+    AddHeads(repair.File, repair.Claimed, schema[0]);
+    repair.Schema = std::move(schema[0]);
+    std::set<std::string> names;
+    for (const auto& row : repair.Schema.Rows) {
+        const auto whole = ReadRecord(repair.File, row.Page, row.Place);
+        auto definition =
+            DefinitionOf(whole ? *whole : ReadRecordHead(repair.File, row.Page, row.Place));
+        if (!definition || !names.insert(definition->Name).second) continue;
+        repair.Definitions.push_back(std::move(*definition));
+    }
+}
+
+std::vector<std::string> TableNames(const Repair& repair) {
+    std::vector<std::string> names;
+    for (const auto& definition : repair.Definitions) {
+        if (definition.IsTable && !IsInternal(definition.Name)) names.push_back(definition.Name);
+    }
+    return names;
+}
+
+// A table that has pages in the file but no place in the new one. Its rows are walked so that
+// nobody else takes them.
+TableRows TableWithoutShape(const Definition& definition) {
+    TableRows table;
+    table.Shape.Name = definition.Name;
+    table.Shape.Root = definition.Root;
+    table.Shape.Columns.resize(kMostColumns);
+    return table;
+}
+
+void CreateTables(Repair& repair, Target& target) {
+    for (const auto& definition : repair.Definitions) {
+        if (!definition.IsTable) continue;
+        std::optional<TableShape> shape;
+        if (!IsInternal(definition.Name) && target.Create(definition.Sql)) {
+            shape = target.Describe(definition.Name);
+        }
+        if (shape) {
+            shape->Root = definition.Root;
+            repair.Tables.emplace_back().Shape = std::move(*shape);
+        } else {
+            repair.Lost.push_back(TableWithoutShape(definition));
+        }
+    }
+}
+
+TableRows* FindTable(Repair& repair, const std::string& name) {
+    const auto found = std::find_if(repair.Tables.begin(), repair.Tables.end(),
+                                    [&](const TableRows& t) { return t.Shape.Name == name; });
+    return found == repair.Tables.end() ? nullptr : &*found;
+}
+
+// A whole index on the line number makes the best witness.
+bool IsBetter(const IndexFacts& a, const IndexFacts& b) {
+    if (a.Complete != b.Complete) return a.Complete;
+    if ((a.Column == 0) != (b.Column == 0)) return a.Column == 0;
+    return a.Keys.size() > b.Keys.size();
+}
+
+void ReadIndex(Repair& repair, Target& target, const Definition& definition, TableRows& table) {
+    const auto [column, count] = target.DescribeIndex(definition.Name);
+    if (column < 0 || column == table.Shape.RowIdColumn) return;
+    IndexFacts facts = WalkIndex(repair.File, definition.Root, count);
+    facts.Column = column;
+    if (table.Index.Column < 0 || IsBetter(facts, table.Index)) table.Index = std::move(facts);
+}
+
+void CreateIndexes(Repair& repair, Target& target) {
+    std::set<std::string> lost;
+    for (const auto& definition : repair.Definitions) {
+        if (definition.IsTable) continue;
+        TableRows* table = FindTable(repair, definition.Table);
+        if (!table) {
+            lost.insert(definition.Table);
+            continue;
+        }
+        if (!definition.Sql.empty() && !target.Create(definition.Sql)) {
+            Lose(repair, TitleOf(table->Shape) + ": its index " + definition.Name +
+                             " could not be made again.");
+            continue;
+        }
+        ReadIndex(repair, target, definition, *table);
+    }
+    for (const auto& definition : repair.Definitions) {
+        if (definition.IsTable) lost.erase(definition.Name);
+    }
+    for (const auto& name : lost) Lose(repair, "Table definition lost: " + name + ".");
+}
+
+// A root that two tables share, or that is a page inside of a tree, is a damaged number.
+void DropDamagedRoots(Repair& repair, std::vector<TableRows>& tables) {
+    const std::vector<bool> children = ChildPages(repair.File);
+    std::map<PageNo, int> roots;
+    for (const auto& definition : repair.Definitions) ++roots[definition.Root];
+    for (auto& table : tables) {
+        PageNo& root = table.Shape.Root;
+        if (roots[root] > 1 || (root <= repair.File.Count && children[root])) root = 0;
+    }
+}
+
+// The tables without a definition are walked with the others, for the pages they own.
+void FindRows(Repair& repair) {
+    std::vector<TableRows> all = std::move(repair.Tables);
+    const auto known = static_cast<std::ptrdiff_t>(all.size());
+    std::move(repair.Lost.begin(), repair.Lost.end(), std::back_inserter(all));
+    DropDamagedRoots(repair, all);
+    WalkTables(repair.File, all, repair.Claimed);
+    for (auto& table : all) AddGapsByIndex(table);
+    repair.Tables.assign(std::make_move_iterator(all.begin()),
+                         std::make_move_iterator(all.begin() + known));
+    repair.Lost.assign(std::make_move_iterator(all.begin() + known),
+                       std::make_move_iterator(all.end()));
+}
+
+bool AnyGaps(const std::vector<TableRows>& tables) {
+    return std::any_of(tables.begin(), tables.end(),
+                       [](const TableRows& table) { return !table.Gaps.empty(); });
+}
+
+void ReportLostTables(Repair& repair) {
+    for (const auto& table : repair.Lost) {
+        if (IsInternal(table.Shape.Name)) continue;
+        Lose(repair, "Table definition lost: " + table.Shape.Name + "; its " +
+                         std::to_string(table.Rows.size()) + " rows cannot be put back.");
+    }
+}
+
+void AddRefusal(std::map<std::string, std::vector<std::string>>& refusals, const std::string& why,
+                std::string row) {
+    refusals[why].push_back(std::move(row));
+}
+
+std::string Listed(const std::vector<std::string>& rows) {
+    constexpr std::size_t kMostNamed = 10;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(rows.size(), kMostNamed); ++i) {
+        list += (list.empty() ? "" : ", ") + rows[i];
+    }
+    if (rows.size() <= kMostNamed) return list;
+    return list + " and " + std::to_string(rows.size() - kMostNamed) + " more";
+}
+
+// Rows that a tree led to go first, so that of two rows with one key the surer one stays.
+std::vector<const RowPlace*> InsertOrder(const TableRows& table) {
+    std::vector<const RowPlace*> order;
+    for (const auto& row : table.Rows) order.push_back(&row);
+    std::stable_partition(order.begin(), order.end(),
+                          [](const RowPlace* row) { return !row->Loose; });
+    return order;
+}
+
+void InsertRows(Repair& repair, Target& target, const TableRows& table) {
+    std::map<std::string, std::vector<std::string>> refusals;
+    for (const RowPlace* row : InsertOrder(table)) {
+        const auto record = ReadRecord(repair.File, row->Page, row->Place);
+        const std::string name = RowText(table.Shape, *row);
+        if (!record) {
+            AddRefusal(refusals, "could not be read", name);
+            continue;
+        }
+        bool mended = false;
+        const auto outcome = target.Insert(table.Shape, row->RowId, *record, mended);
+        repair.Result.RowsKept += outcome == Target::Outcome::Kept;
+        if (outcome == Target::Outcome::Refused) {
+            AddRefusal(refusals, "left out, with values that the table does not take", name);
+        } else if (outcome == Target::Outcome::Repeated) {
+            AddRefusal(refusals, "left out, its key stands twice", name);
+        } else if (mended) {
+            AddRefusal(refusals, "kept, with \"?\" for letters that could not be read", name);
+        }
+    }
+    for (const auto& [why, rows] : refusals) {
+        Lose(repair, TitleOf(table.Shape) + ": " + Listed(rows) + ": " + why + ".");
+    }
+}
+
+void ReportTable(Repair& repair, Target& target, const TableRows& table) {
+    for (auto& sentence : MissingRows(table)) Lose(repair, std::move(sentence));
+    InsertRows(repair, target, table);
+}
+
+}  // namespace
+}  // namespace salvage
+
+SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
+                              const std::function<void(sqlite3*)>& prepare) {
+    using namespace salvage;
+    Repair repair;
+    repair.File = ReadPageFile(source);
+    repair.Claimed.resize(repair.File.Count + 1ULL, false);
+    ReadDefinitions(repair);
+    const std::vector<std::string> names = TableNames(repair);
+    if (names.empty()) {
+        throw StoreError(StoreError::Kind::NotADatabase, "file is not a database: " + source);
+    }
+    Target file(target, prepare);
+    const std::string missing = MissingDefinitions(repair.Schema, names);
+    Lose(repair, missing);
+    CreateTables(repair, file);
+    CreateIndexes(repair, file);
+    FindRows(repair);
+    const bool needsWitness = !missing.empty() || AnyGaps(repair.Lost);
+    repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, needsWitness);
+    ReportLostTables(repair);
+    for (const auto& table : repair.Tables) ReportTable(repair, file, table);
+    for (auto& text : TwinTexts(repair.File, repair.Tables)) Lose(repair, std::move(text));
+    for (const auto& left : repair.Leftovers) Lose(repair, LeftoverText(left));
+    file.Finish();
+    return repair.Result;
+}
+
+}  // namespace zolmara

@@ -1,0 +1,99 @@
+#include "ui/dialogs/FileDialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include "core/Dialogs.h"
+#include "ui/main/QtText.h"
+
+namespace zolmara::ui {
+namespace {
+
+constexpr int kOverwritePrompt = 2;
+constexpr int kFileMustExist = 4096;
+
+bool IsPattern(const QString& name) { return name.contains('*') || name.contains('?'); }
+
+/// The pattern of the file name, empty for a plain name.
+QString StartPattern(const FileDialog& dialog) {
+    const QString name = QFileInfo(Q(dialog.FileName)).fileName();
+    return IsPattern(name) ? name : QString();
+}
+
+/// A name may be written in any case, and on this platform "*.*" would leave out names without
+/// a point.
+QString PlatformPattern(const QString& pattern) {
+    if (pattern == "*.*") return "*";
+    QStringList cases{pattern};
+    for (const QString& other : {pattern.toLower(), pattern.toUpper()})
+        if (!cases.contains(other)) cases << other;
+    return cases.join(' ');
+}
+
+QString NameFilter(const QString& caption, const QString& pattern) {
+    QString bare = caption;
+    bare.remove("(" + pattern + ")", Qt::CaseInsensitive);
+    return bare.trimmed() + " (" + PlatformPattern(pattern) + ")";
+}
+
+QStringList ToldFilters(const FileDialog& dialog) {
+    const QStringList parts = Q(dialog.Filter).split('|', Qt::SkipEmptyParts);
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << NameFilter(parts[i], parts[i + 1]);
+    return filters;
+}
+
+bool FiltersHave(const FileDialog& dialog, const QString& pattern) {
+    const QStringList parts = Q(dialog.Filter).split('|', Qt::SkipEmptyParts);
+    for (qsizetype i = 1; i < parts.size(); i += 2)
+        if (parts[i].compare(pattern, Qt::CaseInsensitive) == 0) return true;
+    return false;
+}
+
+bool BeginsWithPattern(const FileDialog& dialog) {
+    const QString pattern = StartPattern(dialog);
+    return !pattern.isEmpty() && !FiltersHave(dialog, pattern);
+}
+
+void SetUp(QFileDialog& box, const FileDialog& dialog) {
+    box.setObjectName("cdlMain");
+    box.setWindowTitle(Q(dialog.Title));
+    box.setAcceptMode(dialog.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    const bool mustExist = !dialog.Save && (dialog.Flags & kFileMustExist);
+    box.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    if (dialog.Save && !(dialog.Flags & kOverwritePrompt))
+        box.setOption(QFileDialog::DontConfirmOverwrite);
+    const QFileInfo start(Q(dialog.FileName));
+    if (start.dir().exists()) box.setDirectory(start.dir());
+    box.setNameFilters(NameFilters(dialog));
+    box.selectNameFilter(FirstFilter(dialog));
+    if (dialog.Save) box.setDefaultSuffix(Q(dialog.DefaultExt).remove(0, 1));
+    if (!IsPattern(start.fileName())) box.selectFile(start.fileName());
+}
+
+}  // namespace
+
+QStringList NameFilters(const FileDialog& dialog) {
+    QStringList filters = ToldFilters(dialog);
+    if (!BeginsWithPattern(dialog)) return filters;
+    const QString pattern = StartPattern(dialog);
+    filters.prepend(pattern + " (" + PlatformPattern(pattern) + ")");
+    return filters;
+}
+
+QString FirstFilter(const FileDialog& dialog) {
+    const QStringList filters = NameFilters(dialog);
+    if (BeginsWithPattern(dialog)) return filters.first();
+    return filters.value(dialog.FilterIndex - 1);
+}
+
+std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
+    QFileDialog box(QApplication::activeWindow());
+    SetUp(box, dialog);
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+    return S(box.selectedFiles().first());
+}
+
+}  // namespace zolmara::ui

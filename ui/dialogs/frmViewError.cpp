@@ -1,0 +1,134 @@
+#include "ui/dialogs/frmViewError.h"
+
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QScreen>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "editchecks/ErrorView.h"
+#include "print/Reports.h"
+#include "ui/dialogs/BuildEcr.h"
+#include "ui/main/Buttons.h"
+#include "ui/main/Guard.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/worksheets/FindingTarget.h"
+#include "ui/worksheets/OpenWorksheet.h"
+
+namespace zolmara::ui {
+namespace {
+
+enum Column { kLevel, kCode, kMessage, kColumns };
+
+constexpr double kTwipsPerInch = 1440;
+
+/// Red that can be read on the window's own ground.
+QColor NoteColour(const QPalette& palette) {
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    return dark ? QColor(255, 120, 120) : QColor(192, 0, 0);
+}
+
+QTableWidgetItem* Cell(const std::string& text) {
+    auto* item = new QTableWidgetItem(Lines(text));
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    item->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return item;
+}
+
+}  // namespace
+
+frmViewError::frmViewError(const std::string& caption) {
+    SetUpForm(this, "frmViewError", caption, false);
+    auto* column = new QVBoxLayout(this);
+    MakeGrid();
+    lblNonFatal_ = new QLabel;
+    lblNonFatal_->setObjectName("lblNonFatal");
+    lblNonFatal_->setWordWrap(true);
+    cmdBuildECR_ = MakeButton("cmdBuildECR", "&Build ECR", [this] { BuildECR(); });
+    auto* print = MakeButton("cmdPrint", "&Print", [] { Print_Errors(); });
+    auto* close = MakeButton("cmdClose", "&Close", [this] { UnloadForm(this); });
+    column->addWidget(grd_, 1);
+    column->addWidget(lblNonFatal_);
+    column->addWidget(MakeButtonStrip({cmdBuildECR_, print, close}));
+    PressOnEscape(this, close);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    resize(std::min(960, screen.width()), std::min(560, screen.height()));
+    SetGrd();
+    AddForm(this, [this] { SetGrd(); });
+}
+
+void frmViewError::MakeGrid() {
+    grd_ = new QTableWidget(0, kColumns);
+    grd_->setObjectName("grd");
+    grd_->setAccessibleName("Findings");
+    grd_->setToolTip("Double-click a finding, or press Return, to go to its worksheet.");
+    grd_->setHorizontalHeaderLabels({"Level", "Code", "Message"});
+    grd_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grd_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grd_->setTabKeyNavigation(false);
+    grd_->setWordWrap(true);
+    grd_->setAlternatingRowColors(true);
+    grd_->verticalHeader()->hide();
+    const double twip = logicalDpiX() / kTwipsPerInch;
+    const int least = fontMetrics().horizontalAdvance("Non-Fatal Error") + 24;
+    grd_->setColumnWidth(kLevel, std::max(least, static_cast<int>(kLevelWidth * twip)));
+    grd_->setColumnWidth(kCode, std::max(fontMetrics().horizontalAdvance("1010SX") + 16,
+                                         static_cast<int>(kCodeWidth * twip)));
+    QHeaderView* const head = grd_->horizontalHeader();
+    head->setSectionResizeMode(kMessage, QHeaderView::Stretch);
+    head->setMinimumSectionSize(24);
+    QObject::connect(head, &QHeaderView::sectionResized, grd_,
+                     [this] { grd_->resizeRowsToContents(); });
+    head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QObject::connect(grd_, &QTableWidget::itemActivated, this,
+                     [this](const QTableWidgetItem* item) { OpenFinding(item->row()); });
+    const int message = static_cast<int>(kLeastMessageWidth * twip);
+    setMinimumWidth(grd_->columnWidth(kLevel) + grd_->columnWidth(kCode) + message);
+}
+
+void frmViewError::SetGrd() {
+    const ErrorView view = ReadErrorView();
+    grd_->setRowCount(static_cast<int>(view.Rows.size()));
+    for (int row = 0; const Finding& finding : view.Rows) {
+        grd_->setItem(row, kLevel, Cell(finding.Level));
+        grd_->setItem(row, kCode, Cell(finding.Code));
+        grd_->setItem(row, kMessage, Cell(finding.Message));
+        ++row;
+    }
+    grd_->resizeRowsToContents();
+    if (grd_->rowCount() > 0) grd_->setCurrentCell(0, kMessage);
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, NoteColour(colours));
+    lblNonFatal_->setPalette(colours);
+    lblNonFatal_->setText(Q(view.Note));
+    lblNonFatal_->setVisible(view.ErrorSeen && !view.Note.empty());
+    cmdBuildECR_->setEnabled(view.CanBuildECR);
+}
+
+void frmViewError::OpenFinding(int row) {
+    const auto target = TargetOf(S(grd_->item(row, kMessage)->text()));
+    if (!target || TheQtHost().InLongStep()) return;
+    Guarded([&] { OpenWorksheet("edit", target->Item, target->Line); });
+}
+
+void frmViewError::BuildECR() {
+    UnloadForm(this);
+    ShowCertification();
+}
+
+void ShowViewError(const std::string& caption) {
+    auto* form = dynamic_cast<frmViewError*>(FindForm("frmViewError"));
+    if (form) {
+        form->setWindowTitle(Q(caption));
+        form->SetGrd();
+    } else {
+        form = new frmViewError(caption);
+    }
+    ShowForm(form);
+}
+
+}  // namespace zolmara::ui

@@ -1,0 +1,167 @@
+#include "ui/main/MainCommands.h"
+
+#include <QAction>
+#include <filesystem>
+
+#include "calc/Calc_All.h"
+#include "core/Dialogs.h"
+#include "core/Globals.h"
+#include "core/Machine.h"
+#include "core/Windows.h"
+#include "editchecks/modEditChecks.h"
+#include "import/ImportASCII.h"
+#include "print/PrintDriver.h"
+#include "print/SendPrtFile.h"
+#include "store/session/Session.h"
+#include "ui/dialogs/BuildEcr.h"
+#include "ui/dialogs/frmCreateNewCRF.h"
+#include "ui/dialogs/frmHeaderLines.h"
+#include "ui/dialogs/frmHelpAbout.h"
+#include "ui/dialogs/frmViewError.h"
+#include "ui/main/Desktop.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/main/frmMain.h"
+#include "ui/printing/frmSelectivePrints.h"
+#include "ui/worksheets/OpenWorksheet.h"
+
+namespace zolmara::ui {
+namespace {
+
+void ReportNew(frmMain& main) {
+    if (CloseAllForms(false) != 0) return;
+    if (!gCRFPath.empty()) mnuReportClose();
+    if (!gCRFPath.empty()) return;
+    ShowForm(new frmCreateNewCRF);
+    main.RefreshMenus();
+}
+
+void ReportOpen(frmMain&) { mnuReportOpen(); }
+void ReportClose(frmMain&) { mnuReportClose(); }
+void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
+void ReportEditCheck(frmMain&) { mnuReportEditCheck(); }
+void ReportCalculate(frmMain&) { mnuReportCalculate(Calc_All); }
+void ReportPrintSelect(frmMain&) { ShowForm(new frmSelectivePrints); }
+void ReportPrint(frmMain&) { Print_All(0); }
+void ReportImportASCII(frmMain&) { mnuReportImportASCII(); }
+void ReportExit(frmMain& main) { main.close(); }
+
+void ReportPrinterSetup(frmMain&) {
+    const bool welcome = TheWindows().WelcomeVisible();
+    TheWindows().SetWelcomeVisible(false);
+    TheQtHost().SetUpPrinter("Printer Setup");
+    TheWindows().SetWelcomeVisible(welcome);
+}
+
+void ReportManually(frmMain&) { BuildSignedByHand(); }
+
+void ReportElectronically(frmMain&) {
+    if (CloseAllForms(false) == 0) ShowCertification();
+}
+
+void UtilitiesReBuild(frmMain&) {
+    if (CloseAllForms(false) != 0) return;
+    TheDialogs().MsgBox("The window that rebuilds a worksheet is not part of this version yet.",
+                        kInformation, std::string(kProductName));
+}
+
+void UtilitiesHQ(frmMain& main) {
+    QAction* const entry = main.Menu("mnuReportUtilitiesHQ");
+    const bool turnOff = entry->text().endsWith("Off");
+    SetHighQualityPrinting(!turnOff);
+    entry->setText(turnOff ? "Turn High Quality Printing On" : "Turn High Quality Printing Off");
+}
+
+void UtilitiesHeader(frmMain&) { ShowForm(new frmHeaderLines); }
+
+void UtilitiesLog(frmMain&) {
+    if (FormIsOpen("frmViewError"))
+        TheWindows().SetGrd("frmViewError");
+    else
+        TheWindows().ShowErrors("Edit Check Results");
+}
+
+void EditClose(frmMain& main) {
+    UnloadFormsLike("frmEdit");
+    main.RefreshMenus();
+}
+
+void ViewCloseAll(frmMain& main) {
+    UnloadFormsLike("frmView");
+    main.RefreshMenus();
+}
+
+void HelpContents(frmMain&) {
+    TheDesktop().OpenDocument(
+        (std::filesystem::path(TheMachine().ProgramFolder()) / "R3P248i.pdf").string());
+}
+
+void HelpAbout(frmMain&) { ShowForm(new frmHelpAbout); }
+
+struct Command {
+    std::string_view Name;
+    void (*Run)(frmMain&);
+};
+
+constexpr Command kCommands[] = {
+    {"mnuReportNew", ReportNew},
+    {"mnuReportOpen", ReportOpen},
+    {"mnuReportClose", ReportClose},
+    {"mnuReportSaveAs", ReportSaveAs},
+    {"mnuReportEditCheck", ReportEditCheck},
+    {"mnuReportCalculate", ReportCalculate},
+    {"mnuReportPrinterSetup", ReportPrinterSetup},
+    {"mnuReportPrintSelect", ReportPrintSelect},
+    {"mnuReportPrint", ReportPrint},
+    {"mnuReportImportASCII", ReportImportASCII},
+    {"mnuReportManually", ReportManually},
+    {"mnuReportElectronically", ReportElectronically},
+    {"mnuReportUtilitiesReBuild", UtilitiesReBuild},
+    {"mnuReportUtilitiesHQ", UtilitiesHQ},
+    {"mnuReportUtilitiesHeader", UtilitiesHeader},
+    {"mnuReportUtilitiesLog", UtilitiesLog},
+    {"mnuReportExit", ReportExit},
+    {"mnuEditClose", EditClose},
+    {"mnuViewCloseAll", ViewCloseAll},
+    {"mnuHelpContents", HelpContents},
+    {"mnuHelpAbout", HelpAbout},
+};
+
+/// S-1 Part I holds the identity of the home office: it is edited alone. The question comes once
+/// for each window that is open, and the editor opens whatever the answer.
+void AskToCloseForms() {
+    const std::vector<QWidget*> open = OpenForms();
+    for (auto form = open.rbegin(); form != open.rend(); ++form) {
+        if (!IsWorksheetForm(*form)) continue;
+        const int answer = TheDialogs().MsgBox(
+            "In order to edit S1p1 Zolmara needs to close all other open forms. May Zolmara close "
+            "the open forms?",
+            kYesNoCancel, "Close Forms");
+        if (answer != kYes) continue;
+        UnloadFormsLike("frmEdit");
+        UnloadFormsLike("frmView");
+        TheWindows().RefreshMenus();
+        return;
+    }
+}
+
+}  // namespace
+
+void RunCommand(frmMain& main, const std::string& name) {
+    for (const Command& command : kCommands)
+        if (command.Name == name) return command.Run(main);
+}
+
+void RunWorksheetEntry(const std::string& mode, const std::string& item) {
+    if (mode == "edit" && item == "S1p1") AskToCloseForms();
+    OpenWorksheet(mode, item);
+}
+
+std::string ItemOfCaption(const std::string& caption) {
+    const std::size_t bracket = caption.find('(', 2);
+    if (bracket == std::string::npos) return {};
+    return caption.substr(bracket + 1, caption.find(')', bracket) - bracket - 1);
+}
+
+}  // namespace zolmara::ui

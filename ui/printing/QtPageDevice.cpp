@@ -1,0 +1,64 @@
+#include "ui/printing/QtPageDevice.h"
+
+#include <QFontDatabase>
+#include <QPrinter>
+
+#include "ui/main/QtText.h"
+#include "ui/printing/PaintJobs.h"
+
+namespace zolmara::ui {
+
+QtPageDevice::QtPageDevice() { job_.FontName = FontName(); }
+QtPageDevice::~QtPageDevice() = default;
+
+QPrinter& QtPageDevice::Target() {
+    if (!target_) {
+        target_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        target_->setDocName("Zolmara 287-22");
+    }
+    return *target_;
+}
+
+std::vector<PrintJob> QtPageDevice::TakeJobs() { return std::exchange(jobs_, {}); }
+
+void QtPageDevice::SetOrientation(int orientation) {
+    if (orientation == orientation_) return;
+    orientation_ = orientation;
+    // A page that nothing is printed on takes the new orientation.
+    if (!fresh_ && job_.Pages.back().Lines.empty()) job_.Pages.back().Orientation = orientation;
+}
+
+std::string QtPageDevice::FontName() {
+    if (!job_.FontName.empty()) return job_.FontName;
+    return S(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+}
+
+void QtPageDevice::SetFontName(const std::string& name) { job_.FontName = name; }
+
+int QtPageDevice::FontCount() { return static_cast<int>(QFontDatabase::families().size()); }
+
+std::string QtPageDevice::Font(int index) { return S(QFontDatabase::families().value(index)); }
+
+std::size_t QtPageDevice::LinesOfPage() const {
+    return static_cast<std::size_t>(PageLines(orientation_, job_.FontSize));
+}
+
+void QtPageDevice::Print(std::string_view line) {
+    if (!fresh_ && job_.Pages.back().Lines.size() >= LinesOfPage()) fresh_ = true;
+    if (fresh_) job_.Pages.push_back({orientation_, {}});
+    fresh_ = false;
+    job_.Pages.back().Lines.emplace_back(line);
+}
+
+void QtPageDevice::NewPage() {
+    if (fresh_) job_.Pages.push_back({orientation_, {}});
+    fresh_ = true;
+}
+
+void QtPageDevice::EndDoc() {
+    if (!job_.Pages.empty()) jobs_.push_back(job_);
+    job_.Pages.clear();
+    fresh_ = true;
+}
+
+}  // namespace zolmara::ui
