@@ -1,13 +1,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 
 #include "print/PrintSupport.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "store/Files.h"
+#include "support/StatementMeter.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara::test {
@@ -333,22 +333,20 @@ TEST_F(ReportTest, AFurtherContactLineOfS1IsAnEmailAddress) {
 
 // --- Cost ----------------------------------------------------------------------------------
 
-double SecondsFor(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 TEST_F(ReportTest, FiveThousandRowsCostFiveTimesAThousand) {
+    const StatementMeter meter;
+    gDB = DBEngine::OpenDatabase(gCRFPath);
+    const auto print = [] { Print_A6(0); };
     MakeReclassifications(1000);
-    Print_A6(0);
-    const double small = SecondsFor([] { Print_A6(0); });
+    const StoreWork small = meter.CountOf(print);
     MakeReclassifications(5000);
-    const double large = SecondsFor([] { Print_A6(0); });
+    const StoreWork large = meter.CountOf(print);
     // 56 rows a page: 89 full pages and 16 rows.
     EXPECT_EQ(PageCount(Printed("A6.prt")), 90);
     EXPECT_EQ(LinesWith(Printed("A6.prt"), "Entry").size(), 5000U);
-    EXPECT_LT(large, 5 * 3 * small + 0.1);
+    EXPECT_GT(small.Steps, 1000);
+    EXPECT_LT(large.Statements, 6 * small.Statements);
+    EXPECT_LT(large.Steps, 6 * small.Steps);
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "print/PrintSupport.h"
 #include "print/Reports.h"
+#include "support/StatementMeter.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara::test {
@@ -171,12 +171,6 @@ void MakeSchedule(int columns, int rows) {
     });
 }
 
-double SecondsToPrint() {
-    const auto start = std::chrono::steady_clock::now();
-    Print_Bx("Bp1", 0);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 TEST_F(SchedulesTest, TwoHundredCostCentersStandOnTwentyThreePages) {
     MakeSchedule(200, 3);
     Print_Bx("Bp1", 0);
@@ -188,12 +182,17 @@ TEST_F(SchedulesTest, TwoHundredCostCentersStandOnTwentyThreePages) {
 }
 
 TEST_F(SchedulesTest, TheCostGrowsWithTheCells) {
-    MakeSchedule(50, 300);
-    SecondsToPrint();
-    const double small = SecondsToPrint();
-    MakeSchedule(200, 1200);
-    // 16 times the cells.
-    EXPECT_LT(SecondsToPrint(), 16 * 3 * small + 0.1);
+    const StatementMeter meter;
+    gDB = DBEngine::OpenDatabase(gCRFPath);
+    const auto print = [] { Print_Bx("Bp1", 0); };
+    MakeSchedule(50, 100);
+    const StoreWork small = meter.CountOf(print);
+    MakeSchedule(200, 400);
+    const StoreWork large = meter.CountOf(print);
+    // 16 times the cells: four times the rows, on four times the pages.
+    EXPECT_GT(small.Statements, 0);
+    EXPECT_LT(large.Statements, 20 * small.Statements);
+    EXPECT_LT(large.Steps, 20 * small.Steps);
 }
 
 }  // namespace
