@@ -1,0 +1,83 @@
+#include "store/Connection.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "store/Sqlite.h"
+
+namespace zolmara {
+namespace {
+
+constexpr int kApplicationId = 0x5A4D4C52;
+constexpr int kUserVersion = 1;
+
+}  // namespace
+
+void Fail(StoreError::Kind kind, const std::string& path, const std::string& what) {
+    throw StoreError(kind, path + ": " + what);
+}
+
+void Connect(Connection& connection, const std::string& path, int flags) {
+    // One thread uses a connection: its locks would be taken millions of times for nobody.
+    const int code =
+        sqlite3_open_v2(path.c_str(), &connection.Handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (code != SQLITE_OK) ThrowSqlite(connection.Handle, code, path);
+    sqlite3_extended_result_codes(connection.Handle, 1);
+    sqlite3_busy_timeout(connection.Handle, 1000);
+    RegisterSqlFunctions(connection.Handle);
+}
+
+/// A saved row is on the disk and the file stands alone; a batch keeps its pages in memory until
+/// it is known whether anything changed.
+void SetUp(sqlite3* handle, const std::string& path) {
+    SqliteRun(handle,
+              "PRAGMA synchronous=FULL; PRAGMA cache_size=-262144; PRAGMA cache_spill=OFF; "
+              "PRAGMA temp_store=MEMORY; PRAGMA trusted_schema=ON;",
+              path);
+}
+
+void NeedRegularFile(const std::string& path) {
+    struct stat info {};
+    if (stat(path.c_str(), &info) != 0)
+        Fail(StoreError::Kind::CannotOpen, path, std::strerror(errno));
+    if (S_ISDIR(info.st_mode)) Fail(StoreError::Kind::CannotOpen, path, "is a folder");
+    if (!S_ISREG(info.st_mode)) Fail(StoreError::Kind::CannotOpen, path, "is no file");
+}
+
+bool MayWrite(const std::string& path) {
+    struct stat info {};
+    if (stat(path.c_str(), &info) != 0) return false;
+    return (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 && access(path.c_str(), W_OK) == 0;
+}
+
+std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string& path) {
+    SqliteStatement select(handle, "PRAGMA " + name);
+    return select.Step(path) ? select.Integer(0) : 0;
+}
+
+void NeedCostReportFile(sqlite3* handle, const std::string& path) {
+    SqliteStatement schema(handle, "SELECT count(*) FROM sqlite_schema");
+    schema.Step(path);
+    if (Pragma(handle, "application_id", path) != kApplicationId)
+        Fail(StoreError::Kind::NotADatabase, path, "is not a Cost Report File");
+    if (Pragma(handle, "user_version", path) > kUserVersion)
+        Fail(StoreError::Kind::NotADatabase, path, "was made by a later version of the program");
+}
+
+void MarkAsCostReportFile(sqlite3* handle, const std::string& path) {
+    SqliteRun(handle,
+              fmt::format("PRAGMA page_size=4096; PRAGMA application_id={}; PRAGMA "
+                          "user_version={};",
+                          kApplicationId, kUserVersion),
+              path);
+}
+
+void NeedWritable(const std::string& path) {
+    if (!MayWrite(path)) Fail(StoreError::Kind::ReadOnly, path, "the file is read-only");
+}
+
+}  // namespace zolmara
