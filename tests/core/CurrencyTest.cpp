@@ -28,6 +28,9 @@ TEST(Currency, CutsItsWholePartTowardZero) {
 TEST(Currency, KnowsWhatItCannotHold) {
     EXPECT_TRUE(Currency::Holds(-9e14));
     EXPECT_FALSE(Currency::Holds(1e15));
+    EXPECT_TRUE(Currency::Holds(919999999999999.75));
+    EXPECT_FALSE(Currency::Holds(920000000000000));
+    EXPECT_FALSE(Currency::Holds(-920000000000000));
     EXPECT_FALSE(Currency::Holds(std::nan("")));
 }
 

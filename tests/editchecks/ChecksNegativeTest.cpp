@@ -33,6 +33,18 @@ TEST_F(ChecksNegative, AKeyOfSequenceIsToldAsTheLine) {
               Findings{Negative("A81p2 line 1.01 column Col_4")});
 }
 
+TEST_F(ChecksNegative, ATotalBelowZeroIsToldThoughEachEntryIsNot) {
+    AddRow("A6", 1, {{"Col_5", 10}});
+    SetCell("A6", 100, "Col_5", -1);
+    EXPECT_EQ(FoundBy([] { CheckNotNegative("A6", "Col_5"); }),
+              Findings{Negative("A6 line 100 column Col_5")});
+    SetCell("D1p3", 53, "CC_800", -1);
+    SetCell("D1p3", 52, "CC_900", -1);
+    EXPECT_EQ(
+        FoundBy([] { CheckNotNegativeCC("D1p3"); }),
+        (Findings{Negative("D1p3 line 52 column CC_900"), Negative("D1p3 line 53 column CC_800")}));
+}
+
 TEST_F(ChecksNegative, NoiseBelowZeroDoesNotHideARealAmount) {
     SetCell("A7p2", 1, "Col_3", -0.00001);
     EXPECT_EQ(FoundBy([] { CheckNotNegative("A7p2", "Col_3"); }), Findings{});

@@ -124,6 +124,11 @@ TEST_F(LoadersTest, RulesOfA6) {
     EXPECT_EQ(RuleOf("A6|1|1|" + std::string(41, 'x')), "Conversion error: ");
 }
 
+TEST_F(LoadersTest, A6TakesTheSubscriptsOfItsLastLine) {
+    EXPECT_TRUE(Import({"A6|99|1|x", "A6|99.01|1|y", "A6|99.99|1|z"}));
+    EXPECT_EQ(Lines("A6"), "99 99.01 99.99 100");
+}
+
 TEST_F(LoadersTest, A6BlankOrZeroLinesClearTheName) {
     Import({"A6|1|4|8", "A6|1|7|9"});
     Import({"A6|1|4|", "A6|1|7|0", "A6|1|1|  ", "A6|1|2|C"});

@@ -164,6 +164,13 @@ TEST_F(ReaderTest, NumbersThatNoLineCanHaveAreRefused) {
     EXPECT_EQ(OnlyMessage().find("The column number is illegal for: "), 0u);
 }
 
+TEST_F(ReaderTest, TheLastNumberThatALineCanHaveStandsAndTheNextIsRefused) {
+    Import({"X|919999999999999|1|a"});
+    EXPECT_EQ(Staged(), StagedRows{"X|919999999999999|1|a"});
+    Import({"X|920000000000000|1|a"});
+    EXPECT_EQ(OnlyMessage().find("The row number is illegal for: "), 0u);
+}
+
 TEST_F(ReaderTest, FieldsAreTrimmedAndWhatIsBehindTheContentsIsIgnored) {
     Import({"  S1p2 |  1| 2 |   Ann Smith |more|$,"});
     EXPECT_EQ(Staged(), StagedRows{"S1p2|1|2|Ann Smith "});
@@ -217,6 +224,14 @@ TEST_F(ReaderTest, ASumThatIsLongerThanACellIsRefused) {
     EXPECT_EQ(Staged(), StagedRows{"X|1|1|1e300"});
 }
 
+TEST_F(ReaderTest, ASumOf255DigitsPasses) {
+    // 8 and 254 zeros.
+    Import({"X|1|1|4e254", "X|1|1|4e254"});
+    EXPECT_EQ(Staged(), StagedRows{"X|1|1|8" + std::string(254, '0')});
+    Import({"X|1|1|5e254", "X|1|1|5e254"});
+    EXPECT_EQ(Staged(), StagedRows{"X|1|1|5" + std::string(254, '0')});
+}
+
 TEST_F(ReaderTest, WhatIsNoNumberIsNotAddedUp) {
     Import({"X|1|1|1e999", "X|1|1|NaN", "X|2|1|NaN", "X|2|1|1"});
     EXPECT_EQ(Staged(), (StagedRows{"X|1|1|NaN", "X|2|1|1"}));
@@ -257,6 +272,17 @@ TEST_F(ReaderTest, ACharacterAcrossTheReadersPiecesStaysWhole) {
         text += "\nS1p2\t1\t2\t日本語\n";
         ImportBytes(text);
         EXPECT_EQ(StrOr(Cell("S1p2", 1, "Col_2")), "日本語") << pad;
+        SetCell("S1p2", 1, "Col_2", "x");
+    }
+}
+
+TEST_F(ReaderTest, ACharacterOfFourBytesAtTheEndOfAPieceStaysWhole) {
+    // The piece ends behind the first, second, third and last byte of the character.
+    for (std::size_t pad = 262140; pad <= 262145; ++pad) {
+        std::string text(pad - 10, ' ');
+        text += "\nS1p2\t1\t2\t𐍈b\n";
+        ImportBytes(text);
+        EXPECT_EQ(StrOr(Cell("S1p2", 1, "Col_2")), "𐍈b") << pad;
         SetCell("S1p2", 1, "Col_2", "x");
     }
 }
