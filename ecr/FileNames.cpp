@@ -46,8 +46,9 @@ FileDialog EcrDialog(const std::string& folder, const std::string& name) {
 
 /// Whether another name than the government's is to be asked for again.
 int AskToReenter() {
-    return TheDialogs().MsgBox("This is not a goverment file name, do you wish to re-enter it?",
-                               kYesNoCancel + kQuestion + kDefaultButton2, "Valid File?");
+    return TheDialogs().MsgBox(
+        "This is not a goverment file name, do you wish to re-enter it?",  // as given
+        kYesNoCancel + kQuestion + kDefaultButton2, "Valid File?");
 }
 
 }  // namespace

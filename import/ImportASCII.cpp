@@ -145,7 +145,7 @@ void LoadStructure() {
 }
 
 void LoadWorkSheet(const std::string& name) {
-    TheStatus().ShowCalcMsg(" Import ASCII: Loading Table A");
+    TheStatus().ShowCalcMsg(" Import ASCII: Loading Table A");  // as given
     if (const auto* loader = FindLoader(kLoaders, name)) return loader->Run();
     AddErrorRow("Load", "",
                 fmt::format("Table {} is not currently supported for ASCII import", name));

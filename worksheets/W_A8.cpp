@@ -26,7 +26,7 @@ constexpr std::array<SeedRow, 18> kSeeds = {{
     {7, "Non-healthcare projects"},
     {8, "Non-competition agreement expenses"},
     {9, "Fund-raising expenses"},
-    {10, "Rebatesreunds on expenses"},
+    {10, "Rebatesreunds on expenses"},  // as given
     {11, "Cost of ownership of assets leased from related organization in lieu of rent"},
     {12, "Related organizations"},
     {13, "Value of services of non-paid workers"},
