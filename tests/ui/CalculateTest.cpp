@@ -153,8 +153,37 @@ TEST_F(Calculate, TheNoteCanBeReadOnADarkDesktop) {
     QApplication::setPalette(light);
 }
 
+TEST_F(Calculate, TheBuildOfTheFindingsWindowFollowsTheMenu) {
+    OpenWithFindings({{"Potential Error", "2000", "A line 4 column Col_1"}});
+    const auto* build = Control<QPushButton>("frmViewError", "cmdBuildECR");
+    EXPECT_FALSE(build->isEnabled());
+    host->EnableMenu("mnuReportSubmit", true);
+    EXPECT_TRUE(build->isEnabled());
+    host->RefreshWorksheetForm("View", "A");
+    EXPECT_FALSE(build->isEnabled());
+}
+
+TEST_F(Calculate, FindingsThatBlockAllowNoBuildWhateverTheMenuSays) {
+    OpenWithFindings({{"Non-Fatal Error", "1000A", "Worksheet A"}});
+    host->EnableMenu("mnuReportSubmit", true);
+    EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
+}
+
+TEST_F(Calculate, LastEntriesOfACleanRunAllowNoBuildInALaterSession) {
+    const std::string path = MakeSample("Sample.CRF");
+    Open(path);
+    Trigger("mnuReportCalculate");
+    ASSERT_TRUE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
+    Answers = {kOk};
+    Trigger("mnuReportClose");
+    Open(path);
+    Trigger("mnuReportUtilitiesLog");
+    EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
+}
+
 TEST_F(Calculate, PotentialErrorsAloneAllowTheBuild) {
     OpenWithFindings({{"Potential Error", "2000", "A line 4 column Col_1"}});
+    host->EnableMenu("mnuReportSubmit", true);
     EXPECT_TRUE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
     Click("frmViewError", "cmdBuildECR");
     EXPECT_EQ(FindForm("frmViewError"), nullptr);

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QLabel>
+#include <QPushButton>
 #include <QTableWidget>
 
 #include "UiTest.h"
@@ -97,6 +98,8 @@ TEST_F(SmallWindows, ImportShowsItsMessages) {
     EXPECT_EQ(Dialogs.back().Title, "Import ASCII file");
     EXPECT_EQ(Form("frmViewError")->windowTitle(), "Import Messages");
     EXPECT_EQ(Control<QTableWidget>("frmViewError", "grd")->rowCount(), 1);
+    EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
+    EXPECT_FALSE(Enabled("mnuReportSubmit"));
     EXPECT_FALSE(main->InLongStep());
     EXPECT_TRUE(Enabled("mnuReportCalculate"));
 }

@@ -1,5 +1,6 @@
 #include "ui/dialogs/frmViewError.h"
 
+#include <QAction>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/frmMain.h"
 #include "ui/worksheets/FindingTarget.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
@@ -51,6 +53,8 @@ frmViewError::frmViewError(const std::string& caption) {
     cmdBuildECR_ = MakeButton("cmdBuildECR", "&Build ECR", [this] { BuildECR(); });
     auto* print = MakeButton("cmdPrint", "&Print", [] { Print_Errors(); });
     auto* close = MakeButton("cmdClose", "&Close", [this] { UnloadForm(this); });
+    submit_ = TheQtHost().Main() ? TheQtHost().Main()->Menu("mnuReportSubmit") : nullptr;
+    if (submit_) connect(submit_, &QAction::changed, this, [this] { FollowSubmit(); });
     column->addWidget(grd_, 1);
     column->addWidget(lblNonFatal_);
     column->addWidget(MakeButtonStrip({cmdBuildECR_, print, close}));
@@ -106,7 +110,14 @@ void frmViewError::SetGrd() {
     lblNonFatal_->setPalette(colours);
     lblNonFatal_->setText(Q(view.Note));
     lblNonFatal_->setVisible(view.ErrorSeen && !view.Note.empty());
-    cmdBuildECR_->setEnabled(view.CanBuildECR);
+    checksAllow_ = view.CanBuildECR;
+    FollowSubmit();
+}
+
+/// The messages of an import, and the findings of an earlier session, allow no build: only a
+/// calculation of this one does.
+void frmViewError::FollowSubmit() {
+    cmdBuildECR_->setEnabled(checksAllow_ && submit_ && submit_->isEnabled());
 }
 
 void frmViewError::OpenFinding(int row) {

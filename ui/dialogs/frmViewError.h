@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <string>
 
+class QAction;
 class QLabel;
 class QPushButton;
 class QTableWidget;
@@ -20,11 +22,14 @@ public:
 private:
     void MakeGrid();
     void OpenFinding(int row);
+    void FollowSubmit();
     void BuildECR();
 
     QTableWidget* grd_ = nullptr;
     QLabel* lblNonFatal_ = nullptr;
     QPushButton* cmdBuildECR_ = nullptr;
+    QPointer<QAction> submit_;  ///< the main window's way to the build
+    bool checksAllow_ = false;
 };
 
 /// Shows the window under a caption; one that is open is read afresh.

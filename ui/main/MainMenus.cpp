@@ -7,10 +7,12 @@
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "ui/main/MainCommands.h"
+#include "ui/main/MenuState.h"
 #include "ui/main/MenuTable.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmMain.h"
+#include "ui/tools/ToolsMenu.h"
 
 namespace zolmara::ui {
 
@@ -19,6 +21,8 @@ namespace zolmara::ui {
 void frmMain::MakeMenus() {
     menuBar()->setObjectName("MenuBar");
     for (const MenuEntry& entry : MenuTable()) MakeMenu(entry);
+    tools_ = std::make_unique<ToolsMenu>(*menuBar(), Menu("mnuHelp"),
+                                         [this](const auto& command) { Run(command); });
 }
 
 void frmMain::MakeMenu(const MenuEntry& entry) {
@@ -62,10 +66,6 @@ QAction* frmMain::Menu(const std::string& name) const {
     return found == menus_.end() ? nullptr : found->second;
 }
 
-void frmMain::EnableMenu(const std::string& name, bool enabled) {
-    if (QAction* const action = Menu(name)) action->setEnabled(enabled);
-}
-
 // --- The S worksheets ----------------------------------------------------------------------
 
 void frmMain::FillSheetArray(const std::string& array, int index, const std::string& caption) {
@@ -94,70 +94,76 @@ void frmMain::TrimSheetArray(const std::string& array, int keep) {
     }
 }
 
+/// A CRF without its registry can still be closed.
 void frmMain::ReadWorksheetMenus() {
-    EnableMenu("mnuEditOpenS", false);
-    EnableMenu("mnuViewOpenS", false);
     int count = 0;
-    Recordset rows = gDB.OpenRecordset(
-        "SELECT Item, ItemName FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY ItemName;",
-        dbOpenSnapshot);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const std::string item = StrOr(rows["Item"]);
-        if (!item.starts_with('S')) continue;
-        EnableMenu("mnuEditOpenS", true);
-        EnableMenu("mnuViewOpenS", true);
-        const std::string caption = StrOr(rows["ItemName"]) + " (" + item + ")";
-        FillSheetArray("mnuEditSx", count, caption);
-        FillSheetArray("mnuViewSx", count, caption);
-        ++count;
+    try {
+        Recordset rows = gDB.OpenRecordset(
+            "SELECT Item, ItemName FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY ItemName;",
+            dbOpenSnapshot);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            const std::string item = StrOr(rows["Item"]);
+            if (!item.starts_with('S')) continue;
+            const std::string caption = StrOr(rows["ItemName"]) + " (" + item + ")";
+            FillSheetArray("mnuEditSx", count, caption);
+            FillSheetArray("mnuViewSx", count, caption);
+            ++count;
+        }
+    } catch (const StoreError&) {
+        count = 0;
     }
+    sWorksheets_ = count > 0;
     TrimSheetArray("mnuEditSx", count);
     TrimSheetArray("mnuViewSx", count);
 }
 
 // --- States --------------------------------------------------------------------------------
 
-/// False where a helper window stands open, which ends the matter.
-bool frmMain::MenusOfOpenForms() {
-    EnableMenu("mnuEditOpen", true);
-    EnableMenu("mnuViewOpen", true);
-    const auto bar = [this] {
-        EnableMenu("mnuEditOpen", false);
-        EnableMenu("mnuViewOpen", false);
-    };
-    const std::vector<QWidget*> open = OpenForms();
-    for (auto form = open.rbegin(); form != open.rend(); ++form) {
-        const QString name = (*form)->objectName().toUpper();
-        const QString kind = name.left(7);
-        if (kind == "FRMVIEW") {
-            EnableMenu("mnuViewCloseAll", true);
-        } else if (kind == "FRMEDIT") {
-            if (!gDebug && (name == "FRMEDITCCS" || name == "FRMEDITS1P1")) bar();
-            EnableMenu("mnuEditClose", true);
-        } else if (kind != "FRMMAIN" && kind != "FRMSPLA") {
-            bar();
-            EnableMenu("mnuReportOpen", false);
-            return false;
-        }
+MenuInputs frmMain::Inputs() const {
+    MenuInputs inputs{.CrfOpen = CrfIsOpen(),
+                      .Debug = gDebug,
+                      .MaySubmit = maySubmit_,
+                      .Barred = blocked_,
+                      .SWorksheets = sWorksheets_,
+                      .Held = held_,
+                      .Forms = {}};
+    for (const QWidget* form : OpenForms()) inputs.Forms.push_back(S(form->objectName()));
+    return inputs;
+}
+
+void frmMain::SetMenus() {
+    const MenuInputs inputs = Inputs();
+    for (const auto& [name, action] : menus_) action->setEnabled(MenuIsOn(name, inputs));
+    Menu("mnuReportEditCheck")->setVisible(gDebug);
+    RefreshTools();
+}
+
+/// The gate of the submission is a part of the session's state. Any other entry is held by the
+/// step that turns it off, and given back by the same one.
+void frmMain::EnableMenu(const std::string& name, bool enabled) {
+    if (name == "mnuReportSubmit") {
+        maySubmit_ = enabled;
+    } else if (enabled) {
+        held_.erase(name);
+    } else {
+        held_.insert(name);
     }
-    return true;
+    SetMenus();
 }
 
 void frmMain::RefreshMenus() {
-    const bool submit = Menu("mnuReportSubmit")->isEnabled();
-    for (const auto& [name, action] : menus_) action->setEnabled(true);
-    EnableMenu("mnuReportSubmit", submit);
-    Menu("mnuReportEditCheck")->setVisible(gDebug);
-    for (const std::string_view name : kOffAtRest) EnableMenu(std::string(name), false);
-    if (!CrfIsOpen() || !MenusOfOpenForms()) return;
-    try {
+    if (!CrfIsOpen()) {
+        maySubmit_ = false;
+    } else if (!HelperIsOpen(Inputs())) {
         ReadWorksheetMenus();
-    } catch (const StoreError&) {
-        // A CRF without its registry can still be closed.
     }
-    for (const std::string_view name : kOnWithCrf) EnableMenu(std::string(name), true);
-    EnableMenu("mnuReportImportCRF", false);
-    if (gDebug) EnableMenu("mnuReportSubmit", true);
+    SetMenus();
+}
+
+// --- Tools ---------------------------------------------------------------------------------
+
+void frmMain::RefreshTools() {
+    if (tools_) tools_->Refresh(!InLongStep());
 }
 
 }  // namespace zolmara::ui

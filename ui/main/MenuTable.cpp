@@ -167,24 +167,4 @@ std::string MemberName(std::string_view array, int index) {
     return fmt::format("{}({})", array, index);
 }
 
-const std::vector<std::string_view> kOffAtRest = {
-    // Calculated, not keyed.
-    "mnuEditOpenCp1", "mnuEditOpenCp2", "mnuEditOpenCp3", "mnuEditOpenDp1", "mnuEditOpenDp2",
-    "mnuEditOpenDp3", "mnuEditOpenE", "mnuEditOpenFp1", "mnuEditOpenFp2", "mnuEditOpenFp3",
-    "mnuEditOpenF1p1", "mnuEditOpenF1p2", "mnuEditOpenF1p3", "mnuEditOpenF2p1", "mnuEditOpenF2p2",
-    "mnuEditOpenF2p3",
-    // Nothing to do without a CRF.
-    "mnuEditClose", "mnuEditOpen", "mnuReportCalculate", "mnuReportClose", "mnuReportImport",
-    "mnuReportPrint", "mnuReportPrintSelect", "mnuReportSaveAs", "mnuReportUtilities",
-    "mnuReportUtilitiesHeader", "mnuReportUtilitiesHQ", "mnuReportUtilitiesLog",
-    "mnuReportUtilitiesReBuild", "mnuViewCloseAll", "mnuViewOpen",
-    // Off with a CRF too.
-    "mnuReportImportCRF"};
-
-const std::vector<std::string_view> kOnWithCrf = {
-    "mnuReportClose",           "mnuReportOpen",         "mnuReportPrint",
-    "mnuReportPrintSelect",     "mnuReportImport",       "mnuReportSaveAs",
-    "mnuReportCalculate",       "mnuReportUtilities",    "mnuReportUtilitiesHQ",
-    "mnuReportUtilitiesHeader", "mnuReportUtilitiesLog", "mnuReportUtilitiesReBuild"};
-
 }  // namespace zolmara::ui

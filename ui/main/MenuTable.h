@@ -27,9 +27,4 @@ const std::vector<MenuEntry>& MenuTable();
 /// The name of a member of an array of entries.
 std::string MemberName(std::string_view array, int index);
 
-/// What a step of RefreshMenus turns off, whether a CRF is open or not.
-extern const std::vector<std::string_view> kOffAtRest;
-/// What it turns on again with a CRF.
-extern const std::vector<std::string_view> kOnWithCrf;
-
 }  // namespace zolmara::ui

@@ -25,6 +25,7 @@ public:
 
     /// The main window that is meant; none while there is none.
     void SetMain(frmMain* main) { main_ = main; }
+    frmMain* Main() const { return main_; }
 
     int MsgBox(const std::string& text, int style, const std::string& title) override;
     void Beep() override;

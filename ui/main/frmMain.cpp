@@ -28,6 +28,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmSplash.h"
+#include "ui/tools/ToolsMenu.h"
 
 namespace zolmara::ui {
 namespace {
@@ -236,7 +237,10 @@ void frmMain::Run(const std::function<void()>& command) {
     running_ = true;
     const bool done = Guarded(command);
     running_ = false;
-    if (!done) RefreshMenus();
+    if (done)
+        SetMenus();
+    else
+        RefreshMenus();
 }
 
 // --- What the engine shows -----------------------------------------------------------------
@@ -245,8 +249,8 @@ bool frmMain::InLongStep() const { return blocked_ || !txtCalcMsg_->isHidden(); 
 
 void frmMain::EnableMain(bool enabled) {
     blocked_ = !enabled;
-    menuBar()->setEnabled(enabled);
     fraWelcome_->setEnabled(enabled);
+    SetMenus();
 }
 
 void frmMain::ShowCalcMsg(const std::string& text) {
@@ -254,12 +258,14 @@ void frmMain::ShowCalcMsg(const std::string& text) {
     txtCalcMsg_->show();
     prgCalc_->show();
     txtCalcMsg_->repaint();
+    RefreshTools();
 }
 
 void frmMain::HideCalcMsg() {
     txtCalcMsg_->hide();
     prgCalc_->hide();
     prgCalc_->setValue(0);
+    RefreshTools();
 }
 
 void frmMain::ShowProgress(double part) {

@@ -6,6 +6,8 @@
 #include <QMainWindow>
 #include <functional>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 
 class QAction;
@@ -19,6 +21,8 @@ class QTimer;
 namespace zolmara::ui {
 
 struct MenuEntry;
+struct MenuInputs;
+class ToolsMenu;
 
 class frmMain : public QMainWindow {
 public:
@@ -29,13 +33,18 @@ public:
     /// False when another copy of the program runs and this one is to end.
     bool Load();
 
-    /// Sets every menu by the state of the session. Runs at each activation of the window, and
-    /// after each command that changes the state.
+    /// Reads the list of S worksheets and sets every menu by the state of the session. Runs at
+    /// each activation of the window, and after each command that changes the state.
     void RefreshMenus();
+    /// The entries of "Tools", each by its own rule.
+    void RefreshTools();
 
     /// The entry of this name; none for any other.
     QAction* Menu(const std::string& name) const;
+    /// mnuReportSubmit opens and shuts the way to the submission; any other entry is off for as
+    /// long as a step holds it.
     void EnableMenu(const std::string& name, bool enabled);
+    /// Bars the whole window while a step runs.
     void EnableMain(bool enabled);
 
     void ShowCalcMsg(const std::string& text);
@@ -71,12 +80,17 @@ private:
     void ReadWorksheetMenus();
     void FillSheetArray(const std::string& array, int index, const std::string& caption);
     void TrimSheetArray(const std::string& array, int keep);
-    bool MenusOfOpenForms();
+    MenuInputs Inputs() const;
+    void SetMenus();
     void TickHelpText();
     void StopHelpText();
 
     std::map<std::string, QAction*> menus_;
     std::map<std::string, QMenu*> parents_;
+    std::unique_ptr<ToolsMenu> tools_;
+    std::set<std::string, std::less<>> held_;
+    bool maySubmit_ = false;
+    bool sWorksheets_ = false;
     QFrame* fraWelcome_ = nullptr;
     QLabel* lblHelp_ = nullptr;
     QLabel* lblCRFName_ = nullptr;
