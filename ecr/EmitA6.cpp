@@ -16,8 +16,6 @@
 namespace zolmara {
 namespace {
 
-constexpr Currency kTotalLine = Currency::FromWhole(100);
-
 /// Column 1, which is always written, the code, and the two sides of the entry.
 constexpr std::array<std::string_view, 8> kFormats = {"C36", "C2",  "C36",   "F16.2",
                                                       "I16", "C36", "F16.2", "I16"};
@@ -38,7 +36,7 @@ public:
 
 private:
     Currency Line() const { return CurOr(rows_["LineNum"]); }
-    bool Counts() const { return !IsBlankValue(rows_["Col_2"]) || Line() == kTotalLine; }
+    bool Counts() const { return !IsBlankValue(rows_["Col_2"]) || Line() == kTotalOfEntries; }
 
     void WriteRow() {
         const std::string code = UCase(Text(rows_["Col_2"]));
@@ -47,7 +45,7 @@ private:
         total1_ += NumOr(rows_["Col_5"]);
         total2_ += NumOr(rows_["Col_8"]);
         for (int column = 1; column <= static_cast<int>(kFormats.size()); ++column) {
-            if (Line() != kTotalLine || IsOnTotalLine(column)) WriteCell(column);
+            if (Line() != kTotalOfEntries || IsOnTotalLine(column)) WriteCell(column);
         }
     }
 
@@ -62,7 +60,7 @@ private:
     void WriteTotal(int column, double total) const {
         if (total == 0) return;
         const std::string letters = std::string(Trim(code_)) + "0";
-        ECRLine = fmt::format("3A6000{}  {}{}{}", LeftText(letters, 2), LineField(kTotalLine),
+        ECRLine = fmt::format("3A6000{}  {}{}{}", LeftText(letters, 2), LineField(kTotalOfEntries),
                               ColumnField(column), Fortran(total, "I16", " ", false));
         WriteRecord();
     }

@@ -14,15 +14,15 @@ namespace {
 
 constexpr Currency kFirstLine = Currency::FromUnits(std::numeric_limits<std::int64_t>::min());
 constexpr Currency kBehindAll = Currency::FromUnits(std::numeric_limits<std::int64_t>::max());
-constexpr LineRange kAllLines = {kFirstLine, kBehindAll};
+constexpr LineSpan kAllLines = {kFirstLine, kBehindAll};
 
 /// A line alone, without its subscripts.
-constexpr LineRange On(int line) {
+constexpr LineSpan On(int line) {
     return {Currency::FromWhole(line), Currency::FromWhole(line) + Currency::FromUnits(1)};
 }
-constexpr LineRange Below(int line) { return {kFirstLine, Currency::FromWhole(line)}; }
-constexpr LineRange From(int line) { return {Currency::FromWhole(line), kBehindAll}; }
-constexpr LineRange FromTo(int line, int below) {
+constexpr LineSpan Below(int line) { return {kFirstLine, Currency::FromWhole(line)}; }
+constexpr LineSpan From(int line) { return {Currency::FromWhole(line), kBehindAll}; }
+constexpr LineSpan FromTo(int line, int below) {
     return {Currency::FromWhole(line), Currency::FromWhole(below)};
 }
 

@@ -6,18 +6,10 @@
 #include <span>
 #include <string_view>
 
-#include "core/Currency.h"
 #include "store/Dao.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
-
-/// Lines from one up to but not including another.
-struct LineRange {
-    Currency From;
-    Currency Below;
-
-    constexpr bool Holds(Currency line) const { return From <= line && line < Below; }
-};
 
 /// How a column's cells are written. An empty format is a column that is not.
 struct CellForm {
@@ -30,13 +22,13 @@ inline constexpr std::string_view kFormBefore = "=";
 
 /// The forms of a worksheet's columns, from column 1 on, on some of its lines.
 struct LineForms {
-    LineRange Lines;
+    LineSpan Lines;
     std::span<const CellForm> Columns;
 };
 
 /// Columns, one digit each, that are passed over on some lines.
 struct PassedOver {
-    LineRange Lines;
+    LineSpan Lines;
     std::string_view Columns;
 };
 

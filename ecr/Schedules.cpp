@@ -8,12 +8,13 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "ecr/Record.h"
+#include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
 
-constexpr Currency kUcmLine = Currency::FromWhole(54);
 constexpr Currency kRatioColumn = Currency::FromWhole(2);
 constexpr std::string_view kAmount = "I16";
 constexpr std::string_view kRatio = "F16.6";
@@ -24,13 +25,6 @@ struct ScheduleField {
     std::string Column;
     std::string_view Format;
 };
-
-/// Pools stand on worksheet E in this order: capital, all others, salaries.
-Currency PoolColumn(Currency line) {
-    if (line < Currency::FromWhole(3)) return line + Currency::FromWhole(2);
-    if (line < Currency::FromWhole(28)) return line - Currency::FromWhole(3);
-    return line - Currency::FromWhole(20);
-}
 
 std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, const Recordset& rows) {
     std::vector<ScheduleField> fields;
@@ -67,7 +61,7 @@ void ECR_Schedule(const ScheduleEmitter& schedule, std::string_view item) {
     for (; !rows.Eof(); rows.MoveNext()) {
         const Currency line = CurOr(rows[0]);
         const std::string head = fmt::format("3{}{}  {}", schedule.Code, part, LineField(line));
-        const bool isUcm = schedule.HasUcm && line == kUcmLine;
+        const bool isUcm = schedule.HasUcm && line == kUnitCostMultiplier;
         for (const ScheduleField& field : fields) {
             const double amount = NumOr(rows[field.Position]);
             if (amount == 0) continue;

@@ -29,7 +29,9 @@ std::string CellText(const Recordset& row, std::string_view field) { return StrO
 double CellNumber(const Recordset& row, std::string_view field) { return NumOr(row[field]); }
 Currency CellLine(const Recordset& row, std::string_view field) { return CurOr(row[field]); }
 std::string KeyText(const Recordset& row) { return Text(row[0]); }
-bool OnLine(const Recordset& row, int line) { return CurOr(row[0]) == Currency::FromWhole(line); }
+bool OnLine(const Recordset& row, std::int64_t line) {
+    return CurOr(row[0]) == Currency::FromWhole(line);
+}
 
 bool IsBlank(const Recordset& row, std::string_view field) { return IsBlankValue(row[field]); }
 

@@ -29,7 +29,7 @@ double CellNumber(const Recordset& row, std::string_view field);
 Currency CellLine(const Recordset& row, std::string_view field);
 /// The key of the row, its first field, as messages show it.
 std::string KeyText(const Recordset& row);
-bool OnLine(const Recordset& row, int line);
+bool OnLine(const Recordset& row, std::int64_t line);
 
 bool IsBlank(const Recordset& row, std::string_view field);
 /// Null or no characters; blanks are characters.

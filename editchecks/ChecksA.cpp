@@ -8,6 +8,7 @@
 #include "editchecks/RowChecks.h"
 #include "editchecks/modEditChecks.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -106,7 +107,7 @@ bool NeedsFixedAssets(double control) { return Between(control, 1.0, 9.0); }
 constexpr std::string_view kA7p2Prefix = "Worksheet A-7 Part II: ";
 
 void CheckRatioBase(Row row) {
-    if (!OnLine(row, 3) || !IsAboveZero(CellNumber(row, "Col_8"))) return;
+    if (!OnLine(row, kCapitalSubtotal.Whole()) || !IsAboveZero(CellNumber(row, "Col_8"))) return;
     if (IsAboveZero(CellNumber(row, "Col_3"))) return;
     AddNonFatal("1070A", fmt::format("{}line 3, if the sum of columns 5, 6, and 7 is greater than "
                                      "zero then column 3 must be greater than zero.",

@@ -10,6 +10,7 @@
 #include "editchecks/RowChecks.h"
 #include "editchecks/modEditChecks.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -146,7 +147,7 @@ void CheckA81p1() {
     const std::map<Currency, std::int64_t> marks = MarksByLine(relationships);
     Recordset rows = gDB.OpenRecordset(kA81p1.Statement, dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
-        if (OnLine(rows, 100)) continue;
+        if (OnLine(rows, kTotalOfEntries.Whole())) continue;
         CheckRow(kA81p1, rows);
         const auto found = marks.find(CellLine(rows, "Col_4"));
         if (found == marks.end()) {

@@ -8,12 +8,13 @@
 #include "editchecks/modEditChecks.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
 
 constexpr std::string_view kLinesOfA = "Select * From A;";
-constexpr std::string_view kGrandTotal = "Select * From E1p3 Where LineNum=52;";
+constexpr std::string_view kGrandTotalOfE1 = "Select * From E1p3 Where LineNum=52;";
 
 double AmountOn(const std::map<Currency, double>& lines, Currency line) {
     const auto found = lines.find(line);
@@ -66,7 +67,7 @@ void CheckEAgainstA() {
 
 void CheckE1p3AgainstA() {
     const auto pooled = AmountsByLine(kLinesOfA, "Col_8");
-    const Line total(kGrandTotal);
+    const Line total(kGrandTotalOfE1);
     for (std::size_t i = kFirstPool; i < total.Count(); ++i) {
         if (!IsCostCenterColumn(total.Field(i))) continue;
         const Currency line = LineOfColumn(total.Field(i));
@@ -80,8 +81,8 @@ void CheckE1p3AgainstA() {
 void CheckE1p3AllOther() {
     const double apart =
         NumOr(gDB.Scalar("Select Sum(Col_8) As S8 From A Where LineNum In(8,9,28);"));
-    const double subtotal = AmountOn(AmountsByLine(kLinesOfA, "Col_8"), Currency::FromWhole(99));
-    if (!Differ(Line(kGrandTotal).Number("Col_7"), subtotal - apart)) return;
+    const double subtotal = AmountOn(AmountsByLine(kLinesOfA, "Col_8"), kNonCapitalSubtotal);
+    if (!Differ(Line(kGrandTotalOfE1).Number("Col_7"), subtotal - apart)) return;
     AddNonFatal("1100E",
                 "Worksheet E-1, line 52, column 7 must equal A, line 99, column 8 minus lines 8, "
                 "9, and 28 column 8.");

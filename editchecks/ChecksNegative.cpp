@@ -10,6 +10,7 @@
 #include "editchecks/RowChecks.h"
 #include "editchecks/modEditChecks.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -25,11 +26,12 @@ void CheckPosition(std::string_view item, const Recordset& row, int position) {
 
 // --- Interest income -----------------------------------------------------------------------
 
-constexpr std::string_view kInterestIncome = "CC_2800";
+constexpr std::string_view kInterestColumn = "CC_2800";
 
 /// Interest income is below zero by nature: in the pools, and where D-1 holds amounts.
 bool MayBeNegative(std::string_view item, const Recordset& row) {
-    if (item == "D1p3") return OnLine(row, 53) || OnLine(row, 54);
+    if (item == "D1p3")
+        return OnLine(row, kCostToAllocate.Whole()) || OnLine(row, kUnitCostMultiplier.Whole());
     return item == "E" || item.starts_with("E1");
 }
 
@@ -43,7 +45,7 @@ std::vector<SweptField> SweptFields(const Recordset& rows) {
     static constexpr int kFirst = 3;
     std::vector<SweptField> fields;
     for (int i = kFirst; i < rows.FieldCount(); ++i)
-        fields.push_back({i, SameText(rows.FieldName(i), kInterestIncome)});
+        fields.push_back({i, SameText(rows.FieldName(i), kInterestColumn)});
     return fields;
 }
 
@@ -135,7 +137,7 @@ void CheckNotNegativeRows(std::string_view item, int line, int firstColumn) {
                                             {line}, dbOpenSnapshot);
     if (row.Eof()) return;
     for (int i = firstColumn; i < row.FieldCount(); ++i) {
-        if (item == "Dp3" && CompareText(row.FieldName(i), kInterestIncome) <= 0) ++i;
+        if (item == "Dp3" && CompareText(row.FieldName(i), kInterestColumn) <= 0) ++i;
         if (i < row.FieldCount()) CheckPosition(item, row, i);
     }
 }

@@ -10,6 +10,7 @@
 #include "editchecks/modEditChecks.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
@@ -127,14 +128,12 @@ struct StatisticSchedule {
     std::span<const StatisticRule> Rules;
 };
 
-/// Interest income is a negative cost; the columns from its line on go by the size of the cost.
-constexpr Currency kInterestIncome = Currency::FromWhole(28);
-
 constexpr StatisticRule kC1Rules[] = {
     {"1010C", [](Currency) { return true; }, IsAboveZero,
      "C-1 Part III, line 53, column {c} when greater than zero, {part}, line {line}, column {c} "
      "must be greater than or equal zero."},
 };
+/// Interest income is a negative cost; the columns from its line on go by the size of the cost.
 constexpr StatisticRule kD1Rules[] = {
     {"1010D", [](Currency column) { return column < kInterestIncome; }, IsAboveZero,
      "D-1 Part III, line 53, column {c} when greater than zero, {part}, line {line}, column {c} "
@@ -255,8 +254,10 @@ void CheckD1Statistics() { CheckStatistics(kD1); }
 
 /// A negative direct amount blocks the report, although amounts below zero elsewhere do not.
 void CheckDirectAmounts() {
-    for (const char* item : {"Bp1", "Bp2", "Bp3", "B1p1", "B1p2", "B1p3"})
-        CheckDirectSchedule(item);
+    for (const Schedule& schedule : AllSchedules()) {
+        if (schedule.Kind != ScheduleKind::Direct) continue;
+        for (const int part : {1, 2, 3}) CheckDirectSchedule(TableOf(schedule, part));
+    }
 }
 
 }  // namespace zolmara

@@ -7,12 +7,14 @@
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "store/session/CoreTables.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 
 namespace {
 
-struct Schedule {
+/// The bounds of rows and columns are the import's own, as its messages name them.
+struct KeyedSchedule {
     std::string_view Family;
     Range Columns;
     std::string_view ColumnList;
@@ -20,19 +22,18 @@ struct Schedule {
     int Field;       ///< position of the one field; 0 for the cost center's column
 };
 
-constexpr Schedule kB = {"Bp", {1, 6}, "columns 1-6", false, 0};
-constexpr Schedule kB1 = {"B1p", {8, 98.99}, "columns 8-98.99", false, 0};
-constexpr Schedule kC1 = {"C1p", {1, 2.99}, "columns 1-2.99", true, 0};
-constexpr Schedule kD1 = {"D1p", {8, 99}, "columns 8-99", true, 0};
-constexpr Schedule kE1 = {"E1p", {1, 1}, "column 1", true, 3};
+constexpr KeyedSchedule kB = {"Bp", {1, 6}, "columns 1-6", false, 0};
+constexpr KeyedSchedule kB1 = {"B1p", {8, 98.99}, "columns 8-98.99", false, 0};
+constexpr KeyedSchedule kC1 = {"C1p", {1, 2.99}, "columns 1-2.99", true, 0};
+constexpr KeyedSchedule kD1 = {"D1p", {8, 99}, "columns 8-99", true, 0};
+constexpr KeyedSchedule kE1 = {"E1p", {1, 1}, "column 1", true, 3};
 
 constexpr Range kComponents = {1, 50.99};
-constexpr Currency kCostLine = Currency::FromWhole(53);
 
 bool InRange(const Range& range, Currency value) { return InAny(std::span(&range, 1), value); }
 
 /// Both tests are made, so that a row may give two messages.
-bool PassesRules(const Schedule& schedule, const std::string& item, int part,
+bool PassesRules(const KeyedSchedule& schedule, const std::string& item, int part,
                  const SourceRow& row) {
     bool passes = true;
     auto fail = [&](std::string_view rule) {
@@ -40,19 +41,19 @@ bool PassesRules(const Schedule& schedule, const std::string& item, int part,
         passes = false;
     };
     if (!InRange(schedule.Columns, row.Col)) fail(schedule.ColumnList);
-    const bool isCost = schedule.TakesCost && part == 3 && row.Row == kCostLine;
+    const bool isCost = schedule.TakesCost && part == 3 && row.Row == kCostToAllocate;
     if (!InRange(kComponents, row.Row) && !isCost) fail("rows 1-50.99");
     return passes;
 }
 
-int FieldOf(const Schedule& schedule, const TargetRow& target, Currency column) {
+int FieldOf(const KeyedSchedule& schedule, const TargetRow& target, Currency column) {
     if (schedule.Field != 0) return schedule.Field;
     const bool isLine = column.Units() % kSubscriptStep.Units() == 0;
     return isLine ? target.FieldIndex(CostCenterColumn(column)) : -1;
 }
 
-void LoadSchedule(const Schedule& schedule, int part) {
-    const auto item = fmt::format("{}{}", schedule.Family, part);
+void LoadSchedule(const KeyedSchedule& schedule, int part) {
+    const auto item = TableOf(schedule.Family, part);
     TargetRow target(item, "LineNum");
     LoadRows(item, target, [&](const SourceRow& row) -> std::string {
         if (!PassesRules(schedule, item, part, row)) return {};

@@ -4,6 +4,7 @@
 
 #include "print/Report.h"
 #include "print/Reports.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -64,8 +65,10 @@ constexpr std::array<CellLayout, 10> kCells_A = {{
     {"Col_8", Amount, 155, kAmountWidth},
 }};
 
-constexpr std::array<TotalLine, 4> kTotals_A = {
-    {{3, '-', ' '}, {7, '-', ' '}, {99, '-', ' '}, {100, '-', '='}}};
+constexpr std::array<TotalLine, 4> kTotals_A = {{{kCapitalSubtotal.Whole(), '-', ' '},
+                                                 {kOtherCapitalSubtotal.Whole(), '-', ' '},
+                                                 {kNonCapitalSubtotal.Whole(), '-', ' '},
+                                                 {kTotalOfA.Whole(), '-', '='}}};
 
 constexpr std::array<SectionWord, 3> kSections_A = {{{1, "CAPITAL RELATED COST CENTERS"},
                                                      {4, "OTHER CAPITAL RELATED COST CENTERS"},
@@ -120,7 +123,7 @@ constexpr std::array<CellLayout, 9> kCells_A6 = {{
     {"Col_8", Amount, 153, kAmountWidth + 1},
 }};
 
-constexpr std::array<TotalLine, 1> kTotals_A6 = {{{100, '-', '='}}};
+constexpr std::array<TotalLine, 1> kTotals_A6 = {{{kTotalOfEntries.Whole(), '-', '='}}};
 
 constexpr TableLayout kLayout_A6 = {.Label = "A-6",
                                     .Query = "SELECT * FROM A6 ORDER BY LineNum;",
@@ -158,7 +161,7 @@ constexpr std::array<CellLayout, 6> kCells_A8 = {{
     {"Col_5", LineNum, 132, 6},
 }};
 
-constexpr std::array<TotalLine, 1> kTotals_A8 = {{{100, '-', '='}}};
+constexpr std::array<TotalLine, 1> kTotals_A8 = {{{kTotalOfEntries.Whole(), '-', '='}}};
 
 constexpr TableLayout kLayout_A8 = {.Label = "A-8",
                                     .Query = "SELECT * FROM A8 ORDER BY LineNum;",

@@ -4,6 +4,7 @@
 
 #include "print/Report.h"
 #include "print/Reports.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -50,7 +51,7 @@ constexpr std::array<CellLayout, 8> kCells_Part1 = {{
     {"Col_7", Amount, 125, kAmountWidth},
 }};
 
-constexpr std::array<TotalLine, 1> kTotals_Part1 = {{{100, '-', '='}}};
+constexpr std::array<TotalLine, 1> kTotals_Part1 = {{{kTotalOfEntries.Whole(), '-', '='}}};
 
 constexpr TableLayout kLayout_Part1 = {.Label = "A-8-1",
                                        .Query = "SELECT * FROM A81p1 Order By SeqNum;",

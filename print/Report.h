@@ -46,7 +46,7 @@ inline constexpr int kAmountWidth = 12;
 
 /// A line of the form that is a total, and what its rules are made of; a blank is no rule.
 struct TotalLine {
-    int Line;
+    std::int64_t Line;
     char Above;
     char Under;
 };

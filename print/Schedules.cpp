@@ -13,6 +13,7 @@
 #include "print/TextFields.h"
 #include "store/session/Session.h"
 #include "worksheets/ColumnCaption.h"
+#include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 
 namespace zolmara {
@@ -28,8 +29,6 @@ constexpr std::array<CellLayout, 3> kNameColumns = {{{"LineNum", CellForm::LineN
 constexpr int kFirstTab = 52;
 constexpr int kTabStep = 13;
 
-constexpr int kUnitCostLine = 54;
-
 /// A field of the schedule, where it stands in the table, and its heading.
 struct Column {
     int Field;
@@ -44,7 +43,7 @@ struct ScheduleRow {
     std::vector<Variant> Amounts;
 };
 
-struct Schedule {
+struct PrintedSchedule {
     std::string Label;
     std::vector<std::string_view> Titles;
     std::vector<TotalLine> Totals;
@@ -80,11 +79,11 @@ std::string LabelOf(std::string_view item) {
 std::vector<TotalLine> TotalsOf(std::string_view item) {
     switch (PartIndex(item)) {
         case -1:
-            return {{4, '-', '='}};
+            return {{kTotalOfE.Whole(), '-', '='}};
         case 2:
-            return {{51, '-', ' '}, {52, '-', '='}};
+            return {{kPartTotal.Whole(), '-', ' '}, {kGrandTotal.Whole(), '-', '='}};
         default:
-            return {{51, '-', '='}};
+            return {{kPartTotal.Whole(), '-', '='}};
     }
 }
 
@@ -107,7 +106,7 @@ std::vector<CellLayout> NameColumnsOf(const Recordset& rows) {
     return columns;
 }
 
-void ReadHeadings(Schedule& schedule, const Recordset& rows, std::string_view item) {
+void ReadHeadings(PrintedSchedule& schedule, const Recordset& rows, std::string_view item) {
     Recordset costCenters = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
     std::array<TextLine, kCaptionLines> names;
     for (const CellLayout& column : NameColumnsOf(rows)) {
@@ -123,7 +122,7 @@ void ReadHeadings(Schedule& schedule, const Recordset& rows, std::string_view it
     }
 }
 
-void ReadRows(Schedule& schedule, Recordset& rows) {
+void ReadRows(PrintedSchedule& schedule, Recordset& rows) {
     const std::vector<CellLayout> names = NameColumnsOf(rows);
     for (; !rows.Eof(); rows.MoveNext()) {
         ScheduleRow row{LineOf(rows), RowLines(rows, names), {}};
@@ -133,8 +132,8 @@ void ReadRows(Schedule& schedule, Recordset& rows) {
     }
 }
 
-Schedule ReadSchedule(std::string_view item) {
-    Schedule schedule{LabelOf(item), {}, TotalsOf(item), {}, {}, {}};
+PrintedSchedule ReadSchedule(std::string_view item) {
+    PrintedSchedule schedule{LabelOf(item), {}, TotalsOf(item), {}, {}, {}};
     const int part = PartIndex(item);
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
     Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order by LineNum;", item));
@@ -155,7 +154,7 @@ std::size_t ColumnsOnPage() {
     return static_cast<std::size_t>((gPageWidth - kFirstTab + 1) / kTabStep);
 }
 
-void PrintHeading(ReportPage& page, const Schedule& schedule, PageColumns columns) {
+void PrintHeading(ReportPage& page, const PrintedSchedule& schedule, PageColumns columns) {
     for (std::size_t i = 0; i < kCaptionLines; ++i) {
         TextLine line;
         line.At(1, schedule.NameHeading[i]);
@@ -171,7 +170,7 @@ std::string Rules(std::size_t columns, char mark) {
 }
 
 void PrintAmounts(TextLine& line, const ScheduleRow& row, std::size_t first, PageColumns columns) {
-    const bool unitCost = row.Line == Currency::FromWhole(kUnitCostLine);
+    const bool unitCost = row.Line == kUnitCostMultiplier;
     for (std::size_t k = 0; k < columns.size(); ++k) {
         const CellForm form = unitCost ? CellForm::Ratio : columns[k].Form;
         const std::string text = CellText(row.Amounts[first + k], form, kAmountWidth);
@@ -192,7 +191,7 @@ void PrintRow(ReportPage& page, const ScheduleRow& row, const TotalLine* total, 
 }
 
 /// All rows of the columns from `first` on that fit on a page.
-void PrintAcross(ReportPage& page, const Schedule& schedule, std::size_t first) {
+void PrintAcross(ReportPage& page, const PrintedSchedule& schedule, std::size_t first) {
     const PageColumns columns =
         PageColumns(schedule.Columns)
             .subspan(first)
@@ -215,7 +214,7 @@ void PrintAcross(ReportPage& page, const Schedule& schedule, std::size_t first) 
 void PrintSchedule(std::string_view item, FileNumber file) {
     SetPageLandscape();
     RunReport(file, fmt::format("{}.prt", item), [&](FileNumber open) {
-        const Schedule schedule = ReadSchedule(item);
+        const PrintedSchedule schedule = ReadSchedule(item);
         ReportPage page(open);
         std::size_t first = 0;
         do {

@@ -8,17 +8,19 @@
 #include "store/session/Session.h"
 #include "structure/CostCenterColumns.h"
 #include "structure/Renumber.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 
 namespace {
 
 constexpr std::string_view kKey = "LineNum";
-constexpr int kSubtotal = 99;        ///< the lines below it are cost centers
-constexpr int kCapitalSubtotal = 3;  ///< the lines below it stand on A7p2 too
-constexpr int kFirstAdded = 29;      ///< the whole lines below it are the form's
+constexpr int kSubtotal = kNonCapitalSubtotal.Whole();
+constexpr int kTotalOfA7p2 = kCapitalSubtotal.Whole();
+constexpr int kFirstAdded =
+    kInterestIncome.Whole() + 1;  ///< the whole lines below it are the form's
 
-bool IsCapital(Currency line) { return line < Currency::FromWhole(kCapitalSubtotal); }
+bool IsCapital(Currency line) { return line < kCapitalSubtotal; }
 
 Currency LastCostCenter() {
     return CurOr(gDB.Scalar("SELECT Max(LineNum) AS MaxOfLn From CostCenters Where LineNum<99;"));
@@ -75,7 +77,7 @@ void MoveLinesUp(Currency line) {
     OpenGap("A", kKey, line, kSubtotal);
     MoveA6Reference("Col_4", line);
     MoveA6Reference("Col_7", line);
-    if (IsCapital(line)) OpenGap("A7p2", kKey, line, kCapitalSubtotal);
+    if (IsCapital(line)) OpenGap("A7p2", kKey, line, kTotalOfA7p2);
     MoveA8Reference(line);
 }
 
@@ -98,7 +100,7 @@ void CloseLines(Currency line) {
     CloseGap("CostCenters", kKey, line, step, kSubtotal);
     CloseGap("A", kKey, line, step, kSubtotal);
     if (step == LineStep::Subscript && IsCapital(line))
-        CloseGap("A7p2", kKey, line, step, kCapitalSubtotal);
+        CloseGap("A7p2", kKey, line, step, kTotalOfA7p2);
 }
 
 /// Where a worksheet repeats a cost center's name. A8 takes it by its own line number.

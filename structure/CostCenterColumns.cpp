@@ -10,30 +10,14 @@
 #include "core/Status.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/Schedules.h"
+#include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 namespace {
 
 using Names = std::span<const std::string_view>;
-
-constexpr std::string_view kCapital[] = {"Bp1",  "Bp2",  "Bp3", "Cp1",  "Cp2",  "Cp3", "C1p1",
-                                         "C1p2", "C1p3", "E",   "E1p1", "E1p2", "E1p3"};
-constexpr std::string_view kOtherCapital[] = {"Bp1", "Bp2", "Bp3"};
-constexpr std::string_view kNonCapital[] = {"B1p1", "B1p2", "B1p3", "Dp1", "Dp2",
-                                            "Dp3",  "D1p1", "D1p2", "D1p3"};
-constexpr std::string_view kPools[] = {"E", "E1p1", "E1p2", "E1p3"};
-
-/// Lines from the first and below the second have a column in the tables.
-struct ColumnTables {
-    int From;
-    int Below;
-    Names Tables;
-};
-constexpr ColumnTables kColumnTables[] = {
-    {1, 3, kCapital}, {4, 7, kOtherCapital}, {8, 99, kNonCapital},
-    {8, 10, kPools},  {28, 29, kPools},
-};
 
 /// The name that a new column has until it gets its place; no table may hold such a field.
 constexpr std::string_view kNewField = "CC";
@@ -189,9 +173,12 @@ std::vector<std::string> RegisteredWorksheets() {
 
 std::vector<std::string_view> TablesWithColumn(Currency line) {
     std::vector<std::string_view> tables;
-    for (const auto& [from, below, names] : kColumnTables)
-        if (line >= Currency::FromWhole(from) && line < Currency::FromWhole(below))
-            tables.insert(tables.end(), names.begin(), names.end());
+    if (!IsCostCenterLine(line)) return tables;
+    for (const Schedule& schedule : AllSchedules()) {
+        if (!TakesColumn(schedule, line)) continue;
+        for (int part = 1; part <= (schedule.HasParts ? 3 : 1); ++part)
+            tables.push_back(FindWorksheet(TableOf(schedule, part))->Item);
+    }
     return tables;
 }
 

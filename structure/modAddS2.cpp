@@ -5,14 +5,13 @@
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "structure/Renumber.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 
 namespace {
 
 constexpr std::string_view kKey = "LineNum";
-constexpr std::string_view kFamilies[] = {"S2p", "Bp",  "B1p", "Cp",  "C1p", "Dp",
-                                          "D1p", "E1p", "Fp",  "F1p", "F2p"};
 
 /// The bound of a whole line that is added is one less on the form's table than on its mirrors.
 constexpr int kAddBoundOnS2 = 49;
@@ -30,9 +29,10 @@ void RefuseFullGroup(const std::string& table, Currency line) {
 }  // namespace
 
 std::array<std::string, 11> ComponentTables(int part) {
-    std::array<std::string, 11> tables;
-    for (std::size_t i = 0; i < tables.size(); ++i)
-        tables[i] = fmt::format("{}{}", kFamilies[i], part);
+    std::array<std::string, 11> tables = {TableOf("S2p", part)};
+    std::size_t count = 1;
+    for (const Schedule& schedule : AllSchedules())
+        if (schedule.HasParts) tables.at(count++) = TableOf(schedule, part);
     return tables;
 }
 

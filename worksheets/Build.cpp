@@ -5,6 +5,7 @@
 #include "core/Dialogs.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 
@@ -53,14 +54,14 @@ bool DropWorksheetTable(std::string_view item) {
 
 void InsertComponentRows(std::string_view item) {
     const char part = PartOf(item);
-    gDB.Execute(
-        fmt::format("INSERT INTO {} SELECT LineNum, Col_1 As Description, Col_2 As Col_0 "
-                    "FROM S2p{} WHERE LineNum<51;",
-                    item, part));
+    gDB.Execute(fmt::format("INSERT INTO {} SELECT LineNum, Col_1 As Description, Col_2 As Col_0 "
+                            "FROM S2p{} WHERE LineNum<?;",
+                            item, part),
+                {kPartTotal});
     const std::string insert =
         fmt::format("Insert Into {} (LineNum,Description) Values(?,?);", item);
-    gDB.Execute(insert, {51, "Total"});
-    if (part == '3') gDB.Execute(insert, {52, "Grand Total"});
+    gDB.Execute(insert, {kPartTotal, "Total"});
+    if (part == '3') gDB.Execute(insert, {kGrandTotal, "Grand Total"});
 }
 
 }  // namespace zolmara

@@ -3,6 +3,7 @@
 // What the creation of every worksheet has in common: the table from the described fields, seed
 // rows, the unique index on the line, the entry in the registry.
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,7 +14,7 @@ namespace zolmara {
 
 /// A form line and the text that it comes with.
 struct SeedRow {
-    int Line;
+    std::int64_t Line;
     std::string_view Text;
 };
 

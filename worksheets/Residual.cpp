@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
@@ -31,7 +32,8 @@ std::vector<Candidate> LargestOfPart(std::string_view family, int part,
                                      const std::vector<Gap>& gaps) {
     std::vector<Candidate> largest(gaps.size());
     Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {}{} Where LineNum<51 Order By LineNum;", family, part));
+        fmt::format("Select * From {} Where LineNum<? Order By LineNum;", TableOf(family, part)),
+        {kPartTotal});
     for (; !rows.Eof(); rows.MoveNext()) {
         for (std::size_t i = 0; i < gaps.size(); ++i) {
             const double size = SizeOf(rows[gaps[i].Position]);
@@ -69,7 +71,7 @@ using Adjustments = std::map<RowKey, std::vector<Gap>>;
 void Adjust(std::string_view family, const RowKey& row, const std::vector<Gap>& gaps,
             int totalPosition) {
     Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {}{} Where LineNum=?;", family, row.first), {row.second});
+        fmt::format("Select * From {} Where LineNum=?;", TableOf(family, row.first)), {row.second});
     if (rows.Eof()) return;
     rows.Edit();
     for (const Gap& gap : gaps) {
@@ -89,8 +91,8 @@ void CloseGaps(std::string_view family, const std::vector<Gap>& gaps, int totalP
         const auto& [part, line, size] = largest[i];
         if (part == 0) continue;
         adjustments[{part, line}].push_back(gaps[i]);
-        adjustments[{part, Currency::FromWhole(51)}].push_back(gaps[i]);
-        adjustments[{3, Currency::FromWhole(52)}].push_back(gaps[i]);
+        adjustments[{part, kPartTotal}].push_back(gaps[i]);
+        adjustments[{3, kGrandTotal}].push_back(gaps[i]);
     }
     for (const auto& [row, columns] : adjustments) Adjust(family, row, columns, totalPosition);
 }

@@ -21,12 +21,12 @@ std::vector<double> AmountsOf(const Recordset& row) {
     return amounts;
 }
 
-Recordset RequiredRow(std::string_view table, int line) {
+Recordset RequiredRow(std::string_view table, Currency line) {
     Recordset row = gDB.OpenRecordset(fmt::format("SELECT * FROM {} WHERE LineNum=?;", table),
                                       {line}, dbOpenDynaset);
     if (row.Eof()) {
         throw StoreError(StoreError::Kind::Other,
-                         fmt::format("Worksheet {} has no line {}.", table, line));
+                         fmt::format("Worksheet {} has no line {}.", table, NumberText(line)));
     }
     return row;
 }

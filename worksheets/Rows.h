@@ -20,7 +20,7 @@ double SumOf(std::string_view sql, std::initializer_list<Variant> args = {});
 std::vector<double> AmountsOf(const Recordset& row);
 
 /// The first row of a statement that must give one. StoreError that names the place otherwise.
-Recordset RequiredRow(std::string_view table, int line);
+Recordset RequiredRow(std::string_view table, Currency line);
 
 /// A statement's rows in the order of their lines, asked for lines in that same order. A line
 /// that is not among them leaves the amounts those of the line found before, or of the first row.

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <map>
 
 #include "core/Dialogs.h"
@@ -10,6 +11,7 @@
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
@@ -75,49 +77,65 @@ void Post(Postings& postings, const Source& source) {
     }
 }
 
-/// The grand total of a schedule and the column of A that its cost centers go to. The schedules
-/// of one column have no cost center in common.
-struct Allocation {
-    std::string_view Schedule;
-    std::string_view Column;
-};
-
-constexpr std::array<Allocation, 4> kAllocations = {
-    {{"Bp3", "Col_6"}, {"B1p3", "Col_6"}, {"Cp3", "Col_7"}, {"Dp3", "Col_7"}}};
-
-void PostAllocation(const Allocation& allocation) {
-    const Recordset total = RequiredRow(allocation.Schedule, 52);
-    const std::string sql = fmt::format("Update A Set {}=? Where LineNum=?;", allocation.Column);
-    for (int i = 3; i < total.FieldCount(); ++i) {
+/// Posts the grand total of a schedule to the lines of its cost centers. The schedules of one
+/// column have no cost center in common.
+void PostAllocation(const Schedule& schedule, std::string_view column) {
+    const Recordset total = RequiredRow(TableOf(schedule, 3), kGrandTotal);
+    const std::string sql = fmt::format("Update A Set {}=? Where LineNum=?;", column);
+    for (int i = schedule.FirstColumn; i < total.FieldCount(); ++i) {
         if (!IsCostCenterColumn(total.FieldName(i))) continue;
         gDB.Execute(sql, {NumOr(total[i]), LineOfColumn(total.FieldName(i))});
     }
 }
 
-/// A subtotal of A: the columns that it sums, and over which lines.
+void PostAllocations() {
+    for (const Schedule& schedule : AllSchedules()) {
+        if (schedule.Kind == ScheduleKind::Direct) PostAllocation(schedule, "Col_6");
+        if (schedule.Kind == ScheduleKind::Functional) PostAllocation(schedule, "Col_7");
+    }
+}
+
+/// A subtotal of A: the columns that it sums, over the lines between two others.
 struct Subtotal {
-    int Line;
+    Currency Line;
     std::string_view Columns;
-    std::string_view Condition;
+    Currency Above;
+    Currency Below;
 };
 
-constexpr Subtotal kCapital = {3, "12345678", "LineNum<3"};
-constexpr Subtotal kOtherCapital = {7, "12356", "LineNum>3 And LineNum<7"};
-constexpr Subtotal kNonCapital = {99, "12345678", "LineNum>7 And LineNum<99"};
-constexpr Subtotal kTotal = {100, "12345678", "LineNum In(3,7,99)"};
+constexpr std::string_view kAllColumns = "12345678";
+constexpr Currency kBeforeAll = Currency::FromWhole(-10000);
 
-void WriteSubtotal(const Subtotal& subtotal) {
+constexpr Subtotal kCapital = {kCapitalSubtotal, kAllColumns, kBeforeAll, kCapitalSubtotal};
+constexpr Subtotal kOtherCapital = {kOtherCapitalSubtotal, "12356", kCapitalSubtotal,
+                                    kOtherCapitalSubtotal};
+constexpr Subtotal kNonCapital = {kNonCapitalSubtotal, kAllColumns, kOtherCapitalSubtotal,
+                                  kNonCapitalSubtotal};
+
+void WriteSums(Currency line, std::string_view columns, std::string_view condition,
+               std::initializer_list<Variant> args) {
     std::string sums;
     std::string sets;
-    for (const char column : subtotal.Columns) {
+    for (const char column : columns) {
         sums += fmt::format("{}Sum(Col_{}) As C{}", sums.empty() ? "" : ", ", column, column);
         sets += fmt::format("{}Col_{}=?", sets.empty() ? "" : ",", column);
     }
     const Recordset totals = gDB.OpenRecordset(
-        fmt::format("Select {} From A Where {};", sums, subtotal.Condition), dbOpenSnapshot);
+        fmt::format("Select {} From A Where {};", sums, condition), args, dbOpenSnapshot);
     std::vector<Variant> values;
     for (int i = 0; i < totals.FieldCount(); ++i) values.emplace_back(NumOr(totals[i]));
-    gDB.Execute(fmt::format("Update A Set {} Where LineNum={};", sets, subtotal.Line), values);
+    values.emplace_back(line);
+    gDB.Execute(fmt::format("Update A Set {} Where LineNum=?;", sets), values);
+}
+
+void WriteSubtotal(const Subtotal& subtotal) {
+    WriteSums(subtotal.Line, subtotal.Columns, "LineNum>? And LineNum<?",
+              {subtotal.Above, subtotal.Below});
+}
+
+void WriteTotal() {
+    WriteSums(kTotalOfA, kAllColumns, "LineNum In(?,?,?)",
+              {kCapitalSubtotal, kOtherCapitalSubtotal, kNonCapitalSubtotal});
 }
 
 void Calculate() {
@@ -126,7 +144,7 @@ void Calculate() {
     for (const Source& source : kSources) Post(postings, source);
     gDB.Execute("UPDATE A SET Col_3=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_2),0,Col_2);");
     gDB.Execute("UPDATE A SET Col_5=IIF(IsNull(Col_3),0,Col_3)+IIF(IsNull(Col_4),0,Col_4);");
-    for (const Allocation& allocation : kAllocations) PostAllocation(allocation);
+    PostAllocations();
     gDB.Execute(
         "UPDATE A SET Col_8=IIF(IsNull(Col_5),0,Col_5)-IIF(IsNull(Col_6),0,Col_6)"
         "-IIF(IsNull(Col_7),0,Col_7);");
@@ -136,7 +154,13 @@ void Calculate() {
     // The other capital related lines carry no adjustment, functional or pooled amount on this
     // form. Columns 3 and 5 keep the adjustment that was in them.
     gDB.Execute("UPDATE A SET Col_4=0,Col_7=0,Col_8=0 Where LineNum>3 and LineNum<8;");
-    WriteSubtotal(kTotal);
+    WriteTotal();
+}
+
+bool IsComputedLine_A(Currency line) {
+    return std::ranges::any_of(kComputedLines_A, [&](const ComputedLine& computed) {
+        return Currency::FromWhole(computed.Line) == line;
+    });
 }
 
 }  // namespace
@@ -160,10 +184,11 @@ const std::vector<WorksheetField>& Fields_A(std::string_view) {
 void Build_A() {
     MakeWorksheetTable("A");
     gDB.Execute("INSERT INTO A SELECT LineNum,CCName FROM CostCenters;");
-    static constexpr std::array<SeedRow, 4> kSeeds = {{{3, "Subtotal CRC"},
-                                                       {7, "Subtotal Other CRC"},
-                                                       {99, "Subtotal Non-Capital Cost"},
-                                                       {100, "Total"}}};
+    static constexpr std::array<SeedRow, 4> kSeeds = {
+        {{kCapitalSubtotal.Whole(), "Subtotal CRC"},
+         {kOtherCapitalSubtotal.Whole(), "Subtotal Other CRC"},
+         {kNonCapitalSubtotal.Whole(), "Subtotal Non-Capital Cost"},
+         {kTotalOfA.Whole(), "Total"}}};
     InsertSeedRows("A", "CCName", kSeeds);
     MakeWorksheetIndex("A");
     RegisterBuiltWorksheet("A");
@@ -175,10 +200,10 @@ std::string ValidateCell_A(Currency lineNum, int column) {
     static const std::string refusal =
         "The cell you are attempting to input or modify does not accept changes.  Select OK to "
         "continue.";
-    const std::int64_t whole = lineNum.Whole();
-    if (whole == 3 || whole == 7 || whole == 28 || whole == 99 || whole == 100) return refusal;
+    const Currency whole = Currency::FromWhole(lineNum.Whole());
+    if (IsComputedLine_A(whole) || whole == kInterestIncome) return refusal;
     if (column != 1 && column != 2) return refusal;
-    if (column == 1 && lineNum <= Currency::FromWhole(28)) return refusal;
+    if (column == 1 && lineNum <= kInterestIncome) return refusal;
     return {};
 }
 

@@ -7,12 +7,16 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 const std::vector<WorksheetField>& Fields_A(std::string_view item);
-inline constexpr std::array<ComputedLine, 4> kComputedLines_A = {{{3}, {7}, {99}, {100}}};
+inline constexpr std::array<ComputedLine, 4> kComputedLines_A = {{{kCapitalSubtotal.Whole()},
+                                                                  {kOtherCapitalSubtotal.Whole()},
+                                                                  {kNonCapitalSubtotal.Whole()},
+                                                                  {kTotalOfA.Whole()}}};
 
 void Build_A();
 

@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 const std::vector<WorksheetField>& Fields_A6(std::string_view item);
-inline constexpr std::array<ComputedLine, 1> kComputedLines_A6 = {{{100}}};
+inline constexpr std::array<ComputedLine, 1> kComputedLines_A6 = {{{kTotalOfEntries.Whole()}}};
 
 void Build_A6();
 

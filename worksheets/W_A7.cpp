@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 #include "worksheets/W_A.h"
 
@@ -70,7 +71,7 @@ void TotalKeyedColumns() {
          NumOr(sums[5]), NumOr(sums[6]), NumOr(sums[7])});
 }
 
-const Currency kTotalLine = Currency::FromWhole(3);
+constexpr Currency kTotalLine = kCapitalSubtotal;  ///< of Part II
 
 void CalcRatios() {
     const double total = SumOf("Select Col_3 From A7p2 Where LineNum=3;");
@@ -134,7 +135,7 @@ void CloseColumn(int column, double wanted, double sum) {
 }
 
 void CloseColumns() {
-    const Recordset total = RequiredRow("A7p2", 3);
+    const Recordset total = RequiredRow("A7p2", kTotalLine);
     const Recordset sums = gDB.OpenRecordset(
         "Select Sum(Col_5) As S5, Sum(Col_6) As S6, Sum(Col_7) As S7 From A7p2 Where LineNum<3;",
         dbOpenSnapshot);
@@ -204,7 +205,7 @@ void Calc_A7p1() {
     std::array<double, 7> totals = {};
     for (int i = 0; i < 7; ++i) totals.at(static_cast<std::size_t>(i)) = NumOr(sums[i]);
     WriteRollForward(7, totals);
-    const Recordset reconciling = RequiredRow("A7p1", 8);
+    const Recordset reconciling = RequiredRow("A7p1", Currency::FromWhole(8));
     for (int i = 0; i < 7; ++i) {
         totals.at(static_cast<std::size_t>(i)) += NumOr(reconciling[i + 2]);
     }

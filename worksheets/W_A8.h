@@ -6,13 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 const std::vector<WorksheetField>& Fields_A8(std::string_view item);
 /// Line 12 shows the net of A-8-1 Part I.
-inline constexpr std::array<ComputedLine, 2> kComputedLines_A8 = {{{12, "Col_3"}, {100}}};
+inline constexpr std::array<ComputedLine, 2> kComputedLines_A8 = {
+    {{kRelatedOrganizations.Whole(), "Col_3"}, {kTotalOfEntries.Whole()}}};
 
 void Build_A8();
 

@@ -7,13 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 const std::vector<WorksheetField>& Fields_A81p1(std::string_view item);
 const std::vector<WorksheetField>& Fields_A81p2(std::string_view item);
-inline constexpr std::array<ComputedLine, 1> kComputedLines_A81p1 = {{{100}}};
+inline constexpr std::array<ComputedLine, 1> kComputedLines_A81p1 = {{{kTotalOfEntries.Whole()}}};
 
 void Build_A81p1();
 void Build_A81p2();

@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <array>
+#include <optional>
 
 #include "core/Globals.h"
 #include "store/session/CoreTables.h"
@@ -18,36 +19,7 @@ namespace {
 using enum FieldType;
 using enum CellKind;
 
-/// What differs between the six schedules.
-struct Schedule {
-    std::string_view Type;  ///< the first two letters of its tables
-    Currency From;          ///< the cost centers that have a column
-    Currency Below;
-    std::string_view TotalField;
-};
-
-constexpr Currency kSeven = Currency::FromWhole(7);
-constexpr Currency kEnd = Currency::FromWhole(10000);
-
-constexpr std::array<Schedule, 6> kSchedules = {{
-    {"Bp", Currency(), kSeven, "Col_7"},
-    {"B1", kSeven, kEnd, "Col_99"},
-    {"Cp", Currency(), Currency::FromWhole(3), "Col_3"},
-    {"C1", Currency(), Currency::FromWhole(3), ""},
-    {"Dp", kSeven, kEnd, "Col_99"},
-    {"D1", kSeven, kEnd, ""},
-}};
-
-const Schedule& ScheduleOf(std::string_view item) {
-    return *std::ranges::find_if(kSchedules, [&](const Schedule& schedule) {
-        return SameText(schedule.Type, LeftText(item, 2));
-    });
-}
-
-/// C and D, whose amounts are computed from the statistics of C-1 and D-1.
-bool IsAllocated(const Schedule& schedule) {
-    return schedule.Type == "Cp" || schedule.Type == "Dp";
-}
+const Schedule& ScheduleOf(std::string_view item) { return *FindSchedule(item); }
 
 std::string_view NumberTitle(char part) {
     return part == '1' ? "CCN" : part == '2' ? "" : "Region-|al HO|#";
@@ -67,11 +39,11 @@ std::vector<WorksheetField> MakeFixedFields(const Schedule& schedule, char part)
 
 using FieldsByPart = std::array<std::vector<WorksheetField>, 3>;
 
-std::array<FieldsByPart, kSchedules.size()> MakeAllFixedFields() {
-    std::array<FieldsByPart, kSchedules.size()> all;
-    for (std::size_t i = 0; i < kSchedules.size(); ++i) {
+std::vector<FieldsByPart> MakeAllFixedFields() {
+    std::vector<FieldsByPart> all(AllSchedules().size());
+    for (std::size_t i = 0; i < all.size(); ++i) {
         for (std::size_t part = 0; part < 3; ++part) {
-            all[i][part] = MakeFixedFields(kSchedules[i], static_cast<char>('1' + part));
+            all[i][part] = MakeFixedFields(AllSchedules()[i], static_cast<char>('1' + part));
         }
     }
     return all;
@@ -79,139 +51,169 @@ std::array<FieldsByPart, kSchedules.size()> MakeAllFixedFields() {
 
 // --- Calculation ---------------------------------------------------------------------------
 
-constexpr int kFirst = 3;  ///< position of the first cost center
+/// Amounts of a row, or sums of columns, by position in the table.
+using Amounts = std::vector<double>;
 
-/// One schedule's table while it is calculated. Positions are the table's, LineNum being 0.
-struct Run {
+std::size_t At(int position) { return static_cast<std::size_t>(position); }
+
+/// A schedule's table while it is calculated. Positions are the table's, LineNum being 0.
+struct Table {
     std::string Item;
     const Schedule& Kind;
     Recordset Rows;
     int Last;  ///< position of the last cost center; the total, if there is one, stands behind it
-    std::vector<double> Tot = {};   ///< the columns' totals, by position
-    std::vector<double> Cost = {};  ///< line 53
-    std::vector<double> Ucm = {};   ///< line 54 of the statistics, on C and D
-    std::optional<LineCursor> Statistics = {};
 
+    explicit Table(std::string_view item)
+        : Item(item),
+          Kind(ScheduleOf(item)),
+          Rows(gDB.OpenRecordset(fmt::format("Select * From {} Order By LineNum;", item))),
+          Last(Rows.FieldCount() - (Kind.TotalField.empty() ? 1 : 2)) {}
+
+    int First() const { return Kind.FirstColumn; }
     bool HasTotal() const { return !Kind.TotalField.empty(); }
+    bool IsFunctional() const { return Kind.Kind == ScheduleKind::Functional; }
+    /// The third part of the statistics, which has the costs and the multipliers.
+    std::string CostTable() const { return TableOf(Kind.Statistics, 3); }
 };
 
-std::size_t At(int position) { return static_cast<std::size_t>(position); }
+// --- Components ------------------------------------------------------------------------------
 
 /// The unit cost multipliers; a column that was not calculated has none.
-std::vector<double> Multipliers(std::string_view table) {
-    const Recordset row = RequiredRow(table, 54);
-    for (int i = kFirst; i < row.FieldCount(); ++i) {
+Amounts Multipliers(const Table& table) {
+    const std::string source = table.CostTable();
+    const Recordset row = RequiredRow(source, kUnitCostMultiplier);
+    for (int i = table.First(); i < row.FieldCount(); ++i) {
         if (!row[i].IsNull()) continue;
         throw StoreError(StoreError::Kind::Other,
                          fmt::format("Worksheet {} line 54 holds no unit cost multiplier in {}.",
-                                     table, row.FieldName(i)));
+                                     source, row.FieldName(i)));
     }
     return AmountsOf(row);
 }
 
-Run OpenRun(std::string_view item) {
-    const Schedule& kind = ScheduleOf(item);
-    Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order By LineNum;", item));
-    const int fields = rows.FieldCount();
-    Run run{.Item = std::string(item),
-            .Kind = kind,
-            .Rows = std::move(rows),
-            .Last = fields - (kind.TotalField.empty() ? 1 : 2)};
-    run.Tot.assign(At(fields), 0);
-    run.Cost.assign(At(fields), 0);
-    if (IsAllocated(kind) && !run.Rows.Eof()) {
-        run.Ucm = Multipliers(fmt::format("{}1p3", item[0]));
-        const std::string source = fmt::format("{}1{}", item[0], item.substr(1));
-        run.Statistics.emplace(
-            source, fmt::format("Select * From {} Where LineNum<51 Order By LineNum;", source));
-    }
-    return run;
+LineCursor OpenStatistics(const Table& table) {
+    const std::string source = fmt::format("{}{}", table.Kind.Statistics, PartOf(table.Item));
+    return {source, fmt::format("Select * From {} Where LineNum<{} Order By LineNum;", source,
+                                kPartTotal.Whole())};
 }
 
-void Allocate(Run& run) {
-    run.Statistics->Seek(LineOf(run.Rows));
-    for (int i = kFirst; i <= run.Last; ++i) {
-        const double statistic = run.Statistics->Amount(i);
-        run.Rows.Set(i, statistic == 0 ? Variant() : RoundTo(run.Ucm.at(At(i)) * statistic, 0));
+/// What C and D are computed from.
+struct Source {
+    Amounts UnitCosts;
+    LineCursor Statistics;
+};
+
+/// Sets the row in hand, which is in Edit, to its statistics' amounts. Without a statistic a cell
+/// is Null.
+void Allocate(Table& table, Source& source) {
+    source.Statistics.Seek(LineOf(table.Rows));
+    for (int i = table.First(); i <= table.Last; ++i) {
+        const double statistic = source.Statistics.Amount(i);
+        table.Rows.Set(
+            i, statistic == 0 ? Variant() : RoundTo(source.UnitCosts.at(At(i)) * statistic, 0));
     }
 }
 
-void CalcComponent(Run& run) {
-    if (run.HasTotal()) run.Rows.Edit();
-    if (run.Statistics) Allocate(run);
-    double rowTotal = 0;
-    for (int i = kFirst; i <= run.Last; ++i) {
-        const double amount = NumOr(run.Rows[i]);
-        rowTotal += amount;
-        run.Tot[At(i)] += amount;
+/// Adds the row in hand to the sums, and gives its own total.
+double AddRow(const Table& table, Amounts& sums) {
+    double total = 0;
+    for (int i = table.First(); i <= table.Last; ++i) {
+        const double amount = NumOr(table.Rows[i]);
+        total += amount;
+        sums[At(i)] += amount;
     }
-    if (!run.HasTotal()) return;
-    run.Rows.Set(run.Last + 1, rowTotal);
-    run.Tot[At(run.Last + 1)] = rowTotal;
-    run.Rows.Update();
+    return total;
 }
 
-void WriteTotals(Run& run) {
-    run.Rows.Edit();
-    for (int i = kFirst; i < run.Rows.FieldCount(); ++i) run.Rows.Set(i, run.Tot[At(i)]);
-    run.Rows.Update();
+void CalcComponent(Table& table, std::optional<Source>& source, Amounts& sums) {
+    if (!table.HasTotal()) {
+        AddRow(table, sums);
+        return;
+    }
+    table.Rows.Edit();
+    if (source) Allocate(table, *source);
+    sums.back() = AddRow(table, sums);
+    table.Rows.Set(table.Last + 1, sums.back());
+    table.Rows.Update();
 }
 
-void CalcTotal(Run& run) {
-    double rowTotal = 0;
-    for (int i = kFirst; i <= run.Last; ++i) rowTotal += run.Tot[At(i)];
-    if (run.HasTotal()) run.Tot[At(run.Last + 1)] = rowTotal;
-    WriteTotals(run);
+/// Calculates the components' rows and leaves the table on the first line behind them. Gives the
+/// sums of the cost centers' columns.
+Amounts CalcComponents(Table& table) {
+    Amounts sums(At(table.Rows.FieldCount()), 0);
+    std::optional<Source> source;
+    if (table.IsFunctional() && !table.Rows.Eof()) {
+        source.emplace(Multipliers(table), OpenStatistics(table));
+    }
+    for (; !table.Rows.Eof() && LineOf(table.Rows) < kPartTotal; table.Rows.MoveNext()) {
+        CalcComponent(table, source, sums);
+    }
+    return sums;
 }
 
-void CalcGrandTotal(Run& run) {
-    const std::string_view family = std::string_view(run.Item).substr(0, run.Item.size() - 1);
+// --- Totals ----------------------------------------------------------------------------------
+
+void WriteRow(Table& table, const Amounts& amounts) {
+    table.Rows.Edit();
+    for (int i = table.First(); i < table.Rows.FieldCount(); ++i) table.Rows.Set(i, amounts[At(i)]);
+    table.Rows.Update();
+}
+
+/// The part's total: the columns' sums, and what they sum to.
+Amounts PartTotal(const Table& table, Amounts sums) {
+    if (!table.HasTotal()) return sums;
+    double total = 0;
+    for (int i = table.First(); i <= table.Last; ++i) total += sums[At(i)];
+    sums.back() = total;
+    return sums;
+}
+
+/// The third part's total and those of the two others.
+Amounts GrandTotal(const Table& table, Amounts total) {
     for (const int part : {1, 2}) {
-        const std::vector<double> total =
-            AmountsOf(RequiredRow(fmt::format("{}{}", family, part), 51));
-        for (int i = kFirst; i < run.Rows.FieldCount(); ++i) run.Tot[At(i)] += total.at(At(i));
+        const Amounts other = AmountsOf(RequiredRow(TableOf(table.Kind, part), kPartTotal));
+        for (int i = table.First(); i < table.Rows.FieldCount(); ++i)
+            total[At(i)] += other.at(At(i));
     }
-    WriteTotals(run);
+    return total;
 }
 
-void CalcMultipliers(Run& run) {
-    run.Rows.Edit();
-    for (int i = kFirst; i <= run.Last; ++i) {
-        const double total = run.Tot[At(i)];
-        run.Rows.Set(i, total == 0 ? 0 : RoundTo(run.Cost[At(i)] / total, 6));
+void WriteMultipliers(Table& table, const Amounts& cost, const Amounts& statistics) {
+    table.Rows.Edit();
+    for (int i = table.First(); i <= table.Last; ++i) {
+        const double total = statistics[At(i)];
+        table.Rows.Set(i, total == 0 ? 0 : RoundTo(cost[At(i)] / total, 6));
     }
-    run.Rows.Update();
+    table.Rows.Update();
 }
 
 /// Closes each column of C or D to its cost: what the rounded amounts miss goes to the largest.
-void CloseOnCost(const Run& run) {
-    const std::vector<double> wanted =
-        AmountsOf(RequiredRow(fmt::format("{}1p3", run.Item[0]), 53));
+void CloseOnCost(const Table& table, const Amounts& got) {
+    const Amounts wanted = AmountsOf(RequiredRow(table.CostTable(), kCostToAllocate));
     std::vector<Gap> gaps;
-    for (int i = kFirst; i <= run.Last; ++i) {
-        if (wanted.at(At(i)) != run.Tot[At(i)]) gaps.push_back({i, run.Tot[At(i)], wanted[At(i)]});
+    for (int i = table.First(); i <= table.Last; ++i) {
+        if (wanted.at(At(i)) != got[At(i)]) gaps.push_back({i, got[At(i)], wanted[At(i)]});
     }
-    CloseGaps(std::string_view(run.Item).substr(0, 2), gaps, run.Last + 1);
+    CloseGaps(table.Kind.Family, gaps, table.Last + 1);
 }
 
-void CalcRow(Run& run) {
-    const Currency line = LineOf(run.Rows);
-    if (line < Currency::FromWhole(51)) return CalcComponent(run);
-    if (!line.IsWhole()) return;
-    switch (line.Whole()) {
-        case 51:
-            return CalcTotal(run);
-        case 52:
-            CalcGrandTotal(run);
-            if (IsAllocated(run.Kind)) CloseOnCost(run);
-            return;
-        case 53:
-            run.Cost = AmountsOf(run.Rows);
-            return;
-        case 54:
-            return CalcMultipliers(run);
-        default:
-            return;
+/// Calculates the fixed lines, in their order; each takes what the ones ahead have left.
+void CalcFixedLines(Table& table, Amounts sums) {
+    Amounts cost(sums.size(), 0);
+    for (; !table.Rows.Eof(); table.Rows.MoveNext()) {
+        const Currency line = LineOf(table.Rows);
+        if (line == kPartTotal) {
+            sums = PartTotal(table, std::move(sums));
+            WriteRow(table, sums);
+        } else if (line == kGrandTotal) {
+            sums = GrandTotal(table, std::move(sums));
+            WriteRow(table, sums);
+            if (table.IsFunctional()) CloseOnCost(table, sums);
+        } else if (line == kCostToAllocate) {
+            cost = AmountsOf(table.Rows);
+        } else if (line == kUnitCostMultiplier) {
+            WriteMultipliers(table, cost, sums);
+        }
     }
 }
 
@@ -219,19 +221,19 @@ void CalcRow(Run& run) {
 
 const std::vector<WorksheetField>& FixedFields_Bpx(std::string_view item) {
     static const auto all = MakeAllFixedFields();
-    const auto schedule = static_cast<std::size_t>(&ScheduleOf(item) - kSchedules.data());
+    const auto schedule = static_cast<std::size_t>(&ScheduleOf(item) - AllSchedules().data());
     return all.at(schedule).at(static_cast<std::size_t>(PartOf(item) - '1'));
 }
 
-std::vector<WorksheetField> CostCenterFields(const std::function<bool(Currency)>& takes,
-                                             CellKind kind, bool withBasis) {
+std::vector<WorksheetField> CostCenterFields(const Schedule& schedule, CellKind kind,
+                                             bool withBasis) {
     std::vector<WorksheetField> fields;
     Recordset centers = gDB.OpenRecordset(
         "SELECT LineNum, CCName, StatLabel1, StatLabel2 From CostCenters ORDER BY LineNum;",
         dbOpenSnapshot);
     for (; !centers.Eof(); centers.MoveNext()) {
         const Currency line = LineOf(centers);
-        if (!takes(line)) continue;
+        if (!TakesColumn(schedule, line)) continue;
         fields.push_back({CostCenterColumn(line), dbDouble, 0,
                           CostCenterTitle(centers[1], centers[2], centers[3], withBasis), kind});
     }
@@ -241,12 +243,9 @@ std::vector<WorksheetField> CostCenterFields(const std::function<bool(Currency)>
 std::vector<WorksheetField> Fields_Bpx(std::string_view item) {
     const Schedule& schedule = ScheduleOf(item);
     std::vector<WorksheetField> fields = FixedFields_Bpx(item);
-    const auto takes = [&](Currency line) {
-        return line >= schedule.From && line < schedule.Below;
-    };
-    const std::vector<WorksheetField> centers =
-        CostCenterFields(takes, IsAllocated(schedule) ? Computed : Keyed, ShowsBasis(item));
-    fields.insert(fields.begin() + kFirst, centers.begin(), centers.end());
+    const std::vector<WorksheetField> centers = CostCenterFields(
+        schedule, schedule.Kind == ScheduleKind::Functional ? Computed : Keyed, ShowsBasis(item));
+    fields.insert(fields.begin() + schedule.FirstColumn, centers.begin(), centers.end());
     return fields;
 }
 
@@ -255,18 +254,18 @@ void Build_Bpx(std::string_view item) {
     MakeWorksheetTable(item);
     MakeWorksheetIndex(item);
     InsertComponentRows(item);
-    if (PartOf(item) == '3' && ScheduleOf(item).TotalField.empty()) {
+    if (PartOf(item) == '3' && ScheduleOf(item).Kind == ScheduleKind::Statistics) {
         const std::string insert =
             fmt::format("Insert Into {} (LineNum,Description) Values(?,?);", item);
-        gDB.Execute(insert, {53, "Cost to be allocated"});
-        gDB.Execute(insert, {54, "UCM"});
+        gDB.Execute(insert, {kCostToAllocate, "Cost to be allocated"});
+        gDB.Execute(insert, {kUnitCostMultiplier, "UCM"});
     }
     RegisterBuiltWorksheet(item);
 }
 
 void Calc_Bpx(std::string_view item) {
-    Run run = OpenRun(item);
-    for (; !run.Rows.Eof(); run.Rows.MoveNext()) CalcRow(run);
+    Table table(item);
+    CalcFixedLines(table, CalcComponents(table));
 }
 
 }  // namespace zolmara

@@ -5,10 +5,10 @@
 // and D-1 keyed statistics, which C and D turn into dollars by a unit cost multiplier.
 
 #include <array>
-#include <functional>
 #include <string_view>
 #include <vector>
 
+#include "worksheets/Schedules.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -17,7 +17,8 @@ namespace zolmara {
 /// total.
 std::vector<WorksheetField> Fields_Bpx(std::string_view item);
 const std::vector<WorksheetField>& FixedFields_Bpx(std::string_view item);
-inline constexpr std::array<ComputedLine, 3> kComputedLines_Bpx = {{{51}, {52}, {54}}};
+inline constexpr std::array<ComputedLine, 3> kComputedLines_Bpx = {
+    {{kPartTotal.Whole()}, {kGrandTotal.Whole()}, {kUnitCostMultiplier.Whole()}}};
 
 /// Makes a schedule anew from the cost centers and components. When the old table cannot be
 /// deleted the reason is shown and nothing else is done.
@@ -29,9 +30,9 @@ void Build_Bpx(std::string_view item);
 /// where a line that it needs is missing or not calculated.
 void Calc_Bpx(std::string_view item);
 
-/// The fields of the cost centers whose line fulfils the condition, in the order of their lines.
+/// The fields of the cost centers that have a column in the schedule, in the order of their lines.
 /// With `withBasis` the title has the words of the statistical basis ahead of the name.
-std::vector<WorksheetField> CostCenterFields(const std::function<bool(Currency)>& takes,
-                                             CellKind kind, bool withBasis);
+std::vector<WorksheetField> CostCenterFields(const Schedule& schedule, CellKind kind,
+                                             bool withBasis);
 
 }  // namespace zolmara

@@ -6,14 +6,13 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
 #include "worksheets/W_Ex.h"
 
 namespace zolmara {
 namespace {
 
 using PartAmounts = std::array<double, 3>;
-
-constexpr int kFirstPool = 4;  ///< position on E
 
 double Total(const PartAmounts& parts) {
     double total = 0;
@@ -25,8 +24,10 @@ double Total(const PartAmounts& parts) {
 PartAmounts SumStatistics() {
     PartAmounts sums = {};
     for (std::size_t i = 0; i < sums.size(); ++i) {
-        sums[i] = SumOf(fmt::format("Select Sum(Col_1) As C1 From E1p{} Where LineNum<51;", i + 1));
-        gDB.Execute(fmt::format("Update E1p{} Set Col_1=? Where LineNum=51;", i + 1), {sums[i]});
+        sums[i] = SumOf(fmt::format("Select Sum(Col_1) As C1 From E1p{} Where LineNum<?;", i + 1),
+                        {kPartTotal});
+        gDB.Execute(fmt::format("Update E1p{} Set Col_1=? Where LineNum=?;", i + 1),
+                    {sums[i], kPartTotal});
     }
     return sums;
 }
@@ -92,22 +93,22 @@ std::vector<Pool> SplitPools(const PartAmounts& ratios, std::size_t largest) {
     std::vector<Pool> pools;
     const Recordset row = gDB.OpenRecordset("Select * From E Where LineNum=4;", dbOpenSnapshot);
     LineCursor trialBalance("A", "Select LineNum,Col_8 From A Order by LineNum;");
-    for (int i = kFirstPool; i < row.FieldCount(); ++i) {
+    for (int i = FindSchedule("E")->FirstColumn; i < row.FieldCount(); ++i) {
         const std::string& field = row.FieldName(i);
         if (!IsCostCenterColumn(field)) continue;
         trialBalance.Seek(LineOfColumn(field));
         pools.push_back(Split(field, trialBalance.Amount(1), ratios, largest));
     }
     const double others = SumOf(
-        "Select Sum(Col_8) As C8 From A Where (LineNum>=10 And LineNum<28) Or (LineNum>=29 And "
-        "LineNum<99);");
-    pools.push_back(Split("Col_7", others, ratios, largest));
+        fmt::format("Select Sum(Col_8) As C8 From A Where {};", ConditionFor(CostClass::AllOther)));
+    pools.push_back(Split(std::string(kAllOtherPools), others, ratios, largest));
     return pools;
 }
 
 /// Writes one number of each pool to a row; what is written counts in its text form.
 template <class Number>
-void WriteRow(std::string_view table, int line, const std::vector<Pool>& pools, Number number) {
+void WriteRow(std::string_view table, Currency line, const std::vector<Pool>& pools,
+              Number number) {
     Recordset row =
         gDB.OpenRecordset(fmt::format("Select * From {} Where LineNum=?;", table), {line});
     if (row.Eof()) return;
@@ -127,10 +128,10 @@ void Calc_E() {
         const auto share = [&](const Pool& pool) {
             return pool.Shares.at(static_cast<std::size_t>(part - 1));
         };
-        WriteRow("E", part, pools, share);
-        WriteRow(fmt::format("E1p{}", part), 51, pools, share);
+        WriteRow("E", Currency::FromWhole(part), pools, share);
+        WriteRow(fmt::format("E1p{}", part), kPartTotal, pools, share);
     }
-    WriteRow("E", 4, pools, [](const Pool& pool) { return pool.Amount; });
+    WriteRow("E", kTotalOfE, pools, [](const Pool& pool) { return pool.Amount; });
 }
 
 }  // namespace zolmara

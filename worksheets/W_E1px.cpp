@@ -9,13 +9,13 @@
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
 #include "worksheets/W_Ex.h"
 
 namespace zolmara {
 namespace {
 
-constexpr int kFirstPool = 5;  ///< position on E-1
-constexpr Currency kTotalLine = Currency::FromWhole(51);
+const int kFirstPool = FindSchedule("E1p")->FirstColumn;
 
 std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
@@ -25,10 +25,10 @@ Recordset OpenRows(std::string_view item) {
 
 void WriteRatios(std::string_view item) {
     const double total =
-        SumOf(fmt::format("Select Sum(Col_1) As C1 From {} Where LineNum<51;", item));
-    gDB.Execute(fmt::format("Update {} Set Col_1=? Where LineNum=51;", item), {total});
+        SumOf(fmt::format("Select Sum(Col_1) As C1 From {} Where LineNum<?;", item), {kPartTotal});
+    gDB.Execute(fmt::format("Update {} Set Col_1=? Where LineNum=?;", item), {total, kPartTotal});
     Recordset rows = OpenRows(item);
-    for (; !rows.Eof() && LineOf(rows) != kTotalLine; rows.MoveNext()) {
+    for (; !rows.Eof() && LineOf(rows) != kPartTotal; rows.MoveNext()) {
         rows.Edit();
         rows.Set("Col_2", total == 0 ? 0 : RoundTo(NumOr(rows["Col_1"]) / total, 6));
         rows.Update();
@@ -38,17 +38,17 @@ void WriteRatios(std::string_view item) {
 /// The largest statistic, by its plain value, takes what the ratios miss of 1.
 void CloseRatios(std::string_view item) {
     const double sum =
-        SumOf(fmt::format("Select Sum(Col_2) As C2 From {} Where LineNum<51;", item));
+        SumOf(fmt::format("Select Sum(Col_2) As C2 From {} Where LineNum<?;", item), {kPartTotal});
     if (sum != 1 && sum != 0) {
         const Recordset largest = gDB.OpenRecordset(
-            fmt::format("Select Top 1 LineNum,Col_1,Col_2 From {} Where LineNum<51 Order By Col_1 "
+            fmt::format("Select Top 1 LineNum,Col_1,Col_2 From {} Where LineNum<? Order By Col_1 "
                         "Desc;",
                         item),
-            dbOpenSnapshot);
+            {kPartTotal}, dbOpenSnapshot);
         gDB.Execute(fmt::format("Update {} Set Col_2=? Where LineNum=?;", item),
                     {NumOr(largest["Col_2"]) - sum + 1, largest["LineNum"]});
     }
-    gDB.Execute(fmt::format("Update {} Set Col_2=1 Where LineNum=51;", item));
+    gDB.Execute(fmt::format("Update {} Set Col_2=1 Where LineNum=?;", item), {kPartTotal});
 }
 
 /// A column of amounts: what it sums to, and where its largest cell stands.
@@ -70,7 +70,7 @@ void Gather(std::vector<Column>& columns, Currency line, int position, double am
 /// Gives every row its share of line 51, line 51 its own in whole dollars. Line 52, which has no
 /// ratio, comes out as 0.
 std::vector<Column> SplitShares(std::string_view item) {
-    std::vector<double> total = AmountsOf(RequiredRow(item, 51));
+    std::vector<double> total = AmountsOf(RequiredRow(item, kPartTotal));
     Recordset rows = OpenRows(item);
     std::vector<Column> columns(At(rows.FieldCount()));
     for (; !rows.Eof(); rows.MoveNext()) {
@@ -80,8 +80,8 @@ std::vector<Column> SplitShares(std::string_view item) {
         for (int i = kFirstPool; i < rows.FieldCount(); ++i) {
             const double amount = RoundTo(ratio * total[At(i)], 0);
             rows.Set(i, amount);
-            if (line < kTotalLine) Gather(columns, line, i, amount);
-            if (line == kTotalLine) total[At(i)] = amount;
+            if (line < kPartTotal) Gather(columns, line, i, amount);
+            if (line == kPartTotal) total[At(i)] = amount;
         }
         rows.Update();
     }
@@ -90,7 +90,7 @@ std::vector<Column> SplitShares(std::string_view item) {
 
 /// The largest amount of each column takes what rounding left of the part's share.
 void CloseColumns(std::string_view item, const std::vector<Column>& columns) {
-    const std::vector<double> total = AmountsOf(RequiredRow(item, 51));
+    const std::vector<double> total = AmountsOf(RequiredRow(item, kPartTotal));
     std::map<Currency, std::vector<int>> touched;
     for (int i = kFirstPool; i < static_cast<int>(columns.size()); ++i) {
         const Column& column = columns[At(i)];
@@ -111,9 +111,9 @@ void CloseColumns(std::string_view item, const std::vector<Column>& columns) {
 void WriteGrandTotal() {
     std::array<std::vector<double>, 3> totals;
     for (std::size_t i = 0; i < totals.size(); ++i) {
-        totals[i] = AmountsOf(RequiredRow(fmt::format("E1p{}", i + 1), 51));
+        totals[i] = AmountsOf(RequiredRow(fmt::format("E1p{}", i + 1), kPartTotal));
     }
-    Recordset row = gDB.OpenRecordset("Select * From E1p3 Where LineNum=52;");
+    Recordset row = gDB.OpenRecordset("Select * From E1p3 Where LineNum=?;", {kGrandTotal});
     if (row.Eof()) return;
     row.Edit();
     for (int i = kFirstPool; i < row.FieldCount(); ++i) {

@@ -23,13 +23,8 @@ std::vector<WorksheetField> MakeFixedFields(std::string_view numberTitle, bool o
     fields.push_back(
         {"Col_1", dbDouble, 0, "Allocation|Statistics", ofComponents ? Keyed : Computed});
     fields.push_back({"Col_2", dbDouble, 0, "Allocation|Ratio", Computed});
-    fields.push_back({"Col_7", dbDouble, 0, "All Other|Non-CRC", Computed});
+    fields.push_back({std::string(kAllOtherPools), dbDouble, 0, "All Other|Non-CRC", Computed});
     return fields;
-}
-
-bool HasOwnPool(Currency line) {
-    const std::int64_t whole = line.Whole();
-    return whole == 1 || whole == 2 || whole == 8 || whole == 9 || whole == 28;
 }
 
 }  // namespace
@@ -45,8 +40,8 @@ std::vector<WorksheetField> Fields_Ex(std::string_view item) {
     std::vector<WorksheetField> fields = FixedFields_Ex(item);
     const WorksheetField otherPools = fields.back();
     fields.pop_back();
-    for (const WorksheetField& pool : CostCenterFields(HasOwnPool, Computed, false)) {
-        if (LineOfColumn(pool.Name) == Currency::FromWhole(28)) fields.push_back(otherPools);
+    for (const WorksheetField& pool : CostCenterFields(*FindSchedule(item), Computed, false)) {
+        if (LineOfColumn(pool.Name) == kInterestIncome) fields.push_back(otherPools);
         fields.push_back(pool);
     }
     return fields;

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -17,7 +18,8 @@ namespace zolmara {
 /// their subscripts. Col_7, all other pools, stands right before line 28.
 std::vector<WorksheetField> Fields_Ex(std::string_view item);
 const std::vector<WorksheetField>& FixedFields_Ex(std::string_view item);
-inline constexpr std::array<ComputedLine, 2> kComputedLines_E1px = {{{51}, {52}}};
+inline constexpr std::array<ComputedLine, 2> kComputedLines_E1px = {
+    {{kPartTotal.Whole()}, {kGrandTotal.Whole()}}};
 
 /// Makes E or a part of E-1 anew. When the old table cannot be deleted the reason is shown and
 /// nothing else is done.

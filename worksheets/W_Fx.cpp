@@ -10,6 +10,7 @@
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
@@ -64,21 +65,10 @@ std::array<std::array<std::vector<WorksheetField>, 3>, 3> MakeAllFields() {
 
 // --- Classes of cost -----------------------------------------------------------------------
 
-enum class CostClass { None, Salaries, Other, Interest };
-
-/// A cost center's code: 100 times its line.
-std::int64_t CodeOf(std::string_view field) {
-    return LineOfColumn(field).Units() * 100 / Currency::kScale;
-}
-
-/// The class of a field of B-1, D or E-1. On E-1 all other pools are one field, Col_7.
+/// The class of a field of B-1, D or E-1. On E-1 all other pools are one field.
 CostClass ClassOf(std::string_view field, bool pooled) {
-    if (pooled && SameText(field, "Col_7")) return CostClass::Other;
-    if (!IsCostCenterColumn(field)) return CostClass::None;
-    const std::int64_t code = CodeOf(field);
-    if (Between<std::int64_t>(code, 800, 999)) return CostClass::Salaries;
-    if (Between<std::int64_t>(code, 2800, 2899)) return CostClass::Interest;
-    return Between<std::int64_t>(code, 1000, 9899) ? CostClass::Other : CostClass::None;
+    if (pooled && SameText(field, kAllOtherPools)) return CostClass::AllOther;
+    return IsCostCenterColumn(field) ? ClassOfLine(LineOfColumn(field)) : CostClass::None;
 }
 
 /// A row of a schedule, summed by class.
@@ -89,7 +79,7 @@ struct ClassSums {
 
     void Add(CostClass kind, double amount) {
         if (kind == CostClass::Salaries) Salaries += amount;
-        if (kind == CostClass::Other) Other += amount;
+        if (kind == CostClass::AllOther) Other += amount;
         if (kind == CostClass::Interest) Interest += amount;
     }
 };
@@ -102,11 +92,12 @@ struct Summed {
 
 /// A schedule has many fields and F-2 takes but a few: only what is taken is read.
 Summed FieldsToSum(std::string_view family, char part, std::span<const CostClass> taken) {
-    const bool pooled = family == "E1p";
+    const Schedule& schedule = *FindSchedule(family);
+    const bool pooled = schedule.Kind == ScheduleKind::Pooled;
     const std::string table = fmt::format("{}{}", family, part);
     Summed summed{{}, "Select LineNum"};
     const std::vector<FieldDef>& fields = gDB.Table(table).Fields;
-    for (std::size_t i = pooled ? 5 : 3; i < fields.size(); ++i) {
+    for (auto i = static_cast<std::size_t>(schedule.FirstColumn); i < fields.size(); ++i) {
         const CostClass kind = ClassOf(fields[i].Name, pooled);
         if (std::ranges::find(taken, kind) == taken.end()) continue;
         summed.Classes.push_back(kind);
@@ -116,7 +107,7 @@ Summed FieldsToSum(std::string_view family, char part, std::span<const CostClass
     return summed;
 }
 
-constexpr std::array<CostClass, 2> kNonCapital = {CostClass::Salaries, CostClass::Other};
+constexpr std::array<CostClass, 2> kNonCapital = {CostClass::Salaries, CostClass::AllOther};
 constexpr std::array<CostClass, 1> kInterest = {CostClass::Interest};
 
 /// Walks a schedule in the order of its lines and hands on each line with its sums.
@@ -134,20 +125,21 @@ void SumRows(std::string_view family, char part, std::span<const CostClass> take
 
 // --- F -------------------------------------------------------------------------------------
 
-/// How many fields from position 5 on are capital related pools; they stand first on E-1.
-int CapitalPools(const Recordset& rows) {
-    int count = 0;
-    while (5 + count < rows.FieldCount() && IsCostCenterColumn(rows.FieldName(5 + count)) &&
-           CodeOf(rows.FieldName(5 + count)) < 400) {
-        ++count;
+/// Behind the capital related pools, which stand first on E-1.
+int BehindCapitalPools(const Recordset& rows, int first) {
+    int end = first;
+    while (end < rows.FieldCount() && IsCostCenterColumn(rows.FieldName(end)) &&
+           LineOfColumn(rows.FieldName(end)) < kOtherCapitalBegin) {
+        ++end;
     }
-    return count;
+    return end;
 }
 
 void SumPooledCapital(std::string_view item) {
     Recordset rows =
         gDB.OpenRecordset(fmt::format("Select * From E1p{} Order By LineNum;", PartOf(item)));
-    const int pools = CapitalPools(rows);
+    const int first = FindSchedule("E1p")->FirstColumn;
+    const int end = BehindCapitalPools(rows, first);
     const std::string pooled = fmt::format("Update {} Set Col_3=? Where LineNum=?;", item);
     const std::string total = fmt::format(
         "UPDATE {} SET Col_4=IIf(IsNull([Col_1]),0,[Col_1])+IIf(IsNull([Col_2]),0,[Col_2])"
@@ -155,7 +147,7 @@ void SumPooledCapital(std::string_view item) {
         item);
     for (; !rows.Eof(); rows.MoveNext()) {
         double sum = 0;
-        for (int i = 5; i < 5 + pools; ++i) sum += NumOr(rows[i]);
+        for (int i = first; i < end; ++i) sum += NumOr(rows[i]);
         const Currency line = LineOf(rows);
         gDB.Execute(pooled, {sum, line});
         gDB.Execute(total, {line});
@@ -170,13 +162,13 @@ void WriteGrandTotal() {
         "[Fp1].[Col_3]+[Fp2].[Col_3]+[Fp3].[Col_3] AS C3,"
         "[Fp1].[Col_4]+[Fp2].[Col_4]+[Fp3].[Col_4] AS C4 "
         "FROM (Fp1 INNER JOIN Fp2 ON Fp1.LineNum = Fp2.LineNum) INNER JOIN Fp3 ON Fp1.LineNum = "
-        "Fp3.LineNum WHERE (((Fp1.LineNum)=51));",
-        dbOpenSnapshot);
+        "Fp3.LineNum WHERE (((Fp1.LineNum)=?));",
+        {kPartTotal}, dbOpenSnapshot);
     if (sums.Eof()) {
         throw StoreError(StoreError::Kind::Other, "Worksheet F lacks line 51 on one of its parts.");
     }
-    gDB.Execute("Update Fp3 Set Col_1=?,Col_2=?,Col_3=?,Col_4=? Where LineNum=52;",
-                {NumOr(sums[0]), NumOr(sums[1]), NumOr(sums[2]), NumOr(sums[3])});
+    gDB.Execute("Update Fp3 Set Col_1=?,Col_2=?,Col_3=?,Col_4=? Where LineNum=?;",
+                {NumOr(sums[0]), NumOr(sums[1]), NumOr(sums[2]), NumOr(sums[3]), kGrandTotal});
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 
 namespace zolmara {
@@ -62,7 +63,7 @@ void Build_G1() {
 }
 
 void Calc_G1() {
-    Write(2, NumOr(RequiredRow("A", 100)["Col_3"]));
+    Write(2, NumOr(RequiredRow("A", kTotalOfA)["Col_3"]));
     double profit = OperatingProfit();
     Write(3, profit);
     const double income = SumOf("Select Sum(Col_2) As C2 From G1 Where LineNum>=4 And LineNum<15;");

@@ -33,7 +33,7 @@ struct WorksheetField {
 /// A line that the calculation writes: a subtotal, a total, a unit cost multiplier. Its
 /// subscripts count with it.
 struct ComputedLine {
-    int Line;
+    std::int64_t Line;
     std::string_view Field = {};  ///< the one field that is written; empty where all are
 };
 
