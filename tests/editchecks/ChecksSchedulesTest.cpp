@@ -199,5 +199,16 @@ TEST_F(ChecksSchedules, ColumnsFromInterestIncomeOnAskForACostOfAnySign) {
                  "line 1, column 28.01 must be greater than zero."});
 }
 
+TEST_F(ChecksSchedules, InterestIncomeWithACostAboveZeroHasItsOwnCodeToo) {
+    AddRow("D1p1", 1, {{"CC_2700", -1}, {"CC_2800", -1}});
+    SetRow("D1p3", 53, {{"CC_2700", 50}, {"CC_2800", 50}});
+    EXPECT_EQ(
+        Found(CheckD1Statistics),
+        (Findings{"NF | 1010D | D-1 Part III, line 53, column 27 when greater than zero, D-1 Part "
+                  "I, line 1, column 27 must be greater than or equal zero.",
+                  "NF | 1015D | D-1 Part III, line 53, column 28 when not zero, D-1 Part I, line "
+                  "1, column 28 must be greater than zero."}));
+}
+
 }  // namespace
 }  // namespace zolmara

@@ -310,6 +310,61 @@ TEST_F(W_BpxTest, ComponentsWithoutAnyStatisticsRowsAreAFailure) {
     EXPECT_THROW(Calc_Bpx("Cp1"), StoreError);
 }
 
+TEST_F(W_BpxTest, AComponentOnLine50IsAComponentLikeAnyOther) {
+    SetComponents(1, {49, 50, 50.99});
+    SetCell("Bp1", 50, "CC_100", 4);
+    SetCell("Bp1", 50.99, "CC_100", 3);
+    Calc_Bpx("Bp1");
+    EXPECT_EQ(Num("Bp1", 50, "Col_7"), 4);
+    EXPECT_EQ(Num("Bp1", 50.99, "Col_7"), 3);
+    EXPECT_EQ(Num("Bp1", 51, "Col_7"), 7);
+}
+
+TEST_F(W_BpxTest, TheLargestAmountOnLine50TakesTheResidual) {
+    SetComponents(2, {1, 49, 50});
+    SetCell("C1p2", 1, "CC_100", 1);
+    SetCell("C1p2", 49, "CC_100", 1);
+    SetCell("C1p2", 50, "CC_100", 5);
+    SetCell("C1p3", 53, "CC_100", 100);
+    CalcFamily('C');
+    // 14.285714 a unit: 14, 14 and 71 sum to 99.
+    EXPECT_EQ(Column("SELECT CC_100 FROM Cp2 WHERE LineNum<51 ORDER BY LineNum;"),
+              (std::vector<double>{14, 14, 72}));
+    EXPECT_EQ(Num("Cp2", 50, "Col_3"), 72);
+}
+
+TEST_F(W_BpxTest, AnAmountOf0InALaterPartIsNoLargerThanNoneInAnEarlier) {
+    SetComponents(1, {1});
+    SetComponents(2, {1});
+    SetCell("C1p2", 1, "CC_100", 1);
+    SetCell("C1p3", 53, "CC_100", 0.4);
+    CalcFamily('C');
+    // 0.4 rounds to 0: the first part, without a statistic, takes the whole cost.
+    EXPECT_EQ(Num("Cp1", 1, "CC_100"), 0.4);
+    EXPECT_EQ(Cell("Cp2", 1, "CC_100"), Variant(0.0));
+}
+
+TEST_F(W_BpxTest, InOnePartAnAmountOf0IsLargerThanNone) {
+    SetComponents(1, {1, 2});
+    SetCell("C1p1", 2, "CC_100", 1);
+    SetCell("C1p3", 53, "CC_100", 0.4);
+    CalcFamily('C');
+    EXPECT_TRUE(IsNullCell("Cp1", 1, "CC_100"));
+    EXPECT_EQ(Num("Cp1", 2, "CC_100"), 0.4);
+}
+
+TEST_F(W_BpxTest, WhatTakesTheResidualIsKeptInItsTextForm) {
+    SetComponents(1, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+    for (int line = 1; line <= 10; ++line) SetCell("D1p1", line, "CC_800", 1);
+    SetCell("D1p3", 53, "CC_800", 30.1);
+    CalcFamily('D');
+    // 3.01 a unit: ten times 3. In binary 3 - 30 + 30.1 is a hair above 3.1.
+    EXPECT_NE(3.0 - 30.0 + 30.1, 3.1);
+    EXPECT_EQ(Num("Dp1", 1, "CC_800"), 3.1);
+    EXPECT_EQ(Num("Dp1", 1, "Col_99"), 3.1);
+    EXPECT_EQ(Num("Dp1", 51, "Col_99"), 30.1);
+}
+
 TEST_F(W_BpxTest, TwoRunsGiveTheSame) {
     SetComponents(1, {1, 2, 2.01});
     SetComponents(3, {7});
