@@ -65,25 +65,22 @@ constexpr std::string_view kSymbolText =
 
 bool IsSymbol(std::string_view text) { return text.size() == 1 && Between(text[0], 'A', 'G'); }
 
-/// The cell of the row as it will be, whether it is the one entered or another.
-Variant RowCellAfter(const CellEntry& entry, std::string_view field) {
-    if (SameText(entry.Field, field)) return entry.Value;
-    for (const auto& [name, value] : entry.Others)
-        if (SameText(name, field)) return value;
-    return RowCell(entry, field);
+EntryMessage CheckPercentage(const Variant& value, std::string_view name) {
+    if (value.IsNull()) return {};
+    if (!IsNumeric(value))
+        return {fmt::format("Valid {} entries are numeric only.  Select OK to continue.", name),
+                fmt::format("Error: Invalid Non-Numeric '{}' Entry", name), kCritical};
+    if (NumOr(value) < 0)
+        return {fmt::format("Valid {} entries may not be negative numbers.  Select OK to "
+                            "continue.",
+                            name),
+                fmt::format("Error: Invalid Negative '{}' Entry", name), kCritical};
+    return {};
 }
 
-void CheckPercentage(CellEntry& entry, const Variant& value, std::string_view name) {
-    if (value.IsNull() || entry.Refused) return;
-    if (!IsNumeric(value))
-        entry.Refuse(
-            fmt::format("Valid {} entries are numeric only.  Select OK to continue.", name),
-            fmt::format("Error: Invalid Non-Numeric '{}' Entry", name));
-    else if (NumOr(value) < 0)
-        entry.Refuse(fmt::format("Valid {} entries may not be negative numbers.  Select OK to "
-                                 "continue.",
-                                 name),
-                     fmt::format("Error: Invalid Negative '{}' Entry", name));
+Variant StoredCell(std::string_view table, Currency line, std::string_view field) {
+    return gDB.Scalar(
+        fmt::format("SELECT [{}] FROM [{}] WHERE {}=?;", field, table, LineKeyOf(table)), {line});
 }
 
 }  // namespace
@@ -91,9 +88,13 @@ void CheckPercentage(CellEntry& entry, const Variant& value, std::string_view na
 std::string KeyedText(const CellEntry& entry) { return std::string(Trim(Text(entry.Value))); }
 
 Variant RowCell(const CellEntry& entry, std::string_view field) {
-    return gDB.Scalar(
-        fmt::format("SELECT [{}] FROM [{}] WHERE {}=?;", field, entry.Item, LineKeyOf(entry.Item)),
-        {entry.Line});
+    const Variant* keyed = entry.Row == nullptr ? nullptr : entry.Row->Find(field);
+    return keyed != nullptr ? *keyed : StoredCell(entry.Item, entry.Line, field);
+}
+
+Variant RowCell(const RowEntry& row, std::string_view field) {
+    const Variant* keyed = row.Find(field);
+    return keyed != nullptr ? *keyed : StoredCell(row.Table, row.Line, field);
 }
 
 std::string InvalidDataText(const Variant& value) {
@@ -184,6 +185,7 @@ void Check_A6(CellEntry& entry, const CheckArgument& argument) {
 void Check_A8(CellEntry& entry, const CheckArgument& argument) {
     const int column = ColumnNumber(entry);
     const std::string keyed = Text(entry.Value);
+    entry.Beeps = true;
     if (column == 3 && !IsBlankValue(entry.Value) && !IsNumeric(entry.Value))
         return RefuseWithWords(entry, kA8Words, "");
     if (column == 3) Check_Number(entry, argument);
@@ -239,25 +241,22 @@ void Check_G(CellEntry& entry, const CheckArgument& argument) {
     if (!entry.Refused && deduction) entry.Value = std::abs(NumOr(entry.Value));
 }
 
-void CheckRow_A6(CellEntry& entry) {
-    if (!IsBlankValue(RowCellAfter(entry, "Col_1"))) return;
+EntryMessage CheckRow_A6(const RowEntry& row) {
+    if (!IsBlankValue(RowCell(row, "Col_1"))) return {};
     const Variant earlier = gDB.Scalar(
         "SELECT Count(Len([Col_1])) AS Cnt From A6 Where LineNum < ? And Col_2 = ? "
         "And Len([Col_1])>0;",
-        {entry.Line, Text(RowCellAfter(entry, "Col_2"))});
-    if (NumOr(earlier) > 0) return;
-    TheDialogs().Beep();
-    entry.Refuse(
-        "The EXPLANATION may not be left blank for the first reclassification in a given "
-        "code.",
-        "Error: Blank EXPLANATION Item");
+        {row.Line, Text(RowCell(row, "Col_2"))});
+    if (NumOr(earlier) > 0) return {};
+    return {"The EXPLANATION may not be left blank for the first reclassification in a given code.",
+            "Error: Blank EXPLANATION Item", kCritical, true};
 }
 
-void CheckRow_A81p2(CellEntry& entry) {
-    if (!IsSymbol(UCase(Text(RowCellAfter(entry, "Col_1")))))
-        return entry.Refuse(kSymbolText, kSymbolTitle);
-    CheckPercentage(entry, RowCellAfter(entry, "Col_4"), "Percentage_1");
-    CheckPercentage(entry, RowCellAfter(entry, "Col_6"), "Percentage_2");
+EntryMessage CheckRow_A81p2(const RowEntry& row) {
+    if (!IsSymbol(UCase(Text(RowCell(row, "Col_1")))))
+        return {std::string(kSymbolText), std::string(kSymbolTitle), kCritical};
+    const EntryMessage first = CheckPercentage(RowCell(row, "Col_4"), "Percentage_1");
+    return first.Text.empty() ? CheckPercentage(RowCell(row, "Col_6"), "Percentage_2") : first;
 }
 
 }  // namespace zolmara

@@ -29,6 +29,7 @@ struct CheckArgument {
     std::span<const Answer> Answers = {};
     std::string_view Refusal = {};                   ///< of an answer
     std::span<const std::string_view> Entries = {};  ///< of a list: "1 - Square Feet"
+    std::string_view Menu = {};                      ///< the list's name
 };
 
 using CellCheck = void (*)(CellEntry& entry, const CheckArgument& argument);
@@ -67,14 +68,15 @@ void Check_Contractor(CellEntry& entry, const CheckArgument& argument);
 void Check_RegionNumber(CellEntry& entry, const CheckArgument& argument);
 void Check_RegionState(CellEntry& entry, const CheckArgument& argument);
 
-// --- Of the row as it will be, once its cell has passed
-void CheckRow_A6(CellEntry& entry);
-void CheckRow_A81p2(CellEntry& entry);
+// --- Of the row as it will be, once its cells have passed
+EntryMessage CheckRow_A6(const RowEntry& row);
+EntryMessage CheckRow_A81p2(const RowEntry& row);
 
 /// The text of the entry, trimmed of blanks.
 std::string KeyedText(const CellEntry& entry);
-/// Another cell of the entry's row, as it stands.
+/// Another cell of the entry's row, as keyed or else as stored.
 Variant RowCell(const CellEntry& entry, std::string_view field);
+Variant RowCell(const RowEntry& row, std::string_view field);
 /// "You're attempting to enter invalid data ['x'].  " with the value that was keyed.
 std::string InvalidDataText(const Variant& value);
 

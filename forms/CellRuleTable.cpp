@@ -17,17 +17,51 @@ constexpr Answer kBasisAnswers[] = {{'A', "Audited"}, {'C', "Compiled"}, {'R', "
 constexpr Answer kPaymentAnswers[] = {{'P', "Prospective"}, {'T', "TEFRA"}, {'O', "Other"}};
 constexpr Answer kOwnerAnswers[] = {{'O', "Owned"}, {'M', "Managed"}};
 
+constexpr std::string_view kYesNoList[] = {"Y - Yes", "N - No"};
+constexpr std::string_view kBasisList[] = {"Audited", "Compiled", "Reviewed"};
+constexpr std::string_view kPaymentList[] = {"Prospective", "TEFRA", "Other"};
+constexpr std::string_view kOwnerList[] = {"Owned", "Managed"};
+constexpr std::string_view kControlList[] = {"1 - Voluntary Nonprofit, Church",
+                                             "2 - Voluntary Nonprofit, Community",
+                                             "3 - Voluntary Nonprofit, Private",
+                                             "4 - Voluntary Nonprofit, Charitable",
+                                             "5 - Voluntary Nonprofit, Other (specify)",
+                                             "6 - Proprietary, Individual",
+                                             "7 - Proprietary, Partnership",
+                                             "8 - Proprietary, Corporation",
+                                             "9 - Proprietary, Other (specify)",
+                                             "10 - Governmental, Federal",
+                                             "11 - Governmental, State",
+                                             "12 - Governmental, County",
+                                             "13 - Governmental, City",
+                                             "14 - Governmental, Other (specify)"};
 constexpr std::string_view kCCBases[] = {"1 - Square Feet", "2 - Dollar Value", "3 - Other"};
 constexpr std::string_view kESBases[] = {"1 - Total Costs", "2 - Inpatient Days",
                                          "3 - Outpatient Visits", "4 - Other"};
+/// Components other than providers have no inpatients and no visits.
+constexpr std::string_view kOtherESBases[] = {"1 - Total Costs", "4 - Other"};
 
-constexpr CheckArgument kYesNo{.Answers = kYesNoAnswers, .Refusal = "Please enter Y or N."};
-constexpr CheckArgument kStatements{.Answers = kBasisAnswers, .Refusal = "Please enter A, C or R."};
-constexpr CheckArgument kPayment{.Answers = kPaymentAnswers, .Refusal = "Please enter P, T, or O."};
-constexpr CheckArgument kOwner{.Answers = kOwnerAnswers, .Refusal = "Please enter O or M."};
+constexpr CheckArgument kYesNo{.Answers = kYesNoAnswers,
+                               .Refusal = "Please enter Y or N.",
+                               .Entries = kYesNoList,
+                               .Menu = "ButtonListYN"};
+constexpr CheckArgument kStatements{.Answers = kBasisAnswers,
+                                    .Refusal = "Please enter A, C or R.",
+                                    .Entries = kBasisList,
+                                    .Menu = "ButtonListBases"};
+constexpr CheckArgument kPayment{.Answers = kPaymentAnswers,
+                                 .Refusal = "Please enter P, T, or O.",
+                                 .Entries = kPaymentList,
+                                 .Menu = "ButtonListPTO"};
+constexpr CheckArgument kOwner{.Answers = kOwnerAnswers,
+                               .Refusal = "Please enter O or M.",
+                               .Entries = kOwnerList,
+                               .Menu = "ButtonListOM"};
+constexpr CheckArgument kControl{.Entries = kControlList, .Menu = "mnuType"};
 constexpr CheckArgument kTwoDecimals{.Decimals = 2};
-constexpr CheckArgument kCCList{.Entries = kCCBases};
-constexpr CheckArgument kESList{.Entries = kESBases};
+constexpr CheckArgument kCCList{.Entries = kCCBases, .Menu = "ButtonListCodes"};
+constexpr CheckArgument kESList{.Entries = kESBases, .Menu = "ButtonListCodes"};
+constexpr CheckArgument kOtherESList{.Entries = kOtherESBases, .Menu = "ButtonListCodes"};
 
 bool OpenOnA(const CellEntry& entry) { return ValidateCell_A(entry.Line, 2).empty(); }
 
@@ -87,7 +121,8 @@ constexpr CellRule kRules[] = {
     {"CostCenters", Lines(1, 98), "ColLabel1 ColLabel2 ColLabel3", Check_CCLabel},
     {"CostCenters", Lines(1, 2), "StatLabel1 StatLabel2 StatCode", Check_Basis, kCCList, true},
     {"CostCenters", Lines(8, 98), "StatLabel1 StatLabel2", Check_CCLabel},
-    {"ES", Lines(1, 4), "StatLabel1 StatLabel2 StatCode", Check_Basis, kESList, true},
+    {"ES", Lines(1, 2), "StatLabel1 StatLabel2 StatCode", Check_Basis, kESList, true},
+    {"ES", Lines(3, 4), "StatLabel1 StatLabel2 StatCode", Check_Basis, kOtherESList, true},
 
     {"Sp1", Line(1), "Col_1", Check_Answer, kYesNo, true},
     {"Sp1", Line(2), "Col_1", Check_Digit, {}, true},
@@ -96,7 +131,7 @@ constexpr CellRule kRules[] = {
     {"S1p1", Line(1), "Col_5", Check_State},
     {"S1p1", Line(1), "Col_6", Check_Zip},
     {"S1p1", Line(2), "Col_3", Check_Began},
-    {"S1p1", Line(3), "Col_1", Check_Control},
+    {"S1p1", Line(3), "Col_1", Check_Control, kControl},
     {"S1p1", Line(3), "Col_2", Check_Text, {}, false, OpenControlText},
     {"S1p1", Line(4), "Col_1 Col_3 Col_5", Check_Answer, kYesNo},
     {"S1p1", Line(4), "Col_2", Check_Answer, kStatements},

@@ -4,15 +4,13 @@
 
 #include <algorithm>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Windows.h"
 #include "forms/CellAddress.h"
 #include "forms/CellChecks.h"
 #include "forms/CellRuleTable.h"
+#include "forms/FormTable.h"
 #include "store/session/Session.h"
-#include "structure/AddDeleteCC.h"
-#include "structure/modAddS2.h"
-#include "worksheets/W_A6.h"
 #include "worksheets/W_G.h"
 #include "worksheets/Worksheet.h"
 
@@ -20,36 +18,13 @@ namespace zolmara {
 
 namespace {
 
-/// "?" of the pattern stands for any one character.
-bool FitsItem(std::string_view pattern, std::string_view item) {
-    if (pattern.size() != item.size()) return false;
-    for (std::size_t i = 0; i < item.size(); ++i)
-        if (pattern[i] != '?' && !SameText(pattern.substr(i, 1), item.substr(i, 1))) return false;
-    return true;
-}
-
 bool FitsLine(LineRange range, Currency line) {
     return Between(line.Units(), range.From * std::int64_t{100}, range.To * std::int64_t{100});
 }
 
-bool FitsField(std::string_view word, std::string_view field) {
-    if (!word.ends_with('*')) return SameText(word, field);
-    const auto prefix = word.substr(0, word.size() - 1);
-    return field.size() > prefix.size() && SameText(field.substr(0, prefix.size()), prefix);
-}
-
-bool FitsAnyField(std::string_view words, std::string_view field) {
-    while (!words.empty()) {
-        const auto end = std::min(words.find(' '), words.size());
-        if (FitsField(words.substr(0, end), field)) return true;
-        words.remove_prefix(std::min(end + 1, words.size()));
-    }
-    return false;
-}
-
 const CellRule* RuleOf(const CellEntry& entry) {
     for (const CellRule& rule : AllCellRules())
-        if (FitsItem(rule.Items, entry.Item) && FitsLine(rule.Lines, entry.Line) &&
+        if (FitsPattern(rule.Items, entry.Item) && FitsLine(rule.Lines, entry.Line) &&
             FitsAnyField(rule.Fields, entry.Field))
             return &rule;
     return nullptr;
@@ -88,54 +63,6 @@ void CheckSize(CellEntry& entry) {
                                  NumberText(entry.Line), field.Name, field.Size, length));
 }
 
-void CheckRow(CellEntry& entry) {
-    if (SameText(entry.Item, "A6")) CheckRow_A6(entry);
-    if (SameText(entry.Item, "A81p2")) CheckRow_A81p2(entry);
-}
-
-bool IsComponents(std::string_view item) { return FitsItem("S2p?", item); }
-
-bool IsComponentName(const CellEntry& entry) {
-    return IsComponents(entry.Item) &&
-           (SameText(entry.Field, "Col_1") || SameText(entry.Field, "Col_2"));
-}
-
-/// Name and number of a component stand in all the schedules of its part.
-void StoreComponentName(const CellEntry& entry) {
-    const int part = entry.Item.back() - '0';
-    const bool isName = SameText(entry.Field, "Col_1");
-    const std::string name = isName ? Text(entry.Value) : Text(RowCell(entry, "Col_1"));
-    const std::string ccn = isName ? Text(RowCell(entry, "Col_2")) : Text(entry.Value);
-    RenameS2Line(entry.Line, part, name, ccn);
-}
-
-void StoreRow(const CellEntry& entry) {
-    auto row = gDB.OpenRecordset(
-        fmt::format("SELECT * FROM [{}] WHERE {}=?;", entry.Item, LineKeyOf(entry.Item)),
-        {entry.Line});
-    row.Edit();
-    row.Set(entry.Field, entry.Value);
-    for (const auto& [field, value] : entry.Others) row.Set(field, value);
-    row.Update();
-}
-
-/// What follows a stored cell on other lines and worksheets.
-void FollowUp(const CellEntry& entry) {
-    if (SameText(entry.Item, "A6")) SyncNames_A6();
-    if (SameText(entry.Item, "CostCenters") && SameText(entry.Field, "CCName"))
-        RenameCostCenter(entry.Line, Text(entry.Value));
-}
-
-void Store(const CellEntry& entry) {
-    RunBatch(gDB, [&] {
-        if (IsComponentName(entry)) return StoreComponentName(entry);
-        StoreRow(entry);
-        FollowUp(entry);
-    });
-    TheWindows().EnableMenu("mnuReportSubmit", false);
-    TheWindows().RefreshWorksheetForm("View", entry.Item);
-}
-
 }  // namespace
 
 void CellEntry::Refuse(std::string_view text, std::string_view title, int style) {
@@ -153,15 +80,42 @@ bool CellEntry::IsBlank() const { return IsBlankValue(Value); }
 
 bool HasEditor(std::string_view item) {
     return std::ranges::any_of(AllCellRules(),
-                               [&](const CellRule& rule) { return FitsItem(rule.Items, item); });
+                               [&](const CellRule& rule) { return FitsPattern(rule.Items, item); });
 }
 
-bool IsCellOpen(std::string_view item, Currency line, std::string_view field) {
+bool IsCellOpen(std::string_view item, Currency line, std::string_view field, const RowEntry* row) {
     CellEntry entry;
     entry.Item = item;
     entry.Line = line;
     entry.Field = field;
+    entry.Row = row;
     return OpenRuleOf(entry) != nullptr;
+}
+
+bool IsKeyedField(std::string_view item, std::string_view field) {
+    const auto sheet = FindField(item, field);
+    if (sheet && sheet->Kind == CellKind::Computed) return false;
+    return std::ranges::any_of(AllCellRules(), [&](const CellRule& rule) {
+        return FitsPattern(rule.Items, item) && FitsAnyField(rule.Fields, field);
+    });
+}
+
+EntryList ListOf(std::string_view item, Currency line, std::string_view field) {
+    CellEntry entry;
+    entry.Item = item;
+    entry.Line = line;
+    entry.Field = field;
+    const CellRule* rule = RuleOf(entry);
+    if (rule == nullptr) return {};
+    return {rule->Argument.Menu, rule->Argument.Entries};
+}
+
+EntryList ListOf(std::string_view item, std::string_view field) {
+    for (const CellRule& rule : AllCellRules())
+        if (FitsPattern(rule.Items, item) && FitsAnyField(rule.Fields, field) &&
+            !rule.Argument.Entries.empty())
+            return {rule.Argument.Menu, rule.Argument.Entries};
+    return {};
 }
 
 void CheckCell(CellEntry& entry) {
@@ -172,15 +126,39 @@ void CheckCell(CellEntry& entry) {
     else
         rule->Check(entry, rule->Argument);
     if (!entry.Refused) CheckSize(entry);
-    if (!entry.Refused) CheckRow(entry);
+}
+
+EntryMessage CheckRow(const RowEntry& row) {
+    if (SameText(row.Table, "A6")) return CheckRow_A6(row);
+    if (SameText(row.Table, "A81p2")) return CheckRow_A81p2(row);
+    return {};
+}
+
+void Tell(const EntryMessage& message) {
+    if (message.Beeps) TheDialogs().Beep();
+    if (!message.Text.empty()) MsgOrLog(message.Text, message.Style, message.Title);
+}
+
+RowEntry RowOf(const CellEntry& entry) {
+    RowEntry row;
+    if (entry.Row != nullptr) row = *entry.Row;
+    row.Table = entry.Item;
+    row.Line = entry.Line;
+    row.Set(entry.Field, entry.Value);
+    for (const auto& [field, value] : entry.Others) row.Set(field, value);
+    return row;
 }
 
 bool EnterCell(CellEntry& entry) {
     CheckCell(entry);
-    if (!entry.Text.empty()) MsgOrLog(entry.Text, entry.Style, entry.Title);
+    Tell(entry.Message());
     if (entry.Refused) return false;
-    Store(entry);
-    return true;
+    const RowEntry row = RowOf(entry);
+    const EntryMessage refusal = CheckRow(row);
+    Tell(refusal);
+    entry.Refused = !refusal.Text.empty();
+    if (!entry.Refused) StoreRow(row);
+    return !entry.Refused;
 }
 
 }  // namespace zolmara

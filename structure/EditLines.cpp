@@ -86,10 +86,14 @@ void CloseRows(const LineRules& rules, Currency line) {
     }
 }
 
+bool MayDelete(const LineRules& rules, Currency line) {
+    const bool ofTheForm = line.IsWhole() && line <= Currency::FromWhole(rules.FormLines);
+    return !ofTheForm && IsShownLine(rules, line);
+}
+
 LineResult DeleteOwnLine(const LineRules& rules, Currency line) {
     if (!HasLine(rules.Item, rules.Key, line)) return LineResult::NoSuchLine;
-    const bool ofTheForm = line.IsWhole() && line <= Currency::FromWhole(rules.FormLines);
-    if (ofTheForm || !IsShownLine(rules, line)) {
+    if (!MayDelete(rules, line)) {
         TheDialogs().Beep();
         return LineResult::Refused;
     }
@@ -142,6 +146,11 @@ bool AddLine(std::string_view item, Currency line) {
         }
     });
     return done;
+}
+
+bool IsLineDeletable(std::string_view item, Currency line) {
+    const auto* rules = FindLineRules(item, line);
+    return rules != nullptr && MayDelete(*rules, line);
 }
 
 LineResult DeleteLine(std::string_view item, Currency line) {

@@ -55,6 +55,9 @@ bool AddLine(std::string_view item, Currency line);
 /// Deletes a line and closes the gap; on A-6 gaps stay. Lines of the form and totals only beep.
 LineResult DeleteLine(std::string_view item, Currency line);
 
+/// True where the editor lets the line go: a line that it shows and that is not of the form.
+bool IsLineDeletable(std::string_view item, Currency line);
+
 /// Deletes the selected entries of A-6. With none selected a box explains how to select one.
 LineResult DeleteSelectedA6(std::span<const Currency> lines);
 

@@ -53,10 +53,9 @@ void Resequence() {
     Recordset entries =
         gDB.OpenRecordset("SELECT LineNum From A6 WHERE LineNum>100 ORDER BY Col_2, LineNum;");
     const auto count = static_cast<std::int64_t>(entries.RecordCount());
-    const Currency lastWhole = Currency::FromWhole(LastWholeLine(count));
     Currency line;
     for (; !entries.Eof(); entries.MoveNext()) {
-        line += line < lastWhole ? kWholeStep : kSubscriptStep;
+        line = NextEntryLine(line, count);
         entries.Edit();
         entries.Set(0, line);
         entries.Update();
@@ -114,6 +113,11 @@ void SyncNames_A6() {
     gDB.Execute(
         "UPDATE A6 INNER JOIN CostCenters ON A6.Col_7 = CostCenters.LineNum SET A6.Col_6 = "
         "[CCName];");
+}
+
+Currency NextEntryLine(Currency line, std::int64_t entries) {
+    return line +
+           (line < Currency::FromWhole(LastWholeLine(entries)) ? kWholeStep : kSubscriptStep);
 }
 
 void ResequenceLines_A6() { RunBatch(gDB, Resequence); }

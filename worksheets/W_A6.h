@@ -22,6 +22,9 @@ void Calc_A6();
 /// Refreshes the names of the cost centers. An entry without a line loses its amount.
 void SyncNames_A6();
 
+/// The line behind `line` (0 ahead of the first) where so many entries are numbered in sequence.
+Currency NextEntryLine(Currency line, std::int64_t entries);
+
 /// Numbers the entries anew by their code and, within it, their former order: whole lines first,
 /// then subscripts of the last whole line. The total stays on line 100.
 void ResequenceLines_A6();
