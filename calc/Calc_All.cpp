@@ -8,6 +8,7 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "core/Windows.h"
+#include "store/RunStopped.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
@@ -40,17 +41,6 @@ void CalcWorksheet(const std::string& item) {
     if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item);
 }
 
-/// Runs a worksheet's calculation; what stops it is told with the worksheet's name.
-void CalcNamed(const std::string& item, const std::string& name) {
-    try {
-        CalcWorksheet(item);
-    } catch (const StoreError& error) {
-        throw StoreError(error.kind(), fmt::format("{}: {}", name, error.what()));
-    } catch (const std::exception& error) {
-        throw StoreError(StoreError::Kind::Other, fmt::format("{}: {}", name, error.what()));
-    }
-}
-
 void CalcWorksheets(Recordset& worksheets) {
     const auto count = static_cast<double>(worksheets.RecordCount());
     for (double done = 0; !worksheets.Eof(); worksheets.MoveNext()) {
@@ -58,7 +48,7 @@ void CalcWorksheets(Recordset& worksheets) {
         TheStatus().ShowCalcMsg(
             fmt::format(" Calculating level {}: {}", Text(worksheets["Calc_Lvl"]), name));
         TheStatus().ShowProgress(done / count);
-        CalcNamed(Text(worksheets["Item"]), name);
+        RunStep(name, [&] { CalcWorksheet(Text(worksheets["Item"])); });
         done += 1;
         TheStatus().DoEvents();
     }

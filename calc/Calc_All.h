@@ -9,9 +9,9 @@ namespace zolmara {
 /// run are kept in Log under "C". The run is one batch; open windows show the new figures after
 /// it.
 ///
-/// A failure ends the run at its worksheet and goes on to the caller as a StoreError that begins
-/// with the worksheet's display name; the worksheets before it stay calculated. The menus, the
-/// status line and the log type are put right on every way out.
+/// A failure ends the run at its worksheet and goes on to the caller as RunStopped, or as the
+/// StoreError of the file, with the worksheet's display name ahead; the worksheets before it stay
+/// calculated. The menus, the status line and the log type are put right on every way out.
 void Calc_All();
 
 }  // namespace zolmara

@@ -18,7 +18,8 @@ constexpr std::array kListArguments{kFileArgument};
 constexpr std::array kAddArguments{
     kFileArgument,
     Argument{"LINE", ArgumentKind::Optional, "Add behind this line; the last one when left out"},
-    Argument{"NAME", ArgumentKind::Optional, "Name of the new cost center"}, kWholeFlag, kSubFlag};
+    Argument{"NAME", ArgumentKind::Optional, "Name of the new cost center, which it needs"},
+    kWholeFlag, kSubFlag};
 constexpr std::array kDeleteArguments{
     kFileArgument, Argument{"LINE", ArgumentKind::Required, "The line to delete"}};
 constexpr std::array kRenameArguments{
@@ -42,22 +43,15 @@ ExitStatus List(const Inputs& inputs) {
     return ListTable(kItem);
 }
 
+/// A line without a name could not be left in the editor, so it is not made.
 ExitStatus Add(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const auto line = NewLine(kItem, inputs);
     if (!line) return kRefusedOrMessages;
     CellEntry name = NameEntry(*line, inputs.Text("NAME"));
-    if (inputs.Has("NAME")) {
-        CellEntry trial = name;
-        CheckCell(trial);
-        if (trial.Refused) {
-            MsgOrLog(trial.Text, trial.Style, trial.Title);
-            return kRefusedOrMessages;
-        }
-    }
-    if (!AddLine(kItem, *line)) return kRefusedOrMessages;
+    name.NewRow = true;
+    if (!AllAccepted({name}) || !AddNamedLine(kItem, *line, {name})) return kRefusedOrMessages;
     PrintValue(*line);
-    if (inputs.Has("NAME") && !EnterCell(name)) return kRefusedOrMessages;
     return Leave();
 }
 

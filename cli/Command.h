@@ -18,6 +18,7 @@ enum ExitStatus : int {
     kRefusedOrMessages = 2,
     kBlocked = 3,      ///< by a "Non-Fatal Error" of the edit checks
     kFileTrouble = 4,  ///< the file could not be read or written
+    kStopped = 5,      ///< part way; what was finished stands
 };
 
 enum class ArgumentKind {

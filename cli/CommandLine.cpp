@@ -15,6 +15,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "core/Host.h"
+#include "store/RunStopped.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -53,7 +54,8 @@ struct Given {
 
 constexpr std::string_view kFooter =
     "Exit status: 0 done; 1 the command line is wrong; 2 refused, or there are messages;\n"
-    "3 blocked by a Non-Fatal Error; 4 the file could not be read or written.";
+    "3 blocked by a Non-Fatal Error; 4 the file could not be read or written; 5 the run stopped\n"
+    "part way, and what was finished stands, as its message says.";
 
 void AddCommonOptions(CLI::App& app, CommonOptions& options) {
     app.add_flag("--quiet", options.Quiet, "No progress on standard error");
@@ -196,6 +198,9 @@ int TryChosen(const Given& chosen) {
         const int status = chosen.Which->Run(chosen.Collect());
         const bool messages = TheCliHost().MessageCount() > 0;
         return status == kDone && messages ? kRefusedOrMessages : status;
+    } catch (const RunStopped& stopped) {
+        Complain(stopped.what());
+        return kStopped;
     } catch (const StoreError& error) {
         Complain(error.what());
         return error.IsFileError() ? kFileTrouble : kRefusedOrMessages;

@@ -54,21 +54,6 @@ std::vector<CellEntry> NameEntries(const std::string& item, Currency line, const
     return entries;
 }
 
-/// False when one of them would be refused; its message has been shown.
-bool AllAccepted(const std::vector<CellEntry>& entries) {
-    for (CellEntry entry : entries) {
-        CheckCell(entry);
-        if (!entry.Refused) continue;
-        MsgOrLog(entry.Text, entry.Style, entry.Title);
-        return false;
-    }
-    return true;
-}
-
-void EnterAll(std::vector<CellEntry> entries) {
-    for (CellEntry& entry : entries) EnterCell(entry);
-}
-
 ExitStatus List(const Inputs& inputs) {
     const std::string item = ItemOfPart(inputs);
     if (!OpenFile(inputs)) return kRefusedOrMessages;
@@ -80,10 +65,10 @@ ExitStatus Add(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const auto line = NewLine(item, inputs);
     if (!line) return kRefusedOrMessages;
-    const auto names = NameEntries(item, *line, inputs);
-    if (!AllAccepted(names) || !AddLine(item, *line)) return kRefusedOrMessages;
+    auto names = NameEntries(item, *line, inputs);
+    for (CellEntry& name : names) name.NewRow = true;
+    if (!AllAccepted(names) || !AddNamedLine(item, *line, names)) return kRefusedOrMessages;
     PrintValue(*line);
-    EnterAll(names);
     return kDone;
 }
 
@@ -96,9 +81,11 @@ ExitStatus Delete(const Inputs& inputs) {
 ExitStatus Rename(const Inputs& inputs) {
     const std::string item = ItemOfPart(inputs);
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    const auto names = NameEntries(item, NeedLine(item, inputs), inputs);
+    auto names = NameEntries(item, NeedLine(item, inputs), inputs);
     if (!AllAccepted(names)) return kRefusedOrMessages;
-    EnterAll(names);
+    RunBatch(gDB, [&] {
+        for (CellEntry& name : names) EnterCell(name);
+    });
     return kDone;
 }
 

@@ -14,6 +14,7 @@
 #include "ecr/Fingerprint.h"
 #include "editchecks/modEditChecks.h"
 #include "print/Report.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 
@@ -64,11 +65,7 @@ void PrintFiles(const std::string& ecrPath) {
                  {{ecrPath, PiPath(ecrPath), PrintFilePath("Spx.prt"), SealNotice()}}});
 }
 
-ExitStatus Ecr(const Inputs& inputs) {
-    const std::optional<Signer> signer = SignerOf(inputs);
-    if (inputs.Has("--out") && inputs.Text("--out").empty())
-        throw CommandLineError{"--out needs a folder"};
-    if (!OpenFile(inputs)) return kRefusedOrMessages;
+ExitStatus CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& signer) {
     if (mnuReportCalculate(Calc_All) == kNonFatalLevel) {
         PrintFindings();
         return kBlocked;
@@ -80,6 +77,17 @@ ExitStatus Ecr(const Inputs& inputs) {
     const std::optional<std::string> built = host.BuiltEcr();
     if (built) PrintFiles(*built);
     return built && host.MessageCount() == messages ? kDone : kRefusedOrMessages;
+}
+
+/// Figures, findings and signature belong to the files that are built: they are one act.
+ExitStatus Ecr(const Inputs& inputs) {
+    const std::optional<Signer> signer = SignerOf(inputs);
+    if (inputs.Has("--out") && inputs.Text("--out").empty())
+        throw CommandLineError{"--out needs a folder"};
+    if (!OpenFile(inputs)) return kRefusedOrMessages;
+    ExitStatus status = kRefusedOrMessages;
+    RunBatch(gDB, [&] { status = CalculateAndBuild(inputs, signer); });
+    return status;
 }
 
 }  // namespace

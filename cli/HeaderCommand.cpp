@@ -33,22 +33,30 @@ void SetHeaderLine(int line, const std::string& text) {
             fmt::format("HeaderLines line {} takes at most {} characters, "
                         "not {}",
                         line, kTextSize, TextLength(text)));
-    if (gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=?;", {text, line}) == 0)
-        gDB.Execute("INSERT INTO HeaderLines (LineNum,LineText) VALUES (?,?);", {line, text});
+    RunBatch(gDB, [&] {
+        // A CRF of an earlier program may lack the table.
+        if (!TableExists("HeaderLines", false)) Build_HeaderLines();
+        if (gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=?;", {text, line}) == 0)
+            gDB.Execute("INSERT INTO HeaderLines (LineNum,LineText) VALUES (?,?);", {line, text});
+    });
+}
+
+/// The lines as they stand. To look at them writes nothing, also where the table is missing.
+Listing HeaderLines() {
+    if (!TableExists("HeaderLines", false))
+        return {{"LineNum", "LineText"}, {{1, nullptr}, {2, nullptr}, {3, nullptr}}};
+    auto rows = gDB.OpenRecordset("SELECT * FROM HeaderLines ORDER BY LineNum;");
+    return ListingOf(rows);
 }
 
 ExitStatus Header(const Inputs& inputs) {
     if (inputs.Has("N") != inputs.Has("TEXT")) throw CommandLineError{"TEXT is required with N"};
     const int line = inputs.Has("N") ? HeaderLineOf(inputs.Text("N")) : 0;
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    // A CRF of an earlier program may lack the table.
-    if (!TableExists("HeaderLines", false)) Build_HeaderLines();
-    if (line != 0) {
+    if (line != 0)
         SetHeaderLine(line, inputs.Text("TEXT"));
-        return kDone;
-    }
-    auto rows = gDB.OpenRecordset("SELECT * FROM HeaderLines ORDER BY LineNum;");
-    PrintListing(ListingOf(rows));
+    else
+        PrintListing(HeaderLines());
     return kDone;
 }
 

@@ -63,6 +63,29 @@ std::optional<Currency> NewLine(std::string_view item, const Inputs& inputs) {
     return line;
 }
 
+bool AllAccepted(const std::vector<CellEntry>& entries) {
+    for (CellEntry entry : entries) {
+        CheckCell(entry);
+        if (!entry.Refused) continue;
+        MsgOrLog(entry.Text, entry.Style, entry.Title);
+        return false;
+    }
+    return true;
+}
+
+bool AddNamedLine(std::string_view item, Currency line, std::vector<CellEntry> entries) {
+    bool done = false;
+    RunBatch(gDB, [&] {
+        done = AddLine(item, line);
+        // A column that could not be made, which has been told, leaves the line; it gets its name.
+        for (CellEntry& entry : entries) {
+            entry.NewRow = false;
+            if (HasRow(item, line)) done = EnterCell(entry) && done;
+        }
+    });
+    return done;
+}
+
 ExitStatus DeleteGivenLine(std::string_view item, const Inputs& inputs) {
     const Currency line = NeedLine(item, inputs);
     switch (cmdDelete(item, line)) {

@@ -5,9 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/Command.h"
 #include "core/Currency.h"
+#include "forms/CellRules.h"
 #include "structure/EditLines.h"
 
 namespace zolmara::cli {
@@ -24,6 +26,14 @@ Currency NeedLine(std::string_view item, const Inputs& inputs);
 /// table without LINE, LINE itself when it is what the rules offer. Nothing when it is refused;
 /// the reason has been shown or is thrown.
 std::optional<Currency> NewLine(std::string_view item, const Inputs& inputs);
+
+/// True when all entries for a line would be accepted, one that is yet to be made among them. A
+/// refusal's message has been shown.
+bool AllAccepted(const std::vector<CellEntry>& entries);
+
+/// Adds a line and enters its names, as one act: all of it, or nothing, is in the file. The
+/// entries have been accepted.
+bool AddNamedLine(std::string_view item, Currency line, std::vector<CellEntry> entries);
 
 /// Deletes LINE. What stays is an error that says so.
 ExitStatus DeleteGivenLine(std::string_view item, const Inputs& inputs);

@@ -20,6 +20,7 @@
 #include "ecr/Record.h"
 #include "print/PrintDriver.h"
 #include "store/Files.h"
+#include "store/RunStopped.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -217,7 +218,7 @@ void Build_ECR() {
     EnableMenus(false);
     bool done = false;
     try {
-        RunBatch(gDB, [&] { done = Produce(build); });
+        RunBatch(gDB, [&] { RunStep("ECR", [&] { done = Produce(build); }); });
     } catch (...) {
         PutClockRight(build);
         EndBuild();

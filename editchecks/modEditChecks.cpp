@@ -1,5 +1,7 @@
 #include "editchecks/modEditChecks.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
 #include <sstream>
@@ -8,6 +10,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "editchecks/Catalogue.h"
+#include "store/RunStopped.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 
@@ -77,7 +80,7 @@ constexpr Step kRun[] = {
     {"2000B", CheckDirectAmounts},
 };
 
-void RunStep(const Step& step) {
+void Make(const Step& step) {
     if (step.BeginsSection) TheStatus().DoEvents();
     if (!step.Applies || step.Applies()) step.Run();
 }
@@ -92,7 +95,7 @@ void RunAllSteps() {
     double done = 0;
     for (const Step& step : kRun) {
         TheStatus().ShowProgress(done++ / static_cast<double>(std::size(kRun)));
-        RunStep(step);
+        RunStep(fmt::format("Edit checks {}", step.Codes), [&] { Make(step); });
     }
     if (gEditLevel == kNoErrorsLevel) AddErrorRow(kNoErrorsFound, " ", " ");
 }

@@ -62,7 +62,7 @@ void Check_CCName(CellEntry& entry, const CheckArgument& /*argument*/) {
     const Variant others = gDB.Scalar(
         "SELECT Count(LineNum) AS Cnt From CostCenters WHERE Trim(Ucase([CCName]))=? "
         "And LineNum <> ?;",
-        {UCase(KeyedText(entry)), entry.Line});
+        {UCase(KeyedText(entry)), entry.NewRow ? Currency() : entry.Line});
     if (NumOr(others) > 0)
         entry.Refuse(
             "This cost center name has already been used, please enter a unique cost "

@@ -25,10 +25,11 @@ struct EntryMessage {
 
 /// An entry on its way into a cell of the open CRF.
 struct CellEntry {
-    std::string Item;   ///< the worksheet, or CostCenters or ES
-    Currency Line;      ///< LineNum or SeqNum of the row
-    std::string Field;  ///< by its name
-    Variant Value;      ///< as keyed; after the check, as it is to be stored
+    std::string Item;     ///< the worksheet, or CostCenters or ES
+    Currency Line;        ///< LineNum or SeqNum of the row
+    std::string Field;    ///< by its name
+    Variant Value;        ///< as keyed; after the check, as it is to be stored
+    bool NewRow = false;  ///< the row is yet to be made; one that has its number will move up
     /// Other cells of the row that follow the entry, as a name follows its line number.
     std::vector<std::pair<std::string, Variant>> Others;
     /// What has been keyed into the row already and is not stored yet; null for nothing.

@@ -11,8 +11,10 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "import/Loaders.h"
+#include "import/PassedOver.h"
 #include "import/Staging.h"
 #include "import/TextFile.h"
+#include "store/RunStopped.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 
@@ -93,6 +95,23 @@ void Report(std::string_view text, std::string_view echo) {
     ImportErrorFlag = true;
 }
 
+const Loader* FindLoader(std::span<const Loader> loaders, std::string_view name) {
+    for (const auto& loader : loaders)
+        if (loader.WorkSheet == name) return &loader;
+    return nullptr;
+}
+
+/// Counts a line that no message will tell of. A blank one holds nothing to miss.
+void CountPassedOver(PassedOver& passedOver, const ImportLine& line) {
+    if (line.Skip) {
+        if (!Trim(line.Echo).empty()) passedOver.Add("\"#VALUE!\"");
+        return;
+    }
+    const auto sheet = UCase(line.WorkSheet);
+    if (sheet.starts_with('S') && FindLoader(kStructureLoaders, sheet) == nullptr)
+        passedOver.Add("worksheet " + sheet);
+}
+
 /// Stages a line. True where a fraction on a schedule calls the whole load off; that message
 /// alone leaves ImportErrorFlag as it is.
 bool StageLine(Staging& staging, const ImportLine& line) {
@@ -112,12 +131,14 @@ bool StageLine(Staging& staging, const ImportLine& line) {
 constexpr int kLinesPerStep = 1000;
 
 /// Reads the file into the staging table. False when the load is called off.
-bool ReadFile(TextFile& file) {
+bool ReadFile(TextFile& file, PassedOver& passedOver) {
     Staging staging;
-    std::string line;
+    std::string text;
     bool failed = false;
-    for (int count = 1; file.NextLine(line); ++count) {
-        failed |= StageLine(staging, ParseImportLine(line));
+    for (int count = 1; file.NextLine(text); ++count) {
+        const auto line = ParseImportLine(text, file.WasCut());
+        if (line.Complaint.empty()) CountPassedOver(passedOver, line);
+        failed |= StageLine(staging, line);
         if (count % kLinesPerStep == 0) TheStatus().ShowProgress(file.PartRead() / 2);
     }
     return !failed;
@@ -133,20 +154,16 @@ std::vector<std::string> StagedWorkSheets(std::string_view condition) {
     return names;
 }
 
-const Loader* FindLoader(std::span<const Loader> loaders, std::string_view name) {
-    for (const auto& loader : loaders)
-        if (loader.WorkSheet == name) return &loader;
-    return nullptr;
-}
-
 void LoadStructure() {
     for (const auto& name : StagedWorkSheets(kIsStructure))
-        if (const auto* loader = FindLoader(kStructureLoaders, name)) loader->Run();
+        if (const auto* loader = FindLoader(kStructureLoaders, name))
+            RunStep(name, [&] { loader->Run(); });
 }
 
 void LoadWorkSheet(const std::string& name) {
     TheStatus().ShowCalcMsg(" Import ASCII: Loading Table A");  // as given
-    if (const auto* loader = FindLoader(kLoaders, name)) return loader->Run();
+    if (const auto* loader = FindLoader(kLoaders, name))
+        return RunStep(name, [&] { loader->Run(); });
     AddErrorRow("Load", "",
                 fmt::format("Table {} is not currently supported for ASCII import", name));
     ImportErrorFlag = true;
@@ -179,7 +196,9 @@ bool RunImport(const std::string& path, TextFile& file, bool& clean) {
     if (!PrepareStaging()) return false;
     ImportView view(path);
     PrepareErrors();
-    clean = ReadFile(file) && LoadStagedRows();
+    PassedOver passedOver;
+    clean = ReadFile(file, passedOver) && LoadStagedRows();
+    if (const auto note = passedOver.Note(); !note.empty()) AddErrorRow(kNote, "", note);
     return true;
 }
 

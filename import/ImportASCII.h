@@ -4,6 +4,7 @@
 // found wrong stands in table Error.
 
 #include <string>
+#include <string_view>
 
 namespace zolmara {
 
@@ -11,8 +12,12 @@ namespace zolmara {
 /// keeps the closing message back.
 extern bool ImportErrorFlag;
 
+/// The level of a note at the end of an import, which is no fault.
+inline constexpr std::string_view kNote = "F.Y.I.";
+
 /// Imports a file into the open CRF as one batch. True when there is nothing but the closing
-/// message to read. StoreError::CannotOpen, with nothing changed, when the file cannot be read.
+/// message, and notes, to read. StoreError::CannotOpen, with nothing changed, when the file cannot
+/// be read.
 bool ImportAsciiFile(const std::string& path);
 
 /// Lets the user choose the file and imports it.

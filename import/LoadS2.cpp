@@ -48,6 +48,18 @@ void StoreComponent(TargetRow& target, int part, const SourceRow& row) {
         target.Set(Ordinal(row.Col, 0), row.Contents);
 }
 
+/// Creates a component. Where its line was made, a step behind that which failed does no harm to
+/// its name and number.
+void Create(TargetRow& target, int part, Currency line) {
+    try {
+        AddS2Line(line, part);
+    } catch (const StoreError& error) {
+        if (error.IsFileError() || !target.Refind(line)) throw;
+        return;
+    }
+    target.Refind(line);
+}
+
 }  // namespace
 
 void Load_S2px(int part) {
@@ -55,10 +67,7 @@ void Load_S2px(int part) {
     TargetRow target(item, "LineNum");
     LoadRows(item, target, [&](const SourceRow& row) -> std::string {
         if (!PassesRules(item, part, row)) return {};
-        if (!target.GoTo(row.Row)) {
-            AddS2Line(row.Row, part);
-            target.Refind(row.Row);
-        }
+        if (!target.GoTo(row.Row)) Create(target, part, row.Row);
         StoreComponent(target, part, row);
         return {};
     });

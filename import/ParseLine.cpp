@@ -22,11 +22,12 @@ constexpr std::string_view kBadColumn = "The column number is illegal for: ";
 constexpr std::string_view kBadRow = "The row number is illegal for: ";
 constexpr std::string_view kNameTooLong =
     "The WorkSheet name is longer than 20 characters in ASCII Import line: ";
+constexpr std::string_view kLineTooLong =
+    "The line is longer than 65536 bytes in ASCII Import line: ";
 constexpr std::string_view kNoText = "There are characters that are no text in ASCII Import line: ";
 
 constexpr std::size_t kMaxName = 20;
 constexpr std::size_t kMaxContents = 255;
-constexpr std::size_t kMaxEcho = 255;
 constexpr Currency kMaxColumn = Currency::FromWhole(110);
 
 /// Takes the text before the next TAB off the rest; nothing when no TAB follows.
@@ -47,10 +48,14 @@ std::optional<Currency> FixedPoint(std::string_view text) {
 std::string_view TakeContents(ImportLine& line, std::string_view rest) {
     if (rest.starts_with('"')) {
         const auto text = rest.substr(1);
-        line.Contents = text.substr(0, text.find('"'));
+        const auto end = text.find('"');
+        line.Contents = text.substr(0, end);
+        line.IsWhole = end != std::string_view::npos;
         return {};
     }
-    line.Contents = rest.substr(0, rest.find('\t'));
+    const auto end = rest.find('\t');
+    line.Contents = rest.substr(0, end);
+    line.IsWhole = end != std::string_view::npos;
     return line.Contents.find_first_of("$,") == std::string::npos ? std::string_view()
                                                                   : kBadContents;
 }
@@ -86,13 +91,17 @@ constexpr std::string_view kWholeNumberSheets[] = {"E1p", "D1p", "C1p", "B1p", "
 
 }  // namespace
 
-ImportLine ParseImportLine(std::string_view text) {
+ImportLine ParseImportLine(std::string_view text, bool cut) {
     ImportLine line;
     const auto trimmed = Trim(text);
-    line.Skip = trimmed.empty() || trimmed == "#VALUE!";
-    if (line.Skip) return line;
+    line.Skip = !cut && (trimmed.empty() || trimmed == "#VALUE!");
     line.Echo = text;
+    if (line.Skip) return line;
     line.Complaint = TakeFields(line, trimmed);
+    if (cut && !line.IsWhole) {
+        line.Echo = text;
+        line.Complaint = kLineTooLong;
+    }
     return line;
 }
 
@@ -107,8 +116,7 @@ bool MustBeWhole(const ImportLine& line) {
 }
 
 std::string ReadMessage(std::string_view text, std::string_view echo) {
-    const auto shown = LeftText(echo, kMaxEcho);
-    auto message = fmt::format("{}\n\r{}{}", text, shown, shown.size() < echo.size() ? "..." : "");
+    auto message = fmt::format("{}\n\r{}", text, echo);
     for (auto& c : message)
         if (c == '\0') c = ' ';
     return message;

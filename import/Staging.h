@@ -21,16 +21,18 @@ struct ImportLine {
     std::string Contents;
     std::string Echo;            ///< the line itself, or the worksheet, row and column
     std::string_view Complaint;  ///< why the line is dropped; empty for a good one
-    bool Skip = false;           ///< an empty line, dropped in silence
+    bool Skip = false;           ///< an empty line or a lone "#VALUE!", dropped in silence
+    bool IsWhole = false;        ///< the end of the contents was found ahead of the line's end
 };
 
-/// Splits a line into its four fields, separated by TABs, and checks them.
-ImportLine ParseImportLine(std::string_view line);
+/// Splits a line into its four fields, separated by TABs, and checks them. A line that is but the
+/// beginning of a longer one (`cut`) is good when its contents end before that.
+ImportLine ParseImportLine(std::string_view line, bool cut = false);
 
 /// True where contents with a fraction stand on a worksheet whose amounts are whole numbers.
 bool MustBeWhole(const ImportLine& line);
 
-/// The text of a "Read" message; an echo of more than 255 characters is cut.
+/// The text of a "Read" message.
 std::string ReadMessage(std::string_view text, std::string_view echo);
 
 inline constexpr std::string_view kContentsTooLong =

@@ -91,6 +91,7 @@ void TextFile::Append(std::string& line, const char* from, const char* to) {
     const auto size = static_cast<std::size_t>(to - from);
     line.append(from, std::min(size, room));
     cut_ = cut_ || size > room;
+    lost_ = lost_ || (size > room && std::any_of(from + room, to, [](char c) { return c != ' '; }));
 }
 
 /// Adds what the buffer holds of the line. True when its end was found.
@@ -111,6 +112,7 @@ bool TextFile::TakePiece(std::string& line) {
 bool TextFile::NextLine(std::string& line) {
     line.clear();
     cut_ = false;
+    lost_ = false;
     bool ended = false;
     bool any = false;
     while (!ended) {

@@ -20,6 +20,8 @@ public:
 
     /// The next line without its end; false behind the last one.
     bool NextLine(std::string& line);
+    /// True where something else than blanks of the last line was passed over.
+    bool WasCut() const { return lost_; }
 
     /// How much of the file has been read, from 0 to 1.
     double PartRead() const;
@@ -40,6 +42,7 @@ private:
     bool utf8_ = true;
     bool afterReturn_ = false;
     bool cut_ = false;
+    bool lost_ = false;
 };
 
 }  // namespace zolmara

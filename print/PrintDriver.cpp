@@ -11,6 +11,7 @@
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/SendPrtFile.h"
+#include "store/RunStopped.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -91,11 +92,7 @@ Recordset OpenWorksheets() {
 
 /// Prints a row of the registry; what stops it is told with the worksheet's name.
 void PrintNamed(const std::string& item, const std::string& name, FileNumber file) {
-    try {
-        Print_Worksheet(item, file, true);
-    } catch (const StoreError& error) {
-        throw StoreError(error.kind(), fmt::format("{}: {}", name, error.what()));
-    }
+    RunStep(name, [&] { Print_Worksheet(item, file, true); });
 }
 
 void PrintNext(const Recordset& worksheets, FileNumber file,

@@ -84,7 +84,11 @@ std::string Question(const LineRules& rules, Currency whole, Currency subscript)
 
 LineOffer OfferBehind(const LineRules& rules, Currency line) {
     LineOffer offer;
-    if (MayAddWhole(rules, line)) offer.Whole = GroupOf(line) + kWholeStep;
+    const auto whole = GroupOf(line) + kWholeStep;
+    // Line 50 of S-2 does not count as the highest whole line behind 49, and does not move.
+    const bool isTaken =
+        rules.Keeper == LineKeeper::Components && HasLine(rules.Item, rules.Key, whole);
+    if (MayAddWhole(rules, line) && !isTaken) offer.Whole = whole;
     if (MayAddSubscript(rules, line)) offer.Subscript = line + kSubscriptStep;
     if (offer.Whole && offer.Subscript)
         offer.Question = Question(rules, *offer.Whole, *offer.Subscript);

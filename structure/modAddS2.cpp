@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "structure/Renumber.h"
@@ -18,12 +20,34 @@ constexpr int kAddBoundOnS2 = 49;
 constexpr int kAddBoundOnMirrors = 50;
 constexpr int kDeleteBound = 49;
 
-void RefuseFullGroup(const std::string& table, Currency line) {
-    if (line.IsWhole() || !HasLine(table, kKey, LastOfGroup(line))) return;
+bool HasLineFrom(const std::string& table, Currency from, Currency below) {
+    return NumOr(gDB.Scalar(fmt::format("Select Count(LineNum) As Cnt From {} Where LineNum>=? And "
+                                        "LineNum<?;",
+                                        table),
+                            {from, below})) > 0;
+}
+
+/// True where the lines from a whole one cannot all move up by one. Those of 49 stay on the
+/// form's table and move on its mirrors, where they may meet those of 50: a component would part
+/// from its schedules. Only under a new line 49 itself the mirrors move by rule. Line 50 stays.
+bool IsFullBehind(const std::array<std::string, 11>& tables, Currency line) {
+    constexpr auto kLastThatMoves = Currency::FromWhole(kAddBoundOnS2);
+    const bool isTaken = HasLine(tables.front(), kKey, line);
+    if (line > kLastThatMoves) return isTaken;
+    const auto end = line == kLastThatMoves && isTaken ? line + kWholeStep : kLastThatMoves;
+    return std::ranges::any_of(tables, [&](const std::string& table) {
+        return HasLineFrom(table, end, end + kWholeStep);
+    });
+}
+
+void RefuseFullRange(const std::array<std::string, 11>& tables, Currency line) {
+    const bool full = line.IsWhole() ? IsFullBehind(tables, line)
+                                     : HasLine(tables.front(), kKey, LastOfGroup(line));
+    if (!full) return;
     throw StoreError(StoreError::Kind::Other,
                      fmt::format("Unable to add line {} to table {}: the lines behind it cannot "
                                  "move up.",
-                                 NumberText(line), table));
+                                 NumberText(line), tables.front()));
 }
 
 }  // namespace
@@ -38,7 +62,7 @@ std::array<std::string, 11> ComponentTables(int part) {
 
 void AddS2Line(Currency line, int part) {
     const auto tables = ComponentTables(part);
-    RefuseFullGroup(tables.front(), line);
+    RefuseFullRange(tables, line);
     RunBatch(gDB, [&] {
         for (const auto& table : tables)
             OpenGap(table, kKey, line,

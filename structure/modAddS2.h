@@ -17,7 +17,8 @@ std::array<std::string, 11> ComponentTables(int part);
 
 /// Adds a component's line to the part's tables: a whole line moves those from it by one, a
 /// subscript the rest of its group by .01. StoreError when a table already has the line after
-/// that, or, before anything is changed, when a group is full to its end.
+/// that, or, before anything is changed, when a group is full to its end or the lines behind a
+/// whole one have no room to move.
 void AddS2Line(Currency line, int part);
 
 /// Deletes a component's line from the part's tables and closes the gap. No question is asked.

@@ -136,10 +136,31 @@ TEST_F(FileCommands, AMissingWorksheetIsNamed) {
     const std::string crf = NewCrf();
     DBEngine::OpenDatabase(crf).DeleteTable("Bp3");
     const CliResult result = Run({"--quiet", "calc", crf});
-    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Status, 5);
     EXPECT_NE(result.Err.find("Bp3"), std::string::npos) << result.Err;
     EXPECT_EQ(Run({"show", crf, "Bp3"}).Status, 2);
     EXPECT_EQ(Run({"info", crf}).Status, 0);
+}
+
+// A half-calculated statement is told from one that ended with warnings.
+TEST_F(FileCommands, ARunThatStopsPartWayHasAStatusOfItsOwn) {
+    const std::string crf = SampleCrf();
+    const std::string before = Do({"get", crf, "A81p1", "1", "7"});
+    Do({"set", crf, "A81p1", "1", "5", "777"});
+    DBEngine::OpenDatabase(crf).DeleteTable("G");
+    for (const auto& words : {std::vector<std::string>{"calc", crf},
+                              {"check", crf},
+                              {"print", crf},
+                              {"print", crf, "G"},
+                              {"ecr", crf, "--manual"}}) {
+        std::vector<std::string> quiet{"--quiet"};
+        quiet.insert(quiet.end(), words.begin(), words.end());
+        const CliResult result = Run(quiet);
+        EXPECT_EQ(result.Status, 5) << words[0] << result.Err;
+        EXPECT_TRUE(result.Err.ends_with("The run has stopped; what was finished stands.\n"))
+            << words[0] << result.Err;
+    }
+    EXPECT_NE(Do({"get", crf, "A81p1", "1", "7"}), before) << "the first level stands";
 }
 
 TEST_F(FileCommands, AFullDiskLeavesTheFileAsItWas) {

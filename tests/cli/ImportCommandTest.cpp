@@ -58,6 +58,16 @@ TEST_F(ImportCommand, ContentsOf300CharactersGiveAMessage) {
     EXPECT_EQ(Do({"get", crf, "S1p1", "1", "4"}), "Gary\n");
 }
 
+TEST_F(ImportCommand, LinesThatArePassedOverAreCountedAndTheStatusStays) {
+    const CliResult result =
+        Run({"--quiet", "import", NewCrf(), TextFile("a.txt", "Sp1\t1\t1\tY\nA\t8\t1\t100\n")});
+    EXPECT_EQ(result.Status, 0);
+    EXPECT_EQ(result.Out,
+              "\t\tImport complete, no errors found.  Please verify the imported data for "
+              "accuracy.\n"
+              "F.Y.I.\t\t1 line of the file was passed over: worksheet SP1 (1).\n");
+}
+
 TEST_F(ImportCommand, TheSampleImportsWithoutAMessage) {
     const std::string crf = SampleCrf();
     EXPECT_EQ(Do({"get", crf, "S2p2", "2", "1"}), "Northfield Properties, LLC\n");

@@ -62,14 +62,81 @@ TEST_F(LineCommands, CcAddRefusesANameInUseBeforeAnythingChanges) {
     EXPECT_EQ(LinesOf("CostCenters").size(), 26U);
 }
 
-TEST_F(LineCommands, CcAddWithoutANameAsksForIt) {
+TEST_F(LineCommands, CcAddWithoutANameIsRefusedAndTheNextAddIsFree) {
+    const std::string former = ContentOf(crf);
     const CliResult result = Run({"cc", "add", crf, "4", "--sub"});
     EXPECT_EQ(result.Status, 2);
-    EXPECT_EQ(result.Out, "4.01\n");
-    EXPECT_NE(result.Err.find("All Cost Center names must be completed"), std::string::npos);
-    const CliResult next = Run({"cc", "add", crf, "5", "Permits", "--sub"});
-    EXPECT_EQ(next.Status, 2);
-    EXPECT_NE(next.Err.find("All cost center names must be completed."), std::string::npos);
+    EXPECT_EQ(result.Out, "");
+    EXPECT_EQ(result.Err,
+              "ERROR\tA cost center may not be blank, please enter a cost center title.\n");
+    EXPECT_EQ(ContentOf(crf), former);
+    EXPECT_EQ(Do({"cc", "add", crf, "5", "Permits", "--sub"}), "5.01\n");
+}
+
+// The new line takes the number of the line that bears the name, which would move up.
+TEST_F(LineCommands, CcAddRefusesTheNameOfTheVeryLineThatMovesUp) {
+    Do({"cc", "add", crf, "4", "Umbrella Insurance", "--sub"});
+    const std::string former = ContentOf(crf);
+    const CliResult result = Run({"cc", "add", crf, "4", "umbrella insurance", "--sub"});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Out, "");
+    EXPECT_EQ(ContentOf(crf), former);
+    EXPECT_EQ(Do({"cc", "add", crf, "4", "Other Insurance", "--sub"}), "4.01\n");
+    EXPECT_EQ(Do({"get", crf, "CostCenters", "4.02", "CCName"}), "Umbrella Insurance\n");
+}
+
+TEST_F(LineCommands, CcAddOfATooLongNameLeavesNothing) {
+    const std::string former = ContentOf(crf);
+    EXPECT_EQ(Run({"cc", "add", crf, "4", std::string(41, 'x'), "--sub"}).Status, 2);
+    EXPECT_EQ(ContentOf(crf), former);
+}
+
+/// The number of times that the file has been committed to.
+std::uint32_t CommitsOf(const std::string& crf) {
+    constexpr std::size_t kChangeCounter = 24;
+    const std::string content = ContentOf(crf);
+    std::uint32_t count = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        count = count << 8 | static_cast<unsigned char>(content[kChangeCounter + i]);
+    return count;
+}
+
+// What a kill in the middle would leave half done is one commit.
+TEST_F(LineCommands, EveryActIsOneCommit) {
+    for (const auto& words : std::vector<std::vector<std::string>>{
+             {"cc", "add", crf, "28", "Marketing", "--whole"},
+             {"cc", "rename", crf, "29", "Press"},
+             {"cc", "delete", crf, "29"},
+             {"component", "add", crf, "1", "1", "Alpha Hospital", "14-0234"},
+             {"component", "rename", crf, "1", "1", "Beta Hospital", "14-0235"},
+             {"component", "delete", crf, "1", "1"},
+             {"line", "add", crf, "A6", "1"},
+             {"line", "add", crf, "A8", "17", "--whole"},
+             {"set", crf, "A6", "1", "1", "Rent"},
+             {"set", crf, "A6", "1", "2", "b"},
+             {"set", crf, "A8", "18", "1", "Rent"},
+             {"header", crf, "1", "Draft"}}) {
+        const auto before = CommitsOf(crf);
+        Do(words);
+        EXPECT_EQ(CommitsOf(crf), before + 1) << words[0] << " " << words[1];
+    }
+}
+
+TEST_F(LineCommands, TheHeaderOfAFileWithoutItsTableIsMadeAndSetInOneCommit) {
+    DBEngine::OpenDatabase(crf).DeleteTable("HeaderLines");
+    const auto before = CommitsOf(crf);
+    EXPECT_EQ(Run({"header", crf, "--format", "json"}).Json().size(), 3U);
+    EXPECT_EQ(CommitsOf(crf), before);
+    Do({"header", crf, "2", "Draft"});
+    EXPECT_EQ(CommitsOf(crf), before + 1);
+}
+
+TEST_F(LineCommands, SigningAndBuildingIsOneCommit) {
+    const std::string sample = SampleCrf();
+    Do({"set", sample, "A", "8", "1", "7777777"});
+    const auto before = CommitsOf(sample);
+    Run({"--quiet", "ecr", sample, "--first", "Ann", "--last", "Lee", "--title", "CFO"});
+    EXPECT_EQ(CommitsOf(sample), before + 1);
 }
 
 TEST_F(LineCommands, CcRenameFollowsTheRulesOfTheEditor) {

@@ -145,8 +145,20 @@ TEST_F(CommandTest, AnUnknownWorksheetIsToldOnceInUpperCase) {
 }
 
 TEST_F(CommandTest, AnUnknownWorksheetThatBeginsWithSIsPassedOver) {
-    EXPECT_TRUE(Import({"Sp1|1|1|5", "salaries|2|1|5"}));
-    EXPECT_TRUE(IsClean());
+    EXPECT_TRUE(Import({"Sp1|1|1|5", "salaries|2|1|5", "sp1|1|1|6", "A|5|1|7"}));
+    EXPECT_EQ(Messages(),
+              (std::vector<Message>{{"", std::string(kClosing)},
+                                    {"F.Y.I.",
+                                     "3 lines of the file were passed over: worksheet SALARIES "
+                                     "(1), worksheet SP1 (2)."}}));
+    EXPECT_FALSE(ImportErrorFlag);
+}
+
+TEST_F(CommandTest, ALoadThatIsCalledOffStillCountsWhatWasPassedOver) {
+    EXPECT_FALSE(Import({"#VALUE!", "Bp1|5|2|1.5"}));
+    ASSERT_EQ(Messages().size(), 2u);
+    EXPECT_EQ(Messages()[1].Level, "F.Y.I.");
+    EXPECT_EQ(Messages()[1].Text, "1 line of the file was passed over: \"#VALUE!\" (1).");
 }
 
 TEST_F(CommandTest, ALowerCaseNameReachesItsLoader) {

@@ -109,8 +109,13 @@ TEST_F(ReaderTest, ATrailingTabStagesEmptyContents) {
 }
 
 TEST_F(ReaderTest, BlankLinesAndALoneValueErrorAreSkippedInSilence) {
-    EXPECT_TRUE(Import({"   ", "", "#VALUE!", "  #VALUE!  "}));
+    EXPECT_TRUE(Import({"   ", ""}));
     EXPECT_TRUE(IsClean());
+    EXPECT_TRUE(Import({"   ", "", "#VALUE!", "  #VALUE!  "}));
+    EXPECT_EQ(Messages(),
+              (std::vector<Message>{
+                  {"", std::string(kClosing)},
+                  {"F.Y.I.", "2 lines of the file were passed over: \"#VALUE!\" (2)."}}));
 }
 
 TEST_F(ReaderTest, AValueErrorBehindTheTabsIsContents) {
@@ -295,10 +300,45 @@ TEST_F(ReaderTest, ALineEndAcrossTheReadersPiecesIsOne) {
     EXPECT_EQ(Staged(), StagedRows{"X|1|1|a"});
 }
 
-TEST_F(ReaderTest, AnEndlessLineIsCutAndItsEchoToo) {
+constexpr std::string_view kTooLong = "The line is longer than 65536 bytes in ASCII Import line: ";
+
+TEST_F(ReaderTest, AnEndlessLineIsDroppedAndTold) {
     EXPECT_FALSE(ImportBytes(std::string(20'000'000, 'z')));
-    EXPECT_EQ(OnlyMessage(), "The Row specification is missing from ASCII Import line: \n\r" +
-                                 std::string(255, 'z') + "...");
+    const std::string message = OnlyMessage();
+    EXPECT_TRUE(message.starts_with(std::string(kTooLong) + "\n\rzzzz"));
+    EXPECT_GT(message.size(), 65000u);
+}
+
+TEST_F(ReaderTest, ALineWhoseFieldsComeTooLateIsToldAndTheOthersAreRead) {
+    const std::string blanks(70000, ' ');
+    EXPECT_FALSE(ImportBytes(blanks + "A\t5\t1\t7\nA\t6\t1\t8\n"));
+    EXPECT_EQ(OnlyMessage().find(kTooLong), 0u);
+    EXPECT_EQ(Staged(), StagedRows{"A|6|1|8"});
+    EXPECT_FALSE(ImportBytes("A\t5\t1\t" + blanks + "7\n"));
+    EXPECT_EQ(OnlyMessage().find(kTooLong), 0u);
+    EXPECT_FALSE(ImportBytes("A\t5\t1\t7" + blanks + "8\n"));
+    EXPECT_EQ(OnlyMessage().find(kTooLong), 0u);
+}
+
+TEST_F(ReaderTest, ALongLineWhoseContentsEndInTimeIsRead) {
+    const std::string rest(70000, 'x');
+    EXPECT_TRUE(ImportBytes("A\t5\t1\t7\t" + rest + "\nS1p2\t1\t2\t\"Ann\"" + rest + "\n"));
+    EXPECT_TRUE(IsClean());
+    EXPECT_EQ(Staged(), (StagedRows{"A|5|1|7", "S1p2|1|2|Ann"}));
+}
+
+TEST_F(ReaderTest, AnEndlessLineOfBlanksIsSkippedInSilence) {
+    const std::string blanks(70000, ' ');
+    EXPECT_TRUE(ImportBytes(blanks + "\nA\t5\t1\t7" + blanks + "\n"));
+    EXPECT_TRUE(IsClean());
+    EXPECT_EQ(Staged(), StagedRows{"A|5|1|7"});
+}
+
+TEST_F(ReaderTest, TheEchoOfALongLineIsWhole) {
+    const std::string line = "A\t5" + std::string(1000, ' ') + "end";
+    ImportBytes(line);
+    EXPECT_EQ(OnlyMessage(),
+              "The Column specification is missing from ASCII Import line: \n\r" + line);
 }
 
 TEST_F(ReaderTest, AnEndlessLineOfNonAsciiTextIsCutBetweenCharacters) {

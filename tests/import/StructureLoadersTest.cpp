@@ -153,6 +153,24 @@ TEST_F(StructureLoadersTest, AComponentIsCreatedInAllTheMirroredTables) {
     EXPECT_EQ(NumOr(Cell("Bp1", 12.01, "CC_600")), 5);
 }
 
+TEST_F(StructureLoadersTest, AComponentWithoutRoomIsRefusedAndStrandsNoOther) {
+    EXPECT_TRUE(Import({"S2p1|1|1|One", "S2p1|49|1|Forty-nine", "S2p1|50|1|Fifty"}));
+    EXPECT_EQ(RuleOf("S2p1|10|1|Ten"), "Conversion error: ");
+    for (const auto& table : ComponentTables(1)) EXPECT_EQ(Lines(table, 0, 50.99), "1 49 50");
+    ImportErrorFlag = false;
+    EXPECT_TRUE(Import({"S2p1|1.01|1|Annex"}));
+    for (const auto& table : ComponentTables(1)) EXPECT_EQ(Lines(table, 0, 50.99), "1 1.01 49 50");
+}
+
+TEST_F(StructureLoadersTest, WhereTheLineWasMadeItsNameAndNumberStillGoIn) {
+    gDB.Execute("INSERT INTO Cp1 (LineNum) VALUES (7);");
+    EXPECT_TRUE(Import({"S2p1|7|1|Clinic", "S2p1|7|2|14-0001"}));
+    EXPECT_EQ(StrOr(Cell("S2p1", 7, "Col_1")), "Clinic");
+    EXPECT_EQ(StrOr(Cell("S2p1", 7, "Col_2")), "14-0001");
+    EXPECT_EQ(StrOr(Cell("Bp1", 7, "Description")), "Clinic");
+    EXPECT_EQ(StrOr(Cell("Cp1", 7, "Col_0")), "14-0001");
+}
+
 TEST_F(StructureLoadersTest, ANameAloneKeepsTheNumberAndTheOtherWayRound) {
     Import({"S2p3|1|1|North", "S2p3|1|2|33-1"});
     Import({"S2p3|1|1|South"});

@@ -128,6 +128,35 @@ TEST_F(ComponentTest, AWholeAddAt49MovesTheMirrorsAndLeavesS2) {
     EXPECT_EQ(Lines("F2p1", 0, 50.99), "50");
 }
 
+TEST_F(ComponentTest, AWholeLineWithoutRoomBehindIsRefusedBeforeAnythingChanges) {
+    for (int part : {1, 2, 3}) {
+        AddLines(part, {1, 49, 50});
+        const auto before = DumpCrf();
+        EXPECT_THROW(AddS2Line(Line(10), part), StoreError);
+        EXPECT_THROW(AddS2Line(Line(49), part), StoreError);
+        EXPECT_THROW(AddS2Line(Line(50), part), StoreError);
+        EXPECT_EQ(DumpCrf(), before);
+        AddLines(part, {1.01, 49.01, 50.01});
+        EXPECT_EQ(LinesOf(part), "1 1.01 49 49.01 50 50.01");
+    }
+}
+
+// 49 stays on the form's table and moves on the mirrors: the component would lose its schedules.
+TEST_F(ComponentTest, AWholeLineThatWouldPartAComponentFromItsSchedulesIsRefused) {
+    AddLines(1, {1, 49});
+    EXPECT_THROW(AddS2Line(Line(10), 1), StoreError);
+    EXPECT_EQ(LinesOf(1), "1 49");
+    AddLines(2, {48, 50});
+    AddLines(2, {10});
+    EXPECT_EQ(LinesOf(2), "10 49 50");
+}
+
+TEST_F(ComponentTest, OnLine49With50TakenOnlyTheSubscriptIsOffered) {
+    AddLines(1, {49, 50});
+    EXPECT_EQ(cmdAdd("S2p1", Line(49)), Line(49.01));
+    EXPECT_TRUE(host.Boxes.empty());
+}
+
 TEST_F(ComponentTest, AGroupThatIsFullToItsEndIsRefusedBeforeAnythingChanges) {
     AddLines(1, {7, 7.01, 7.99});
     const auto before = DumpCrf();
