@@ -214,7 +214,7 @@ TEST_F(Calculate, AFindingOpensTheWorksheetThatItNames) {
     const auto kept = gShowWorksheet;
     std::string opened;
     gShowWorksheet = [&](const std::string& mode, const std::string& item,
-                         std::optional<Currency> line) {
+                         std::optional<Currency> line, const std::string&) {
         opened = mode + " " + item + " " + (line ? NumberText(*line) : "");
     };
     OpenWithFindings({{"Non-Fatal Error", "1065", "Worksheet A-6: Line 4.01 must"},
@@ -228,23 +228,26 @@ TEST_F(Calculate, AFindingOpensTheWorksheetThatItNames) {
 }
 
 TEST(FindingTarget, NamesOfWorksheetsAreReadInEveryForm) {
-    const auto target = [](const char* item, double line) {
-        return std::optional(FindingTarget{item, Currency(line)});
+    const auto target = [](const char* item, double line, const char* column = "") {
+        return std::optional(FindingTarget{item, Currency(line), column});
     };
-    EXPECT_EQ(TargetOf("Worksheet A-8: line 12 column 4 must"), target("A8", 12));
-    EXPECT_EQ(TargetOf("Worksheet A-8-1 Part I: line 3 column 4 must"), target("A81p1", 3));
-    EXPECT_EQ(TargetOf("Worksheet S-1 Part II: lines 1 through 5 column 2"), target("S1p2", 1));
+    EXPECT_EQ(TargetOf("Worksheet A-8: line 12 column 4 must"), target("A8", 12, "4"));
+    EXPECT_EQ(TargetOf("Worksheet A-8-1 Part I: line 3 column 4 must"), target("A81p1", 3, "4"));
+    EXPECT_EQ(TargetOf("Worksheet S-1 Part II: lines 1 through 5 column 2"),
+              target("S1p2", 1, "2"));
     EXPECT_EQ(TargetOf("Worksheet A6: LineNum (4.02) cost center (31) is not defined"),
               target("A6", 4.02));
     EXPECT_EQ(TargetOf("Worksheet A81p1: SeqNum (7) cost center (31) is not"), target("A81p1", 7));
-    EXPECT_EQ(TargetOf("B1p3 line 52 column CC_100 must be greater"), target("B1p3", 52));
-    EXPECT_EQ(TargetOf("Worksheet B-1  Part-3, Line 4, Column Col_7 Numeric"), target("B1p3", 4));
-    EXPECT_EQ(TargetOf("B Part III, line 52, column 5 must equal A, line 5"), target("Bp3", 52));
-    EXPECT_EQ(TargetOf("Worksheet E-1, line 52, column 7 must equal"), target("E1p3", 52));
-    EXPECT_EQ(TargetOf("Worksheet E, line 4, column 3 must equal A"), target("E", 4));
+    EXPECT_EQ(TargetOf("B1p3 line 52 column CC_100 must be greater"), target("B1p3", 52, "CC_100"));
+    EXPECT_EQ(TargetOf("Worksheet B-1  Part-3, Line 4, Column Col_7 Numeric"),
+              target("B1p3", 4, "Col_7"));
+    EXPECT_EQ(TargetOf("B Part III, line 52, column 5 must equal A, line 5"),
+              target("Bp3", 52, "5"));
+    EXPECT_EQ(TargetOf("Worksheet E-1, line 52, column 7 must equal"), target("E1p3", 52, "7"));
+    EXPECT_EQ(TargetOf("Worksheet E, line 4, column 3 must equal A"), target("E", 4, "3"));
     EXPECT_EQ(TargetOf("Worksheet G-1: line 22 should not equal zero."), target("G1", 22));
-    EXPECT_EQ(TargetOf("Worksheet A-7 Part I: Line 9 column 6 must"), target("A7p1", 9));
-    EXPECT_EQ(TargetOf("Worksheet S2p1: line 1.01 column 11"), target("S2p1", 1.01));
+    EXPECT_EQ(TargetOf("Worksheet A-7 Part I: Line 9 column 6 must"), target("A7p1", 9, "6"));
+    EXPECT_EQ(TargetOf("Worksheet S2p1: line 1.01 column 11"), target("S2p1", 1.01, "11"));
 }
 
 TEST(FindingTarget, OtherMessagesNameNoWorksheet) {

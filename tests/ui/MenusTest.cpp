@@ -17,7 +17,8 @@ class Menus : public UiTest {
 protected:
     Menus() {
         gShowWorksheet = [this](const std::string& mode, const std::string& item,
-                                std::optional<Currency>) { Opened.push_back(mode + " " + item); };
+                                std::optional<Currency>,
+                                const std::string&) { Opened.push_back(mode + " " + item); };
     }
     ~Menus() override { gShowWorksheet = kept_; }
 
@@ -145,14 +146,15 @@ TEST_F(Menus, TheEditListOpensWhatIsKeyedAlone) {
                                                 "edit C1p2", "edit ES", "edit E1p1", "edit G1"}));
 }
 
-TEST_F(Menus, AWorksheetWithoutAWindowIsToldPlainly) {
+TEST_F(Menus, AnUnknownWorksheetIsToldPlainly) {
     gShowWorksheet = kept_;
     Start();
     Open(MakeCrf("One.CRF"));
-    Trigger("mnuViewOpenA");
+    OpenWorksheet("edit", "Z9");
     ASSERT_EQ(Boxes.size(), 1U);
-    EXPECT_EQ(Boxes[0].Style, kInformation);
-    EXPECT_NE(Boxes[0].Text.find("not part of this version yet"), std::string::npos);
+    EXPECT_EQ(Boxes[0].Style, kCritical);
+    EXPECT_EQ(Boxes[0].Text, "Unknown worksheet requested (Z9) for edit.");
+    EXPECT_EQ(FindOpenForm("edit", "Z9"), nullptr);
 }
 
 // --- States --------------------------------------------------------------------------------

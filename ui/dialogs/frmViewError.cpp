@@ -123,7 +123,14 @@ void frmViewError::FollowSubmit() {
 void frmViewError::OpenFinding(int row) {
     const auto target = TargetOf(S(grd_->item(row, kMessage)->text()));
     if (!target || TheQtHost().InLongStep()) return;
-    Guarded([&] { OpenWorksheet("edit", target->Item, target->Line); });
+    Guarded([&] { OpenWorksheet("edit", target->Item, target->Line, target->Column); });
+}
+
+int frmViewError::Selected() const { return grd_->currentRow(); }
+
+void frmViewError::Select(int row) {
+    grd_->setCurrentCell(row, kMessage);
+    grd_->scrollToItem(grd_->item(row, kMessage));
 }
 
 void frmViewError::BuildECR() {

@@ -19,6 +19,10 @@ public:
     /// Reads table Error afresh.
     void SetGrd();
 
+    /// The row that is current, -1 without one; and another made current.
+    int Selected() const;
+    void Select(int row);
+
 private:
     void MakeGrid();
     void OpenFinding(int row);

@@ -18,6 +18,7 @@
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmMain.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {
@@ -47,6 +48,10 @@ QtHost::~QtHost() {
 // --- Boxes and dialogs ---------------------------------------------------------------------
 
 int QtHost::MsgBox(const std::string& text, int style, const std::string& title) {
+    if (quietBoxes_) {
+        ++*quietBoxes_;
+        return DefaultAnswer(style);
+    }
     return TheDesktop().MsgBox(text, style, title);
 }
 
@@ -66,6 +71,12 @@ void QtHost::PrintJobs() {
     const std::vector<PrintJob> jobs = printer_.TakeJobs();
     if (!jobs.empty()) TheDesktop().Print(jobs, printer_.Target());
 }
+
+void QtHost::BeginQuiet(int& boxes) { quietBoxes_ = &boxes; }
+void QtHost::EndQuiet() { quietBoxes_ = nullptr; }
+
+QuietHost::QuietHost(int& boxes) { TheQtHost().BeginQuiet(boxes); }
+QuietHost::~QuietHost() { TheQtHost().EndQuiet(); }
 
 bool Guarded(const std::function<void()>& action) {
     bool done = false;
@@ -88,6 +99,7 @@ bool Guarded(const std::function<void()>& action) {
 // --- The main window -----------------------------------------------------------------------
 
 void QtHost::SetPointer(Pointer pointer) {
+    if (quietBoxes_) return;
     const bool hourglass = pointer == Pointer::Hourglass;
     if (hourglass == hourglass_) return;
     hourglass_ = hourglass;
@@ -98,7 +110,7 @@ void QtHost::SetPointer(Pointer pointer) {
 }
 
 void QtHost::ShowCalcMsg(const std::string& text) {
-    if (!main_) return;
+    if (!main_ || quietBoxes_) return;
     main_->ShowCalcMsg(text);
     PaintNow();
 }
@@ -108,7 +120,7 @@ void QtHost::HideCalcMsg() {
 }
 
 void QtHost::ShowProgress(double part) {
-    if (!main_) return;
+    if (!main_ || quietBoxes_) return;
     main_->ShowProgress(part);
     PaintNow();
 }
@@ -151,7 +163,9 @@ void QtHost::StartHelpText() {
     if (main_) main_->StartHelpText();
 }
 
-void QtHost::DoEvents() { QCoreApplication::processEvents(); }
+void QtHost::DoEvents() {
+    if (!quietBoxes_) QCoreApplication::processEvents();
+}
 
 // --- The other windows ---------------------------------------------------------------------
 
@@ -165,10 +179,7 @@ void QtHost::RefreshOpenForms(const std::string& exceptForm) {
 }
 
 void QtHost::RefreshWorksheetForm(const std::string& mode, const std::string& item) {
-    const bool view = SameText(mode, "view");
-    if (QWidget* form = FindForm((view ? "frmView" : "frmEdit") + item)) ui::SetGrd(form);
-    // Changed data must pass the edit checks again.
-    if (view) EnableMenu("mnuReportSubmit", false);
+    ui::RefreshWorksheetForm(mode, item);
 }
 
 bool QtHost::FormIsOpen(const std::string& name) { return ui::FormIsOpen(name); }

@@ -62,6 +62,10 @@ public:
     std::string ProgramFolder() override { return programFolder_; }
     [[noreturn]] void EndProgram() override;
 
+    /// From here on boxes are counted instead of shown, and the user's keys wait; until it ends.
+    void BeginQuiet(int& boxes);
+    void EndQuiet();
+
     /// True while a long step holds the program: no window takes a command then.
     bool InLongStep() const;
 
@@ -77,6 +81,17 @@ private:
     std::string programFolder_;
     QtPageDevice printer_;
     bool hourglass_ = false;
+    int* quietBoxes_ = nullptr;
+};
+
+/// A step that shows nothing: no boxes, no status line, no pointer. What it would have shown is
+/// counted.
+class QuietHost {
+public:
+    explicit QuietHost(int& boxes);
+    ~QuietHost();
+    QuietHost(const QuietHost&) = delete;
+    QuietHost& operator=(const QuietHost&) = delete;
 };
 
 /// The host in use.

@@ -29,6 +29,7 @@
 #include "ui/main/QtText.h"
 #include "ui/main/frmSplash.h"
 #include "ui/tools/ToolsMenu.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {
@@ -225,7 +226,7 @@ void frmMain::changeEvent(QEvent* event) {
 
 /// Form_QueryUnload and Form_Unload. A step that is writing to the CRF is not torn down.
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (InLongStep()) return event->ignore();
+    if (InLongStep() || !CommitOpenRows()) return event->ignore();
     SetWelcomeVisible(false);
     DropCrf();
     TheDesktop().EndProgram();

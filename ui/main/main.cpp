@@ -11,6 +11,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmMain.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace {
 
@@ -59,6 +60,9 @@ int main(int argc, char** argv) {
     ui::frmMain main;
     if (!main.Load()) return 0;
     main.show();
+    // The desktop's session ends: what is being keyed is stored first, and a refused row asks.
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &main,
+                     [](QSessionManager& session) { ui::CommitBeforeSessionEnd(session); });
     const int status = QApplication::exec();
     DropCrf();
     return status;

@@ -1,12 +1,25 @@
 #include "ui/tools/Tools.h"
 
+#include "store/session/Session.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
+#include "ui/tools/EntryCalculation.h"
+#include "ui/worksheets/NextFinding.h"
 
 namespace zolmara::ui {
 
 std::vector<Tool>& Tools() {
-    static std::vector<Tool> tools = {};
+    static std::vector<Tool> tools = {
+        {.Name = "tlsEntryCalculation",
+         .Caption = "&Calculate after each entry",
+         .Run = EntryCalculation::Toggle,
+         .IsChecked = EntryCalculation::IsOn},
+        {.Name = "tlsNextFinding",
+         .Caption = "&Next Finding",
+         .Shortcut = "F8",
+         .IsOn = CrfIsOpen,
+         .Run = OpenNextFinding},
+    };
     return tools;
 }
 

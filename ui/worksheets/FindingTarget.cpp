@@ -23,6 +23,14 @@ const QRegularExpression& LineNumber() {
     return pattern;
 }
 
+/// "column 4", "col. 4", "column Col_4", "column CC_401"
+const QRegularExpression& ColumnName() {
+    static const QRegularExpression pattern(
+        R"(\bcol(?:umn|\.)?s?(?: number)? (\d+(?:\.\d+)?|(?:Col|CC)_\d+))",
+        QRegularExpression::CaseInsensitiveOption);
+    return pattern;
+}
+
 /// "Worksheet A: LineNum (4.02) cost center ..."
 const QRegularExpression& KeyInBrackets() {
     static const QRegularExpression pattern(R"(: (?:LineNum|SeqNum) \((\d+(?:\.\d+)?)\))");
@@ -68,7 +76,7 @@ std::optional<FindingTarget> TargetOf(const std::string& message) {
     const std::optional<Currency> line = LineIn(text);
     const std::string item = ItemNamed(bare, part, line);
     if (item.empty()) return std::nullopt;
-    return FindingTarget{item, line};
+    return FindingTarget{item, line, S(ColumnName().match(text).captured(1))};
 }
 
 }  // namespace zolmara::ui

@@ -1,0 +1,209 @@
+// What the keys do in a worksheet's window.
+
+#include <QClipboard>
+#include <QHeaderView>
+
+#include "SheetTest.h"
+
+namespace zolmara::ui {
+namespace {
+
+class SheetKeys : public SheetTest {
+protected:
+    SheetKeys() {
+        Start();
+        Open(MakeSample("Sample.CRF"));
+        Boxes.clear();
+    }
+};
+
+TEST_F(SheetKeys, TypingReplacesEnterMovesOnAndLeavingTheRowStores) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    const std::string before = Stored("A", 1, "Col_1");
+    Type("1234");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Stored("A", 1, "Col_1"), "1234");
+    EXPECT_NE(before, "1234");
+    EXPECT_EQ(Current(a), "2 Col_1");
+    EXPECT_EQ(Shown(a, 1, "Col_1"), "1,234");
+}
+
+TEST_F(SheetKeys, ANegativeAmountStandsInBrackets) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 1, "Col_1", "-1234");
+    EXPECT_EQ(Shown(a, 1, "Col_1"), "(1,234)");
+}
+
+TEST_F(SheetKeys, F2GoesOnWithWhatStandsThere) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 1, "Col_1", "12");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_F2);
+    Type("5");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Stored("A", 1, "Col_1"), "125");
+    EXPECT_EQ(Current(a), "2 Col_1");
+}
+
+TEST_F(SheetKeys, EscapeTakesBackTheCellAndThenTheRowAndNeverCloses) {
+    auto* a6 = Sheet("edit", "A6");
+    At(a6, 1, "Col_5");
+    const std::string before = Stored("A6", 1, "Col_5");
+    Type("77");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Shown(a6, 1, "Col_5"), Shown(a6, 1, "Col_5"));
+    EXPECT_EQ(a6->Model().KeyedRow(), -1);
+    Type("88");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(a6->Model().KeyedRow(), 0);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(a6->Model().KeyedRow(), -1);
+    Press(Qt::Key_Escape);
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(a6->isVisible());
+    EXPECT_EQ(Stored("A6", 1, "Col_5"), before);
+}
+
+TEST_F(SheetKeys, TabBehindTheLastCellGoesToTheButtons) {
+    auto* a = Sheet("edit", "A");
+    a->Grid().GoTo(a->Model().index(a->Model().rowCount() - 1, a->Form().ColumnOf("Col_1")));
+    Press(Qt::Key_Tab);
+    EXPECT_NE(qobject_cast<QPushButton*>(QApplication::focusWidget()), nullptr);
+}
+
+TEST_F(SheetKeys, DeleteKeysABlankWhichIsZeroInANumber) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 1, "Col_1", "55");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_Delete);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Stored("A", 1, "Col_1"), "0");
+}
+
+TEST_F(SheetKeys, HomeEndAndCtrlHomeMove) {
+    auto* a6 = Sheet("edit", "A6");
+    At(a6, 2, "Col_3");
+    Press(Qt::Key_End);
+    EXPECT_EQ(Current(a6), "2 Col_8");
+    Press(Qt::Key_Home);
+    EXPECT_EQ(Current(a6), "2 LineNum");
+    Press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(a6->Grid().currentIndex().row(), a6->Model().rowCount() - 1);
+    Press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(Current(a6), "1 LineNum");
+}
+
+TEST_F(SheetKeys, CtrlArrowGoesToTheEndOfABlock) {
+    gDB.Execute("UPDATE A SET Col_1 = Null WHERE LineNum = 5;");
+    gDB.Execute("UPDATE A SET Col_1 = 1 WHERE LineNum < 5 Or LineNum = 6;");
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(Current(a), "4.01 Col_1");
+    Press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(Current(a), "6 Col_1");
+}
+
+TEST_F(SheetKeys, ABlockIsCopiedPlainAndWithHeadings) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 1, "Col_1", "1234");
+    Enter(a, 2, "Col_1", "-5");
+    At(a, 1, "CCName");
+    Press(Qt::Key_Right, Qt::ShiftModifier);
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(S(QApplication::clipboard()->text()), "CRC-B&F\t1234\nCRC-ME\t-5\n");
+    Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(S(QApplication::clipboard()->text()),
+              "Description\tExpenses per Home Office Books\nCRC-B&F\t1234\nCRC-ME\t-5\n");
+}
+
+TEST_F(SheetKeys, TheStatusLineAddsUpTheSelection) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 1, "Col_1", "100");
+    Enter(a, 2, "Col_1", "-40");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(Status(a), "Sum 60   Count 2   Average 30");
+}
+
+TEST_F(SheetKeys, CtrlDFillsDown) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 5, "Col_1", "9");
+    At(a, 5, "Col_1");
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    Press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(Stored("A", 6, "Col_1"), "9");
+    EXPECT_EQ(Stored("A", 8, "Col_1"), "9");
+    EXPECT_TRUE(Boxes.empty());
+}
+
+TEST_F(SheetKeys, CtrlFFindsInTheWindowAndEscapeLeavesTheBar) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_F, Qt::ControlModifier);
+    Type("interest");
+    Press(Qt::Key_Return);
+    EXPECT_NE(Shown(a, NumOr(a->Model().Value(a->Grid().currentIndex().row(), 0)), "CCName")
+                  .find("Interest"),
+              std::string::npos);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), &a->Grid());
+    EXPECT_TRUE(a->isVisible());
+}
+
+TEST_F(SheetKeys, ZoomIsForAllWindowsAndRemembered) {
+    auto* a = Sheet("edit", "A");
+    const int plain = a->Grid().verticalHeader()->defaultSectionSize();
+    const int width = a->Grid().columnWidth(2);
+    for (int i = 0; i < 4; ++i) Press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(a->Grid().verticalHeader()->defaultSectionSize(), plain);
+    EXPECT_GT(a->Grid().columnWidth(2), width);
+    auto* a6 = Sheet("edit", "A6");
+    EXPECT_DOUBLE_EQ(a6->Grid().Zoom(), a->Grid().Zoom());
+    Press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(a->Grid().columnWidth(2), width);
+}
+
+TEST_F(SheetKeys, WidthsSizeAndPlaceAreRemembered) {
+    auto* a = Sheet("edit", "A");
+    a->Grid().setColumnWidth(2, 222);
+    a->resize(700, 321);
+    a->move(40, 30);
+    const int width = a->Grid().columnWidth(2);
+    Click("frmEditA", "cmdClose");
+    a = Sheet("edit", "A");
+    EXPECT_NEAR(a->Grid().columnWidth(2), width, 1);
+    EXPECT_EQ(a->size(), QSize(700, 321));
+    EXPECT_EQ(a->pos(), QPoint(40, 30));
+}
+
+TEST_F(SheetKeys, LineAndNameStayInSightWhileAmountsScroll) {
+    auto* bp1 = Sheet("view", "Bp1");
+    bp1->resize(420, 300);
+    Wait(20);
+    ASSERT_GT(bp1->Form().FrozenColumns, 0);
+    Press(Qt::Key_End);
+    Wait(20);
+    const GridPart* frozen = bp1->Grid().Frozen();
+    EXPECT_TRUE(frozen->isVisible());
+    EXPECT_FALSE(frozen->isColumnHidden(0));
+    const QRect cell = bp1->Grid().visualRect(bp1->Grid().currentIndex());
+    EXPECT_GE(cell.left(), frozen->width() - 1);
+    EXPECT_EQ(frozen->model(), bp1->Grid().model());
+}
+
+TEST_F(SheetKeys, ALockedCellTakesNoKeysAndSaysSo) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "CCName");
+    Type("x");
+    EXPECT_EQ(a->Grid().Editor(), nullptr);
+    EXPECT_EQ(Status(a), "Locked cell");
+    EXPECT_EQ(S(a->Grid().currentIndex().data(Qt::AccessibleTextRole).toString()),
+              "Worksheet A, line 1, Description: CRC-B&F, locked");
+}
+
+}  // namespace
+}  // namespace zolmara::ui

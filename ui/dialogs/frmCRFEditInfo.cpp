@@ -1,0 +1,4 @@
+#include "ui/dialogs/frmCRFEditInfo.h"
+namespace zolmara::ui {
+void ShowCRFEditInfo() {}
+}  // namespace zolmara::ui

@@ -1,0 +1,5 @@
+#pragma once
+
+namespace zolmara::ui {
+void ShowCRFEditInfo();
+}

@@ -1,0 +1,100 @@
+#include "ui/tools/EntryCalculation.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include "calc/Calc_All.h"
+#include "core/Globals.h"
+#include "core/Machine.h"
+#include "store/session/Session.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/worksheets/frmWorksheet.h"
+
+namespace zolmara::ui::EntryCalculation {
+namespace {
+
+constexpr const char* kSection = "Windows";
+constexpr const char* kKey = "CalculateAfterEntry";
+/// A run that takes longer than this waits for a pause.
+constexpr qint64 kFeltDelay = 150;  ///< milliseconds
+constexpr int kPause = 1500;
+
+QString note;
+qint64 lastRun = 0;
+
+void Run();
+
+/// Lives with the application, so that no run comes after its end.
+QTimer& Timer() {
+    static QTimer* timer = nullptr;
+    if (!timer) {
+        timer = new QTimer(qApp);
+        timer->setSingleShot(true);
+        timer->callOnTimeout(Run);
+        QObject::connect(timer, &QObject::destroyed, [] { timer = nullptr; });
+    }
+    return *timer;
+}
+
+/// The messages of the last run: those kept in the log, and those that would have been boxes.
+int LoggedMessages() {
+    return static_cast<int>(
+        NumOr(gDB.Scalar("SELECT Count(*) AS Cnt FROM Log WHERE LogType = 'C';")));
+}
+
+void Calculate() {
+    QElapsedTimer clock;
+    clock.start();
+    int boxes = 0;
+    {
+        const QuietHost quiet(boxes);
+        Calc_All();
+    }
+    lastRun = clock.elapsed();
+    const int messages = boxes + LoggedMessages();
+    note = messages == 0   ? QString("Calculated")
+           : messages == 1 ? QString("Calculated, 1 message")
+                           : QString("Calculated, %1 messages").arg(messages);
+}
+
+void Run() {
+    if (!IsOn() || !CrfIsOpen()) return;
+    // A box or a long step stands in the way: later.
+    if (TheQtHost().InLongStep() || QApplication::activeModalWidget()) return Timer().start(kPause);
+    try {
+        Calculate();
+    } catch (const std::exception& error) {
+        note = "Not calculated: " + Q(error.what());
+    }
+    for (frmWorksheet* window : WorksheetWindows()) window->SetGrd();
+}
+
+}  // namespace
+
+bool IsOn() {
+    return TheMachine().GetSetting(std::string(kProductName), kSection, kKey, "False") == "True";
+}
+
+void Toggle() {
+    const bool on = !IsOn();
+    TheMachine().SaveSetting(std::string(kProductName), kSection, kKey, on ? "True" : "False");
+    note.clear();
+    lastRun = 0;
+    if (on && CrfIsOpen()) RowSaved();
+}
+
+void RowSaved() {
+    if (IsOn()) Timer().start(lastRun > kFeltDelay ? kPause : 0);
+}
+
+void Typed() {
+    if (lastRun > kFeltDelay && IsDue()) Timer().start(kPause);
+}
+
+QString Note() { return IsOn() ? note : QString(); }
+
+bool IsDue() { return Timer().isActive(); }
+
+}  // namespace zolmara::ui::EntryCalculation

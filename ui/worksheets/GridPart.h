@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QTableView>
+
+#include "ui/worksheets/CellActs.h"
+
+namespace zolmara::ui {
+
+class CellDelegate;
+
+/// One of the two views of a grid: cells are entered through the window's steps, and a click on a
+/// cell's list button opens the list.
+class GridPart : public QTableView {
+public:
+    explicit GridPart(const CellActs& acts, QWidget* parent = nullptr);
+
+    /// Opens a cell for editing, where it can be.
+    bool EditCell(const QModelIndex& index, EditTrigger trigger, QEvent* event);
+    void SetCurrentLook(const QModelIndex& index);
+    /// The editor that is open; none without one.
+    QWidget* OpenEditor() const;
+    /// Takes what is being typed, as a click elsewhere would.
+    void CloseOpenEditor();
+
+protected:
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+    const CellActs& acts_;
+
+private:
+    CellDelegate* look_;
+};
+
+}  // namespace zolmara::ui

@@ -1,0 +1,266 @@
+// What the keys, the context menu and the buttons of a worksheet window do.
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
+#include <QPointer>
+#include <cmath>
+
+#include "calc/Calc_All.h"
+#include "core/Dialogs.h"
+#include "core/Globals.h"
+#include "core/Status.h"
+#include "print/PrintDriver.h"
+#include "store/session/Session.h"
+#include "ui/main/Guard.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/tools/EntryCalculation.h"
+#include "ui/worksheets/BlockReport.h"
+#include "ui/worksheets/BlockText.h"
+#include "ui/worksheets/FindBar.h"
+#include "ui/worksheets/OpenWorksheet.h"
+#include "ui/worksheets/SheetView.h"
+#include "ui/worksheets/WindowPlace.h"
+#include "ui/worksheets/frmWorksheet.h"
+
+namespace zolmara::ui {
+namespace {
+
+constexpr double kZoomStep = 1.1;
+
+/// The form is blocked and the pointer an hourglass for the length of a step.
+class Blocked {
+public:
+    explicit Blocked(QWidget* form) : form_(form) {
+        form->setEnabled(false);
+        TheStatus().SetPointer(Pointer::Hourglass);
+    }
+    ~Blocked() {
+        if (form_) form_->setEnabled(true);
+        TheStatus().SetPointer(Pointer::Normal);
+    }
+    Blocked(const Blocked&) = delete;
+    Blocked& operator=(const Blocked&) = delete;
+
+private:
+    QPointer<QWidget> form_;
+};
+
+struct SheetCommand {
+    const char* Name;
+    const char* Caption;
+    const char* Keys;  ///< several apart by ";"
+    bool OnlyEdit;
+    void (*Run)(frmWorksheet& form);
+};
+
+constexpr SheetCommand kCommands[] = {
+    {"actCopy", "&Copy", "Ctrl+C;Ctrl+Insert", false, [](frmWorksheet& f) { f.Copy(false); }},
+    {"actCopyHeadings", "Copy with &Headings", "Ctrl+Shift+C", false,
+     [](frmWorksheet& f) { f.Copy(true); }},
+    {"actPaste", "&Paste", "Ctrl+V;Shift+Insert", true, [](frmWorksheet& f) { f.Paste(); }},
+    {"actFillDown", "Fill &Down", "Ctrl+D", true, [](frmWorksheet& f) { f.FillDownSelection(); }},
+    {"actClear", "C&lear", "Delete", true, [](frmWorksheet& f) { f.ClearSelection(); }},
+    {"actFind", "&Find ...", "Ctrl+F", false, [](frmWorksheet& f) { f.ShowFind(); }},
+    {"actZoomIn", "Zoom &In", "Ctrl++;Ctrl+=", false,
+     [](frmWorksheet& f) { f.Zoom(SavedZoom() * kZoomStep); }},
+    {"actZoomOut", "Zoom &Out", "Ctrl+-", false,
+     [](frmWorksheet& f) { f.Zoom(SavedZoom() / kZoomStep); }},
+    {"actZoomPlain", "&Plain Size", "Ctrl+0", false, [](frmWorksheet& f) { f.Zoom(1); }},
+    {"actClose", "Clos&e", "Ctrl+W;Ctrl+F4", false, [](frmWorksheet& f) { UnloadForm(&f); }},
+};
+
+}  // namespace
+
+void frmWorksheet::MakeCommands() {
+    for (const SheetCommand& command : kCommands) {
+        auto* action = new QAction(command.Caption, this);
+        action->setObjectName(command.Name);
+        QList<QKeySequence> keys;
+        for (const QString& key : QString(command.Keys).split(';')) keys << QKeySequence(key);
+        action->setShortcuts(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(action, &QAction::triggered, this, [this, &command] {
+            if (TheQtHost().InLongStep()) return;
+            if (command.OnlyEdit && Form().Mode == FormMode::View) return QApplication::beep();
+            Guarded([&] { command.Run(*this); });
+        });
+        grd_->addAction(action);
+    }
+    grd_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    grd_->Frozen()->addActions(grd_->actions());
+    grd_->Frozen()->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+// --- Blocks --------------------------------------------------------------------------------
+
+std::vector<std::string> frmWorksheet::CellsOfRow(int row, const BlockRange& range) const {
+    std::vector<std::string> cells;
+    for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
+        if (!grd_->isColumnHidden(column)) cells.push_back(S(model_.Plain(row, column)));
+    return cells;
+}
+
+void frmWorksheet::Copy(bool withHeadings) {
+    const BlockRange range = Selected();
+    if (range.FirstRow < 0) return;
+    std::vector<QStringList> rows;
+    if (withHeadings) {
+        QStringList titles;
+        for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
+            if (!grd_->isColumnHidden(column)) titles << model_.TitleAt(range.FirstRow, column);
+        rows.push_back(titles);
+    }
+    for (int row = range.FirstRow; row <= range.LastRow; ++row) {
+        QStringList cells;
+        for (const std::string& cell : CellsOfRow(row, range)) cells << Q(cell);
+        rows.push_back(cells);
+    }
+    QApplication::clipboard()->setText(WriteBlock(rows));
+}
+
+/// A single value goes into every cell of the selection.
+void frmWorksheet::Paste() {
+    if (!CommitGrid()) return;
+    std::vector<std::vector<std::string>> cells;
+    for (const QStringList& row : ReadBlock(QApplication::clipboard()->text())) {
+        auto& texts = cells.emplace_back();
+        for (const QString& cell : row) texts.push_back(S(cell));
+    }
+    const BlockRange range = Selected();
+    if (cells.empty() || range.FirstRow < 0) return;
+    if (cells.size() == 1 && cells.front().size() == 1) {
+        std::size_t width = 0;
+        for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
+            if (!grd_->isColumnHidden(column)) ++width;
+        cells.front().assign(width, cells.front().front());
+        cells.assign(static_cast<std::size_t>(range.LastRow - range.FirstRow) + 1, cells.front());
+    }
+    AfterBlock(
+        PasteBlock(*model_.SharedForm(), model_.Rows(), range.FirstRow, range.FirstColumn, cells),
+        "Paste");
+}
+
+void frmWorksheet::ClearSelection() {
+    const BlockRange range = Selected();
+    if (range.FirstRow < 0) return;
+    const bool one = range.FirstRow == range.LastRow && range.FirstColumn == range.LastColumn;
+    // One cell is keyed like any other: its row is stored when it is left.
+    if (one) {
+        const QModelIndex cell = grd_->currentIndex();
+        if (model_.IsOpen(cell.row(), cell.column()) && BeforeEdit(cell)) KeyEntry(cell, "");
+        return;
+    }
+    if (!CommitGrid()) return;
+    AfterBlock(ClearBlock(*model_.SharedForm(), model_.Rows(), range), "Clear");
+}
+
+void frmWorksheet::FillDownSelection() {
+    if (!CommitGrid()) return;
+    const BlockRange range = Selected();
+    if (range.FirstRow < 0 || range.FirstRow == range.LastRow) return;
+    AfterBlock(FillDown(*model_.SharedForm(), model_.Rows(), range), "Fill Down");
+}
+
+void frmWorksheet::AfterBlock(const BlockResult& result, const QString& what) {
+    SetGrd();
+    if (result.Stored > 0 || !result.Added.empty()) EntryCalculation::RowSaved();
+    if (!result.Findings.empty()) ShowBlockReport(what, result);
+}
+
+void frmWorksheet::ShowFind() { find_->Open(); }
+
+void frmWorksheet::Zoom(double zoom) {
+    const double bounded = std::round(std::clamp(zoom, 0.5, 3.0) * 1000) / 1000;
+    SaveZoom(bounded);
+    for (frmWorksheet* window : WorksheetWindows()) window->Grid().SetZoom(bounded);
+}
+
+// --- Lists ---------------------------------------------------------------------------------
+
+void frmWorksheet::ShowList(const QModelIndex& cell, const QPoint& place) {
+    const auto form = model_.SharedForm();
+    grd_->CloseEditors();
+    auto* menu = new QMenu(this);
+    menu->setObjectName(Q(ChoiceMenuOf(*form, cell.column())));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const QPersistentModelIndex at = cell;
+    for (const FormChoice& choice : ChoicesOf(*form, model_.EntryOf(cell.row()), cell.column())) {
+        QAction* const entry = menu->addAction(Q(choice.Text).replace("&", "&&"));
+        connect(entry, &QAction::triggered, this, [this, at, keyed = Q(choice.Keyed)] {
+            if (at.isValid() && BeforeEdit(at)) KeyEntry(at, keyed);
+        });
+    }
+    menu->popup(place);
+    if (!menu->actions().isEmpty()) menu->setActiveAction(menu->actions().front());
+}
+
+// --- Buttons -------------------------------------------------------------------------------
+
+void frmWorksheet::PressButton(const std::string& name) {
+    if (name == "cmdClose") {
+        UnloadForm(this);
+    } else if (name == "cmdRecalculate") {
+        Recalculate();
+    } else if (name == "cmdOpenView") {
+        OpenOther("view");
+    } else if (name == "cmdOpenEdit") {
+        OpenOther("edit");
+    } else if (name == "cmdNext" || name == "cmdPrevious") {
+        if (!CommitGrid()) return;
+        const std::string item = NextWorksheet(Form().Caption, name == "cmdNext");
+        if (!item.empty()) OpenWorksheet(std::string(ModeName(Form().Mode)), item);
+    } else if (name == "cmdPrint") {
+        const std::vector<std::string> entries{"(" + Form().Item + ")"};
+        PrintSelected(entries);
+    } else if (name == "cmdAdd") {
+        AddLine();
+    } else if (name == "cmdDelete") {
+        DeleteLines();
+    }
+}
+
+void frmWorksheet::OpenOther(const std::string& mode) {
+    const Blocked blocked(this);
+    if (CommitGrid()) OpenWorksheet(mode, Form().Item);
+}
+
+/// Ends in the view of the worksheet, with fresh figures.
+void frmWorksheet::Recalculate() {
+    const Blocked blocked(this);
+    if (!CommitGrid()) return;
+    Calc_All();
+    OpenWorksheet("view", Form().Item);
+}
+
+void frmWorksheet::AddLine() {
+    if (!CommitGrid()) return;
+    const auto form = model_.SharedForm();
+    const LineOutcome outcome = AddFormLine(*form, CurrentLine());
+    if (outcome.Changed) SetGrd();
+    if (outcome.Line) {
+        GoToLine(*outcome.Line);
+        const QModelIndex start = model_.index(grd_->currentIndex().row(), 0);
+        if (start.isValid() && !model_.IsOpen(start.row(), 0))
+            grd_->GoTo(grd_->OpenCell(start, Step::Next));
+    }
+    grd_->setFocus();
+    if (outcome.Changed) EntryCalculation::RowSaved();
+    if (!outcome.OpenEdit.empty()) OpenWorksheet("edit", outcome.OpenEdit);
+}
+
+void frmWorksheet::DeleteLines() {
+    if (!CommitGrid()) return;
+    const std::vector<Currency> selected = SelectedLines();
+    const LineOutcome outcome = DeleteFormLines(*model_.SharedForm(), CurrentLine(), selected);
+    if (outcome.Changed) SetGrd();
+    if (outcome.Line) GoToLine(*outcome.Line);
+    grd_->setFocus();
+    if (outcome.Changed) EntryCalculation::RowSaved();
+    if (!outcome.OpenEdit.empty()) OpenWorksheet("edit", outcome.OpenEdit);
+}
+
+}  // namespace zolmara::ui

@@ -1,0 +1,400 @@
+#include "ui/worksheets/frmWorksheet.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "core/Globals.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
+#include "ui/dialogs/frmCRFEditInfo.h"
+#include "ui/main/Buttons.h"
+#include "ui/main/Guard.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/QtText.h"
+#include "ui/tools/EntryCalculation.h"
+#include "ui/worksheets/FindBar.h"
+#include "ui/worksheets/SheetView.h"
+#include "ui/worksheets/WindowPlace.h"
+
+namespace zolmara::ui {
+namespace {
+
+constexpr int kStatusDelay = 30;  ///< milliseconds
+
+}  // namespace
+
+frmWorksheet::frmWorksheet() : model_(this) {
+    MakeActs();
+    grd_ = new SheetView(model_, acts_);
+    find_ = new FindBar(*this);
+    lblStatus_ = new QLabel;
+    lblStatus_->setObjectName("lblStatus");
+    lblStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblStatus_->setMinimumWidth(1);
+    picButtons_ = new QWidget;
+    picButtons_->setObjectName("picButtons");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(6, 6, 6, 6);
+    column->setSpacing(4);
+    column->addWidget(picButtons_);
+    column->addWidget(grd_, 1);
+    column->addWidget(find_);
+    column->addWidget(lblStatus_);
+    tmrStatus_ = new QTimer(this);
+    tmrStatus_->setSingleShot(true);
+    tmrStatus_->setInterval(kStatusDelay);
+    tmrStatus_->callOnTimeout([this] { ShowStatus(); });
+    connect(&model_, &QAbstractItemModel::modelReset, this, [this] { wasReset_ = true; });
+    connect(grd_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { tmrStatus_->start(); });
+    connect(grd_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& to, const QModelIndex& from) {
+                CurrentChanged();
+                if (to.row() != from.row()) RowChanged(from.row(), to.row());
+            });
+    MakeCommands();
+}
+
+frmWorksheet::~frmWorksheet() = default;
+
+std::vector<frmWorksheet*> WorksheetWindows() {
+    std::vector<frmWorksheet*> windows;
+    for (QWidget* form : OpenForms())
+        if (auto* window = dynamic_cast<frmWorksheet*>(form)) windows.push_back(window);
+    return windows;
+}
+
+// --- Showing -------------------------------------------------------------------------------
+
+void frmWorksheet::FormSetup(WorksheetForm form) {
+    SetUpForm(this, form.Name.c_str(), form.Caption, false);
+    const QString name = Q(ItemDisplayName(form.Item));
+    model_.SetSpokenName("Worksheet " + (name.isEmpty() ? Q(form.Item) : name.simplified()));
+    grd_->setAccessibleName(Q(form.Caption));
+    model_.Show(std::move(form));
+    grd_->SetZoom(SavedZoom());
+    grd_->SetColumns();
+    if (const auto widths = SavedWidths(Form()); !widths.empty()) grd_->SetWidths(widths);
+    MakeButtons();
+    wasReset_ = false;
+    grd_->GoTo(grd_->FirstCell());
+    grd_->setFocus();
+    AddForm(this, [this] { SetGrd(); });
+}
+
+void frmWorksheet::SetGrd() {
+    try {
+        RefreshData();
+    } catch (const StoreError&) {
+        // The window shows what it had until the next refresh.
+    }
+}
+
+void frmWorksheet::RefreshData() {
+    auto form = DescribeForm(Form().Mode, Form().Item);
+    if (!form) return;
+    const std::optional<Currency> line = CurrentLine();
+    const QModelIndex before = grd_->currentIndex();
+    const std::string field =
+        before.isValid() ? model_.Column(before.column()).Field : std::string();
+    const std::vector<int> widths = grd_->Widths();
+    const std::size_t columns = Form().Columns.size();
+    wasReset_ = false;
+    model_.Show(std::move(*form));
+    if (wasReset_) {
+        const int row = before.row();
+        grd_->SetColumns();
+        if (grd_->WidthsChanged() && columns == Form().Columns.size()) grd_->SetWidths(widths);
+        if (line) GoToLine(*line, field);
+        if (!grd_->currentIndex().isValid() && model_.rowCount() > 0)
+            grd_->GoTo(model_.index(std::clamp(row, 0, model_.rowCount() - 1),
+                                    std::max(0, grd_->FirstShownColumn())));
+    }
+    grd_->FoldHeadings();
+    ShowButtonStates();
+    tmrStatus_->start();
+}
+
+void frmWorksheet::GoToLine(Currency line, const std::string& field) {
+    const int row = model_.RowOf(line);
+    if (row < 0) return;
+    int column = Form().ColumnOf(field);
+    if (column < 0 || Form().Columns[static_cast<std::size_t>(column)].Hidden)
+        column = field.empty() && grd_->currentIndex().isValid() ? grd_->currentIndex().column()
+                                                                 : grd_->FirstShownColumn();
+    grd_->GoTo(model_.index(row, std::max(0, column)));
+}
+
+void frmWorksheet::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    grd_->scrollTo(grd_->currentIndex());
+}
+
+// --- Storing -------------------------------------------------------------------------------
+
+bool frmWorksheet::HasOpenRow() const {
+    return model_.KeyedRow() >= 0 || (grd_->Editor() && !givenUp_);
+}
+
+bool frmWorksheet::CommitGrid() {
+    if (committing_) return true;
+    committing_ = true;
+    refused_ = false;
+    const bool keyed = model_.KeyedRow() >= 0 || grd_->Editor();
+    bool stored = false;
+    bool done = Guarded([&] {
+                    grd_->CloseEditors();
+                    const bool changed = model_.KeyedRow() >= 0;
+                    done = !refused_ && model_.Commit();
+                    stored = done && changed;
+                }) &&
+                !refused_ && model_.KeyedRow() < 0;
+    committing_ = false;
+    if (keyed) tmrStatus_->start();
+    if (stored) EntryCalculation::RowSaved();
+    return done;
+}
+
+bool frmWorksheet::MayClose() {
+    if (!CommitGrid()) return false;
+    try {
+        const auto form = model_.SharedForm();
+        if (!FormMayClose(*form)) {
+            SetGrd();
+            return false;
+        }
+        FormCloses(*form);
+    } catch (const StoreError& error) {
+        // A file that cannot be read any more does not hold its windows.
+        TheDialogs().MsgBox(error.what(), kCritical, std::string(kProductName));
+    }
+    return true;
+}
+
+void frmWorksheet::closeEvent(QCloseEvent* event) {
+    if (TheQtHost().InLongStep()) return event->ignore();
+    if (CrfIsOpen() && !givenUp_ && !MayClose()) return event->ignore();
+    RememberWindow(*this);
+    event->accept();
+}
+
+/// Leaving the window stores the row, as leaving the row does.
+bool frmWorksheet::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate && !isHidden() && CrfIsOpen() &&
+        !TheQtHost().InLongStep() && HasOpenRow() && !committing_)
+        CommitGrid();
+    return QWidget::event(event);
+}
+
+void frmWorksheet::RowChanged(int from, int /*to*/) {
+    const int keyed = model_.KeyedRow();
+    if (keyed >= 0 && keyed != grd_->currentIndex().row() && !committing_ && !CommitGrid()) {
+        // What was refused stays under the cursor.
+        const QPersistentModelIndex back =
+            model_.index(keyed, std::max(0, grd_->currentIndex().column()));
+        QTimer::singleShot(0, this, [this, back] {
+            if (back.isValid()) grd_->GoTo(back);
+        });
+    }
+    if (from >= 0 && SameText(Form().Item, "S1p1")) grd_->FoldHeadings();
+    ShowButtonStates();
+}
+
+void frmWorksheet::CurrentChanged() {
+    const QModelIndex current = grd_->currentIndex();
+    grd_->SetCurrentLook(current);
+    grd_->Frozen()->SetCurrentLook(current);
+    grd_->Frozen()->viewport()->update();
+    grd_->viewport()->update();
+    tmrStatus_->start();
+}
+
+// --- Keying --------------------------------------------------------------------------------
+
+void frmWorksheet::MakeActs() {
+    acts_.BeforeEdit = [this](const QModelIndex& cell) { return BeforeEdit(cell); };
+    acts_.Key = [this](const QModelIndex& cell, const QString& text) {
+        return KeyEntry(cell, text);
+    };
+    acts_.OpenList = [this](const QModelIndex& cell, const QPoint& place) {
+        Guarded([&] { ShowList(cell, place); });
+    };
+    acts_.HasList = [this](const QModelIndex& cell) {
+        return model_.HasChoices(cell.row(), cell.column());
+    };
+    acts_.Move = [this](Step step) { Move(step); };
+    acts_.TakeBack = [this] {
+        model_.TakeBack();
+        tmrStatus_->start();
+    };
+    acts_.Typed = [] { EntryCalculation::Typed(); };
+}
+
+bool frmWorksheet::BeforeEdit(const QModelIndex& cell) {
+    if (TheQtHost().InLongStep() || Form().Mode == FormMode::View) return false;
+    const int keyed = model_.KeyedRow();
+    if (keyed >= 0 && keyed != cell.row() && !CommitGrid()) return false;
+    if (!OpensIdentity(Form(), model_.Line(cell.row()), cell.column())) return true;
+    if (CommitGrid()) Guarded([] { ShowCRFEditInfo(); });
+    return false;
+}
+
+bool frmWorksheet::KeyEntry(const QModelIndex& cell, const QString& text) {
+    const QPersistentModelIndex at = cell;
+    bool taken = false;
+    EntryCalculation::Typed();
+    Guarded([&] {
+        const std::string value = S(text);
+        taken = model_.Key(at.row(), at.column(), value.empty() ? Variant() : Variant(value));
+    });
+    if (!taken) refused_ = true;
+    if (!taken && !committing_)
+        QTimer::singleShot(0, this, [this, at] {
+            if (at.isValid() && grd_->currentIndex() != at) grd_->GoTo(at);
+        });
+    if (taken && SameText(Form().Item, "S1p1")) grd_->FoldHeadings();
+    tmrStatus_->start();
+    return taken;
+}
+
+void frmWorksheet::Move(Step step) {
+    const QModelIndex from = grd_->currentIndex();
+    if (step == Step::Stay) return;
+    if (step == Step::Up || step == Step::Down) {
+        const QModelIndex to = from.siblingAtRow(from.row() + (step == Step::Down ? 1 : -1));
+        return grd_->GoTo(to);
+    }
+    const QModelIndex to = grd_->OpenCell(from, step);
+    if (to.isValid()) return grd_->GoTo(to);
+    // Behind the last cell the row is done, and the buttons come.
+    if (!CommitGrid()) return;
+    for (const FormButton& button : Form().Buttons)
+        if (auto* control = buttons_[button.Name]; control && control->isEnabled())
+            return control->setFocus(Qt::TabFocusReason);
+}
+
+void frmWorksheet::keyPressEvent(QKeyEvent* event) {
+    // Escape takes back what is being keyed; it never closes a worksheet.
+    if (event->key() == Qt::Key_Escape) return event->accept();
+    QWidget::keyPressEvent(event);
+}
+
+// --- Buttons -------------------------------------------------------------------------------
+
+void frmWorksheet::MakeButtons() {
+    auto* row = new QHBoxLayout(picButtons_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addStretch(1);
+    for (const FormButton& button : Form().Buttons) {
+        auto* control = MakeButton(button.Name.c_str(), Q(button.Caption),
+                                   [this, name = button.Name] { PressButton(name); });
+        control->setAutoDefault(true);
+        buttons_[button.Name] = control;
+        row->addWidget(control);
+        row->addStretch(1);
+    }
+    ShowButtonStates();
+}
+
+void frmWorksheet::ShowButtonStates() {
+    LineButtons lines;
+    try {
+        if (Form().Mode == FormMode::Edit) lines = LineButtonsOn(Form(), CurrentLine());
+    } catch (const StoreError&) {
+        // Without its rows a worksheet takes no lines.
+    }
+    for (const FormButton& button : Form().Buttons) {
+        QPushButton* const control = buttons_[button.Name];
+        if (!control) continue;
+        bool enabled = button.Enabled;
+        if (button.Name == "cmdAdd") enabled = lines.Add;
+        if (button.Name == "cmdDelete") enabled = lines.Delete;
+        control->setEnabled(enabled);
+        control->setToolTip(Q(button.ToolTip));
+        control->setAccessibleDescription(Q(button.ToolTip));
+    }
+}
+
+std::optional<Currency> frmWorksheet::CurrentLine() const {
+    const int row = grd_->currentIndex().row();
+    if (!model_.HasRow(row)) return std::nullopt;
+    return model_.Line(row);
+}
+
+std::vector<Currency> frmWorksheet::SelectedLines() const {
+    std::vector<Currency> lines;
+    for (const QModelIndex& row : grd_->selectionModel()->selectedRows())
+        lines.push_back(model_.Line(row.row()));
+    return lines;
+}
+
+// --- Status line ---------------------------------------------------------------------------
+
+BlockRange frmWorksheet::Selected() const {
+    const QItemSelection selection = grd_->selectionModel()->selection();
+    const QModelIndex current = grd_->currentIndex();
+    BlockRange range{current.row(), current.row(), current.column(), current.column()};
+    for (const QItemSelectionRange& part : selection) {
+        range.FirstRow = std::min(range.FirstRow, part.top());
+        range.LastRow = std::max(range.LastRow, part.bottom());
+        range.FirstColumn = std::min(range.FirstColumn, part.left());
+        range.LastColumn = std::max(range.LastColumn, part.right());
+    }
+    return range;
+}
+
+QString frmWorksheet::SumsText() const {
+    const BlockRange range = Selected();
+    if (range.FirstRow < 0 ||
+        (range.FirstRow == range.LastRow && range.FirstColumn == range.LastColumn))
+        return {};
+    const BlockSums sums = SumsOfBlock(Form(), model_.Rows(), range);
+    if (sums.Count == 0) return {};
+    const auto shown = [](double value) {
+        return Q(
+            FormatNumber(value, IsExactTo(value, 0) ? "#,##0;(#,##0)" : "#,##0.00;(#,##0.00)"));
+    };
+    return QString("Sum %1   Count %2   Average %3")
+        .arg(shown(sums.Sum))
+        .arg(sums.Count)
+        .arg(shown(sums.Average()));
+}
+
+/// What A-6 moves under the code of the current line.
+QString frmWorksheet::CodeText() const {
+    const int row = grd_->currentIndex().row();
+    const int column = Form().ColumnOf("Col_2");
+    if (!SameText(Form().Item, "A6") || !model_.HasRow(row) || column < 0) return {};
+    const QString code = model_.Plain(row, column);
+    if (code.isEmpty()) return {};
+    const CodeSums sums = SumsOfCode(S(code), model_.Keyed());
+    const auto shown = [](double value) { return Q(FormatNumber(value, "#,##0;(#,##0)")); };
+    return QString("Code %1: increases %2, decreases %3, difference %4")
+        .arg(code, shown(sums.Increases), shown(sums.Decreases), shown(sums.Difference()));
+}
+
+void frmWorksheet::ShowStatus() {
+    QStringList parts;
+    try {
+        const QModelIndex current = grd_->currentIndex();
+        if (model_.KeyedRow() >= 0) parts << "Row not stored yet";
+        if (Form().Mode == FormMode::Edit && current.isValid() &&
+            !model_.IsOpen(current.row(), current.column()))
+            parts << "Locked cell";
+        parts << CodeText() << SumsText() << EntryCalculation::Note();
+    } catch (const StoreError&) {
+        // The next refresh shows them.
+    }
+    parts.removeAll(QString());
+    lblStatus_->setText(parts.join("   |   "));
+}
+
+}  // namespace zolmara::ui

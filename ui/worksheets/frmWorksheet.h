@@ -1,0 +1,110 @@
+#pragma once
+
+// The window of any worksheet, for editing or viewing, as its description in forms/ says.
+
+#include <QWidget>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "ui/worksheets/CellActs.h"
+#include "ui/worksheets/SheetModel.h"
+
+class QLabel;
+class QPushButton;
+class QTimer;
+
+namespace zolmara::ui {
+
+class FindBar;
+class SheetView;
+
+class frmWorksheet : public QWidget {
+public:
+    frmWorksheet();
+    ~frmWorksheet() override;
+
+    /// Sets the caption, shows the rows and sets up the buttons.
+    void FormSetup(WorksheetForm form);
+    /// Shows the data afresh: columns, rows, headings, buttons. What is being keyed, the current
+    /// cell, the selection and the place in the sheet stay. An error is passed by.
+    void SetGrd();
+
+    const WorksheetForm& Form() const { return model_.Form(); }
+    const SheetModel& Model() const { return model_; }
+    SheetView& Grid() { return *grd_; }
+
+    /// Takes what is being typed and stores the row. False when either was refused; a box has
+    /// told, and the row stays keyed.
+    bool CommitGrid();
+    /// True where something keyed is not stored yet.
+    bool HasOpenRow() const;
+
+    /// Makes a line, and a field of it, current.
+    void GoToLine(Currency line, const std::string& field = "");
+    void Zoom(double zoom);
+    /// Lets the window close whatever stands in it.
+    void GiveUp() { givenUp_ = true; }
+
+    // --- Commands of keys and the context menu
+    void Copy(bool withHeadings);
+    void Paste();
+    void FillDownSelection();
+    void ClearSelection();
+    void ShowFind();
+    void OpenList();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void MakeActs();
+    void MakeCommands();
+    void MakeButtons();
+    void ShowButtonStates();
+    void PressButton(const std::string& name);
+    void RefreshData();
+
+    bool BeforeEdit(const QModelIndex& cell);
+    bool KeyEntry(const QModelIndex& cell, const QString& text);
+    void ShowList(const QModelIndex& cell, const QPoint& place);
+    void Move(Step step);
+    void RowChanged(int from, int to);
+    void CurrentChanged();
+    void ShowStatus();
+    QString SumsText() const;
+    QString CodeText() const;
+    BlockRange Selected() const;
+    std::vector<std::string> CellsOfRow(int row, const BlockRange& range) const;
+    void AfterBlock(const BlockResult& result, const QString& what);
+    std::optional<Currency> CurrentLine() const;
+    std::vector<Currency> SelectedLines() const;
+    bool MayClose();
+
+    void Recalculate();
+    void OpenOther(const std::string& mode);
+    void AddLine();
+    void DeleteLines();
+
+    SheetModel model_;
+    CellActs acts_;
+    SheetView* grd_ = nullptr;
+    QWidget* picButtons_ = nullptr;
+    QLabel* lblStatus_ = nullptr;
+    FindBar* find_ = nullptr;
+    QTimer* tmrStatus_ = nullptr;
+    std::map<std::string, QPushButton*> buttons_;
+    bool committing_ = false;
+    bool refused_ = false;
+    bool wasReset_ = false;
+    bool givenUp_ = false;
+    bool placed_ = false;
+};
+
+/// The open worksheet windows, first to last.
+std::vector<frmWorksheet*> WorksheetWindows();
+
+}  // namespace zolmara::ui
