@@ -8,12 +8,11 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/Characters.h"
 #include "core/Globals.h"
 
 namespace zolmara {
 namespace {
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::optional<double> FromPlain(std::string_view digits) {
     double value = 0;

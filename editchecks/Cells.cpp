@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Characters.h"
 #include "core/Globals.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
@@ -12,10 +13,6 @@ namespace {
 
 double AtFourDecimals(double amount) {
     return Currency::Holds(amount) ? Currency(amount).ToDouble() : amount;
-}
-
-bool IsLetterOrDigit(char c) {
-    return Between(c, '0', '9') || Between(c, 'A', 'Z') || Between(c, 'a', 'z');
 }
 
 }  // namespace
@@ -112,21 +109,6 @@ std::map<Currency, double> AmountsByLine(std::string_view statement, std::string
     Recordset rows = gDB.OpenRecordset(statement, dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) amounts.emplace(CurOr(rows[0]), CellNumber(rows, column));
     return amounts;
-}
-
-// --- Names ---------------------------------------------------------------------------------
-
-std::string RomanNumeral(int number) {
-    static constexpr std::array<std::string_view, 3> kParts{"I", "II", "III"};
-    return std::string(kParts.at(static_cast<std::size_t>(number) - 1));
-}
-
-std::string PrintedName(std::string_view item) {
-    const std::size_t part = std::min(item.find('p'), item.size());
-    std::string name(item.substr(0, part));
-    if (name.size() > 1) name.insert(1, "-");
-    if (part + 1 < item.size()) name += " Part " + RomanNumeral(item[part + 1] - '0');
-    return name;
 }
 
 }  // namespace zolmara

@@ -82,8 +82,4 @@ std::set<Currency> KeysOf(std::string_view statement, std::string_view field);
 /// One column of a table by its line.
 std::map<Currency, double> AmountsByLine(std::string_view statement, std::string_view column);
 
-/// A worksheet's name as the form prints it: "C1p2" is "C-1 Part II".
-std::string PrintedName(std::string_view item);
-std::string RomanNumeral(int number);
-
 }  // namespace zolmara

@@ -11,6 +11,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara {
 namespace {

@@ -15,6 +15,7 @@
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara {
 namespace {
@@ -54,7 +55,6 @@ struct PrintedSchedule {
 
 // --- What a schedule is called -------------------------------------------------------------
 
-constexpr std::array<std::string_view, 3> kParts = {"I", "II", "III"};
 constexpr std::array<std::string_view, 3> kPartTitles = {"HEALTHCARE PROVIDER COMPONENTS",
                                                          "NON-HEALTHCARE PROVIDER COMPONENTS",
                                                          "REGION / DIVISION COMPONENTS"};
@@ -63,15 +63,6 @@ constexpr std::array<std::string_view, 3> kPartTitles = {"HEALTHCARE PROVIDER CO
 int PartIndex(std::string_view item) {
     const char part = item.size() < 2 ? ' ' : item.back();
     return part >= '1' && part <= '3' ? part - '1' : -1;
-}
-
-/// "B1p2" is "B-1 Part II".
-std::string LabelOf(std::string_view item) {
-    std::string label = UCase(item.substr(0, 1));
-    if (item.size() > 1 && item[1] >= '1' && item[1] <= '9') label += fmt::format("-{}", item[1]);
-    const int part = PartIndex(item);
-    if (part >= 0) label += fmt::format(" Part {}", kParts.at(static_cast<std::size_t>(part)));
-    return label;
 }
 
 /// The components' total, on the third part with the grand total under it; on E the total of the
@@ -133,7 +124,7 @@ void ReadRows(PrintedSchedule& schedule, Recordset& rows) {
 }
 
 PrintedSchedule ReadSchedule(std::string_view item) {
-    PrintedSchedule schedule{LabelOf(item), {}, TotalsOf(item), {}, {}, {}};
+    PrintedSchedule schedule{PrintedName(item), {}, TotalsOf(item), {}, {}, {}};
     const int part = PartIndex(item);
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
     Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order by LineNum;", item));

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Characters.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -28,10 +29,6 @@ void Refuse(std::string_view text, std::string_view title) {
 
 void RefuseProvider(std::string_view rule) {
     Refuse(fmt::format("You have entered an invalid Provider Number!\r{}", rule), kProductName);
-}
-
-bool IsLetterOrDigit(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
 bool CheckProvider(NewCrfFields& fields) {

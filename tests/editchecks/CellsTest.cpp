@@ -6,15 +6,6 @@
 namespace zolmara {
 namespace {
 
-TEST(PrintedName, IsTheFormsNameOfAPart) {
-    EXPECT_EQ(PrintedName("C1p2"), "C-1 Part II");
-    EXPECT_EQ(PrintedName("Bp1"), "B Part I");
-    EXPECT_EQ(PrintedName("D1p3"), "D-1 Part III");
-    EXPECT_EQ(PrintedName("A81p1"), "A-81 Part I");
-    EXPECT_EQ(PrintedName("A6"), "A-6");
-    EXPECT_EQ(PrintedName("A"), "A");
-}
-
 TEST(Amounts, AreComparedAtFourDecimals) {
     EXPECT_FALSE(Differ(0.1 + 0.2, 0.3));
     EXPECT_FALSE(Differ(1, 1.00004));

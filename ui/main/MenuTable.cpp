@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "worksheets/SheetNames.h"
+
 namespace zolmara::ui {
 namespace {
 
@@ -103,8 +105,6 @@ constexpr SheetEntry kSheets[] = {
 };
 // clang-format on
 
-constexpr std::array<std::string_view, 3> kParts{"I", "II", "III"};
-
 void Add(std::vector<MenuEntry>& table, const Entry& entry) {
     table.push_back({std::string(entry.Name), std::string(entry.Parent), std::string(entry.Caption),
                      entry.Kind, std::string(entry.Shortcut), "", ""});
@@ -124,10 +124,10 @@ void AddSheet(std::vector<MenuEntry>& table, const SheetEntry& sheet, bool view)
                     .Item = std::string(sheet.Item)};
     // A worksheet in three parts has an entry for each.
     if (!sheet.Item.ends_with('p')) return table.push_back(entry);
-    for (std::size_t part = 1; part <= kParts.size(); ++part) {
+    for (int part = 1; part <= 3; ++part) {
         table.push_back(entry);
         table.back().Name += std::to_string(part);
-        table.back().Caption += kParts.at(part - 1);
+        table.back().Caption += RomanNumeral(part);
         table.back().Item += std::to_string(part);
     }
 }

@@ -1,0 +1,21 @@
+#include "worksheets/SheetNames.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zolmara {
+
+std::string_view RomanNumeral(int part) {
+    static constexpr std::array<std::string_view, 3> kParts{"I", "II", "III"};
+    return kParts.at(static_cast<std::size_t>(part) - 1);
+}
+
+std::string PrintedName(std::string_view item) {
+    const std::size_t part = std::min(item.find('p'), item.size());
+    std::string name(item.substr(0, 1));
+    for (const char number : item.substr(0, part).substr(name.size())) (name += '-') += number;
+    if (part + 1 < item.size()) (name += " Part ") += RomanNumeral(item[part + 1] - '0');
+    return name;
+}
+
+}  // namespace zolmara
