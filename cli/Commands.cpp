@@ -26,6 +26,7 @@ std::span<const Command* const> AllCommands() {
                                           &kPrint,
                                           &kEcr,
                                           &kHeader,
+                                          &kIdentity,
                                           &kCompact};
     return kCommands;
 }

@@ -27,6 +27,7 @@ extern const Command kLineDelete;
 extern const Command kPrint;
 extern const Command kEcr;
 extern const Command kHeader;
+extern const Command kIdentity;
 extern const Command kCompact;
 
 }  // namespace zolmara::cli

@@ -2,10 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 
-#include "core/Characters.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -13,55 +11,18 @@
 #include "store/Files.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/IdentityChecks.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 namespace {
 
-constexpr std::size_t kProviderDigits = 6;
-constexpr std::size_t kMaxNameLength = 36;
-constexpr std::string_view kNameTitle = "Error: Invalid Facility Name";
-constexpr std::string_view kDatesTitle = "Error: Invalid Dates";
-
 void Refuse(std::string_view text, std::string_view title) {
     TheDialogs().MsgBox(std::string(text), kCritical, std::string(title));
 }
 
-void RefuseProvider(std::string_view rule) {
-    Refuse(fmt::format("You have entered an invalid Provider Number!\r{}", rule), kProductName);
-}
-
 bool CheckProvider(NewCrfFields& fields) {
-    if (!CheckProviderNumOnExit(fields.ProviderNum)) return false;
-    const std::string digits = Replace(fields.ProviderNum, "-", "");
-    if (digits.size() != kProviderDigits) {
-        TheDialogs().Beep();
-        RefuseProvider("Provider number must be 6 numeric digits.");
-        return false;
-    }
-    fields.ProviderNum = digits.substr(0, 2) + "-" + digits.substr(2);
-    return true;
-}
-
-/// Puts a field into the short form of its date; a box where it is none.
-std::optional<DateTime> TakeDate(std::string& field, std::string_view which) {
-    const std::optional<DateTime> date = ParseDate(field);
-    if (date) {
-        field = FormatDate(*date, "Short Date");
-    } else {
-        Refuse(
-            fmt::format("Fiscal Year {} date is not a valid date.  Please (re-)enter one.", which),
-            fmt::format("Error: Invalid Fiscal Year {} Date", which));
-    }
-    return date;
-}
-
-bool ConfirmLongYear() {
-    return TheDialogs().MsgBox(
-               "The F/Y Start and F/Y End dates entered span more than one fiscal year.  Click on "
-               "the 'Yes' button to verify that this is what you intended.  Or, click on the 'No' "
-               "button to return to the form to alter one or both of the dates.",
-               kYesNo + kExclamation, "Warning: Dates Span More Than One Fiscal Year") == kYes;
+    return CheckProviderNumOnExit(fields.ProviderNum) && CheckProviderNumber(fields.ProviderNum);
 }
 
 bool CheckSpan(std::int64_t days) {
@@ -74,16 +35,15 @@ bool CheckSpan(std::int64_t days) {
         fault = "Fiscal Period must be at least 30 days.";
     }
     if (fault.empty()) return days <= 365 || ConfirmLongYear();
-    Refuse(fmt::format("Invalid sequence of dates -- {}", fault), kDatesTitle);
+    RefuseDates(fault);
     return false;
 }
 
 NewCrfField CheckDates(NewCrfFields& fields) {
-    const std::optional<DateTime> start = TakeDate(fields.FYStart, "Start");
+    const std::optional<DateTime> start = TakeFiscalDate(fields.FYStart, "Start");
     if (!start) return NewCrfField::FYStart;
-    if (Trim(fields.FYEnd).empty())
-        fields.FYEnd = FormatDate(start->AddYears(1).AddDays(-1), "Short Date");
-    const std::optional<DateTime> end = TakeDate(fields.FYEnd, "End");
+    FillEndDate(*start, fields.FYEnd);
+    const std::optional<DateTime> end = TakeFiscalDate(fields.FYEnd, "End");
     if (!end) return NewCrfField::FYEnd;
     if (!CheckSpan(DaysBetween(*start, *end))) return NewCrfField::FYStart;
     if (*start >= DateTime(2022, 10, 1)) return NewCrfField::None;
@@ -95,28 +55,15 @@ NewCrfField CheckDates(NewCrfFields& fields) {
 }
 
 bool CheckName(const std::string& name) {
-    if (Trim(name).empty()) {
-        Refuse("Facility Name must be at least 1 characters.  Please (re-)enter.", kNameTitle);
-        return false;
-    }
-    if (name.find('"') != std::string::npos) {
-        Refuse("The Facility Name cannot contain double quote characters", kNameTitle);
-        return false;
-    }
-    if (TextLength(name) > kMaxNameLength) {
-        Refuse(fmt::format("Facility Name cannot have more than {} characters.  Please (re-)enter.",
-                           kMaxNameLength),
-               kNameTitle);
-        return false;
-    }
-    return true;
+    if (name.find('"') == std::string::npos || Trim(name).empty()) return CheckNameLength(name);
+    Refuse("The Facility Name cannot contain double quote characters", kNameTitle);
+    return false;
 }
 
 }  // namespace
 
 bool CheckProviderNumOnExit(const std::string& number) {
-    const std::string bare = Replace(number, "-", "");
-    if (std::all_of(bare.begin(), bare.end(), IsLetterOrDigit)) return true;
+    if (HasProviderSigns(number)) return true;
     RefuseProvider("Provider number must be 6 digits and non-alpha numeric!");
     return false;
 }

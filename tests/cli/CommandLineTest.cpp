@@ -8,9 +8,9 @@ namespace {
 
 using CommandLine = CliTest;
 
-const std::vector<std::string> kCommands{"new",  "info",  "calc",   "check",  "show",
-                                         "get",  "set",   "import", "cc",     "component",
-                                         "line", "print", "ecr",    "header", "compact"};
+const std::vector<std::string> kCommands{"new", "info",   "calc",     "check",     "show", "get",
+                                         "set", "import", "cc",       "component", "line", "print",
+                                         "ecr", "header", "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -49,6 +49,7 @@ const std::vector<HelpCase> kHelp{
     {{"print"}, {"FILE", "ITEM"}, {"--pdf"}},
     {{"ecr"}, {"FILE"}, {"--out", "--manual", "--first", "--last", "--title"}},
     {{"header"}, {"FILE", "N", "TEXT"}, {}},
+    {{"identity"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--save-as"}},
     {{"compact"}, {"FILE"}, {}},
 };
 

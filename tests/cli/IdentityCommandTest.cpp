@@ -1,0 +1,70 @@
+#include <filesystem>
+
+#include "cli/CliRunner.h"
+
+namespace zolmara::test {
+
+namespace {
+
+class IdentityCommand : public CliTest {
+protected:
+    IdentityCommand() {
+        Do({"new", crf, "--number", "12-3456", "--start", "10/1/2022", "--end", "9/30/2023",
+            "--name", "Home Office"});
+    }
+    std::string crf = File("Own.CRF");
+};
+
+TEST_F(IdentityCommand, ShowsWhoseStatementItIs) {
+    const std::string shown = Do({"identity", crf});
+    for (const char* part : {"12-3456", "10/1/2022", "9/30/2023", "Home Office"})
+        EXPECT_NE(shown.find(part), std::string::npos) << shown;
+}
+
+TEST_F(IdentityCommand, ChangesWhatIsGivenAndKeepsTheRest) {
+    EXPECT_EQ(Run({"identity", crf, "--name", "Other Office", "--number", "149012"}).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Other Office\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_2"}), "14-9012\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_4"}), "10/01/2022\n");
+}
+
+TEST_F(IdentityCommand, ARefusalLeavesTheFile) {
+    const CliResult result = Run({"identity", crf, "--start", "9/30/2022", "--name", "X"});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Err, "Warning\tThe start date must be on or after 10/1/22.\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+}
+
+TEST_F(IdentityCommand, AnEmptyEndIsAYearFromTheStart) {
+    EXPECT_EQ(Run({"identity", crf, "--start", "1/1/2023", "--end", ""}).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_5"}), "12/31/2023\n");
+}
+
+TEST_F(IdentityCommand, SaveAsLeavesTheFileAndChangesTheCopy) {
+    const std::string copy = File("Copy.CRF");
+    EXPECT_EQ(Run({"identity", crf, "--name", "Other", "--save-as", copy}).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+    EXPECT_EQ(Do({"get", copy, "S1p1", "2", "Col_1"}), "Other\n");
+}
+
+TEST_F(IdentityCommand, SaveAsOntoItselfOrAnotherFileIsRefused) {
+    const CliResult own = Run({"identity", crf, "--name", "Other", "--save-as", crf});
+    EXPECT_EQ(own.Status, 2);
+    EXPECT_EQ(own.Err,
+              "ERROR\tThe file selected is the same one that is currently open, SaveAs aborted.\n");
+    Do({"new", File("There.CRF"), "--number", "12-3456", "--start", "10/1/2022", "--name",
+        "There"});
+    EXPECT_NE(Run({"identity", crf, "--name", "Other", "--save-as", File("There.CRF")}).Status, 0);
+    EXPECT_EQ(Do({"get", File("There.CRF"), "S1p1", "2", "Col_1"}), "There\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+}
+
+TEST_F(IdentityCommand, ALongYearIsAskedAbout) {
+    EXPECT_EQ(Run({"identity", crf, "--end", "11/1/2023", "--no"}).Status, 2);
+    EXPECT_EQ(Run({"identity", crf, "--end", "11/1/2023", "--yes"}).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_5"}), "11/01/2023\n");
+}
+
+}  // namespace
+
+}  // namespace zolmara::test
