@@ -1,5 +1,6 @@
 #include "forms/PasteText.h"
 
+#include "core/Characters.h"
 #include "core/Globals.h"
 
 namespace zolmara {
@@ -17,8 +18,6 @@ std::string PlainBlanks(std::string_view pasted) {
         if (c == '\t' || c == '\r' || c == '\n') c = ' ';
     return text;
 }
-
-bool IsDigit(char c) { return Between(c, '0', '9'); }
 
 /// Blanks inside a number part its thousands: three digits stand behind each.
 bool PartsThousands(std::string_view text, std::size_t at) {
