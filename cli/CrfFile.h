@@ -10,6 +10,10 @@
 
 namespace zolmara::cli {
 
+/// Of "--force", for the commands that write files.
+inline constexpr std::string_view kForceHelp = "Replace files that are no earlier output of it";
+inline constexpr std::string_view kForceHint = "--force replaces it";
+
 /// FILE, the first argument of every command on a CRF.
 inline constexpr Argument kFileArgument{"FILE", ArgumentKind::Required,
                                         "The Cost Report File (CRF)"};

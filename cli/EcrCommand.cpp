@@ -9,6 +9,7 @@
 #include "cli/Findings.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
+#include "ecr/Build_ECR.h"
 #include "ecr/Certification.h"
 #include "ecr/FileNames.h"
 #include "ecr/Fingerprint.h"
@@ -23,6 +24,7 @@ namespace {
 constexpr std::array kArguments{
     kFileArgument,
     Argument{"--out", ArgumentKind::Option, "Folder of the two files; the CRF's without it"},
+    Argument{"--force", ArgumentKind::Flag, kForceHelp},
     Argument{"--manual", ArgumentKind::Flag, "The statement is to be signed by hand"},
     Argument{"--first", ArgumentKind::Option, "First name of the signer"},
     Argument{"--last", ArgumentKind::Option, "Last name of the signer"},
@@ -53,6 +55,10 @@ std::string FolderOfFiles(const Inputs& inputs) {
     return FullPath(inputs.Text("--out"));
 }
 
+std::string EcrPathOf(const Inputs& inputs) {
+    return (std::filesystem::path(FolderOfFiles(inputs)) / EcrFileName()).string();
+}
+
 void SignAndBuild(const std::optional<Signer>& signer) {
     if (signer)
         AcceptCertification(signer->First, signer->Last, signer->Title);
@@ -72,7 +78,7 @@ ExitStatus CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& 
     }
     CliHost& host = TheCliHost();
     const int messages = host.MessageCount();
-    host.AnswerFile((std::filesystem::path(FolderOfFiles(inputs)) / EcrFileName()).string());
+    host.AnswerFile(EcrPathOf(inputs));
     SignAndBuild(signer);
     const std::optional<std::string> built = host.BuiltEcr();
     if (built) PrintFiles(*built);
@@ -85,6 +91,8 @@ ExitStatus Ecr(const Inputs& inputs) {
     if (inputs.Has("--out") && inputs.Text("--out").empty())
         throw CommandLineError{"--out needs a folder"};
     if (!OpenFile(inputs)) return kRefusedOrMessages;
+    const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
+    NeedMayBuild(EcrPathOf(inputs));
     ExitStatus status = kRefusedOrMessages;
     RunBatch(gDB, [&] { status = CalculateAndBuild(inputs, signer); });
     return status;

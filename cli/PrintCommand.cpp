@@ -11,6 +11,8 @@
 #include "core/Globals.h"
 #include "print/PdfDevice.h"
 #include "print/PrintDriver.h"
+#include "print/PrintFile.h"
+#include "store/Files.h"
 
 namespace zolmara::cli {
 
@@ -20,6 +22,7 @@ constexpr std::array kArguments{
     kFileArgument,
     Argument{"ITEM", ArgumentKind::Several, "Worksheets: A, A6, Bp1, S2p1, ...; all without one"},
     Argument{"--pdf", ArgumentKind::Option, "Also print to this PDF file"},
+    Argument{"--force", ArgumentKind::Flag, kForceHelp},
 };
 
 /// A PDF file in the printer's place, for as long as a command runs.
@@ -55,14 +58,9 @@ std::vector<std::string> EntriesOf(const std::vector<std::string>& items) {
     return chosen;
 }
 
-/// Prints and gives the names of the print files.
-std::vector<std::string> PrintItems(const std::vector<std::string>& items) {
-    if (items.empty()) {
-        Print_All(0);
-        return {WholePrintFile()};
-    }
-    const std::vector<std::string> entries = EntriesOf(items);
-    PrintSelected(entries);
+/// The names of the print files, for entries or, without one, for the whole form.
+std::vector<std::string> FilesOf(const std::vector<std::string>& entries) {
+    if (entries.empty()) return {WholePrintFile()};
     std::vector<std::string> files;
     for (const std::string& entry : entries) {
         const std::string file = PrintFileOf(ItemOfEntry(entry));
@@ -71,16 +69,36 @@ std::vector<std::string> PrintItems(const std::vector<std::string>& items) {
     return files;
 }
 
+/// Nothing is printed unless all of it may be written.
+void NeedMayWriteAll(const std::vector<std::string>& files, const std::string& pdf) {
+    for (const std::string& file : files) {
+        if (IsSameFile(file, pdf))
+            throw std::runtime_error(fmt::format("{}: This is a print file of this run", pdf));
+        NeedMayWrite(file, IsPrintedReport);
+    }
+    if (!pdf.empty()) NeedMayWrite(pdf, IsPrintedPdf);
+}
+
+void PrintEntries(const std::vector<std::string>& entries) {
+    if (entries.empty())
+        Print_All(0);
+    else
+        PrintSelected(entries);
+}
+
 ExitStatus Print(const Inputs& inputs) {
     const std::string pdf = inputs.Text("--pdf");
     if (inputs.Has("--pdf") && pdf.empty()) throw CommandLineError{"--pdf needs a file name"};
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    std::vector<std::string> files;
+    const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
+    const std::vector<std::string> entries = EntriesOf(inputs.Texts("ITEM"));
+    std::vector<std::string> files = FilesOf(entries);
+    NeedMayWriteAll(files, pdf);
     if (pdf.empty()) {
-        files = PrintItems(inputs.Texts("ITEM"));
+        PrintEntries(entries);
     } else {
         PdfPrinter printer;
-        files = PrintItems(inputs.Texts("ITEM"));
+        PrintEntries(entries);
         printer.Save(pdf);
         files.push_back(pdf);
     }

@@ -19,6 +19,7 @@
 #include "ecr/LocalSeal.h"
 #include "ecr/Record.h"
 #include "print/PrintDriver.h"
+#include "print/Report.h"
 #include "store/Files.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
@@ -114,7 +115,9 @@ void PutClockRight(Build& build) {
 /// The file that records go to, for as long as it is open.
 class RecordFile {
 public:
-    explicit RecordFile(const std::string& path) : file_(path) { ECRFile = file_.Number(); }
+    explicit RecordFile(const std::string& path) : file_(path, IsOwnEcr) {
+        ECRFile = file_.Number();
+    }
     ~RecordFile() { ECRFile = 0; }
     RecordFile(const RecordFile&) = delete;
     RecordFile& operator=(const RecordFile&) = delete;
@@ -143,8 +146,14 @@ void SealEcr(Build& build) {
 
 // --- The print image -----------------------------------------------------------------------
 
+/// True for the beginning of a print image of this home office.
+bool IsOwnPi(std::string_view head) {
+    return IsPrintedReport(head) &&
+           head.find("Provider CCN: " + gProviderNumber) != std::string_view::npos;
+}
+
 void PrintPi(Build& build) {
-    OwnPrintFile file(build.Pi);
+    OwnPrintFile file(build.Pi, IsOwnPi);
     build.PiStamp = StampText();
     Print_All(file.Number());
     PrintLine(file.Number());
@@ -193,18 +202,17 @@ bool Produce(Build& build) {
     return true;
 }
 
-/// The CRF and the two files must not overwrite each other, whatever name the user keeps.
-void NeedOwnFiles(const Build& build) {
-    for (const std::string& path : {build.Ecr, build.Pi}) {
-        if (IsSameFile(path, gCRFPath))
-            throw std::runtime_error(fmt::format("{}: This is the open Cost Report File", path));
-    }
-    if (IsSameFile(build.Ecr, build.Pi))
-        throw std::runtime_error(
-            fmt::format("{}: The ECR file needs another name than the PI file", build.Ecr));
-}
-
 }  // namespace
+
+void NeedMayBuild(const std::string& ecrPath) {
+    const std::string pi = PiPath(ecrPath);
+    NeedMayWrite(ecrPath, IsOwnEcr);
+    NeedMayWrite(pi, IsOwnPi);
+    NeedMayWrite(PrintFilePath("Spx.prt"), IsPrintedReport);
+    if (IsSameFile(ecrPath, pi))
+        throw std::runtime_error(
+            fmt::format("{}: The ECR file needs another name than the PI file", ecrPath));
+}
 
 void Build_ECR() {
     const std::optional<std::string> path = AskEcrPath();
@@ -213,7 +221,8 @@ void Build_ECR() {
         return;
     }
     Build build{*path, PiPath(*path)};
-    NeedOwnFiles(build);
+    NeedMayBuild(build.Ecr);
+    const ReplaceAsTold asked(true, "");
     TheStatus().SetPointer(Pointer::Hourglass);
     EnableMenus(false);
     bool done = false;

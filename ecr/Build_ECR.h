@@ -24,4 +24,8 @@ extern Variant ECRDate;
 /// written, an error for a fingerprint library that cannot be used.
 void Build_ECR();
 
+/// Raises, or asks, unless the files of a build may be written: none is the CRF or another file
+/// that is kept, and the two are not one. Build_ECR asks it ahead of everything.
+void NeedMayBuild(const std::string& ecrPath);
+
 }  // namespace zolmara

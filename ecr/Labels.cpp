@@ -27,17 +27,24 @@ std::string_view RightText(std::string_view text, std::size_t count) {
     return length > count ? MidText(text, length - count + 1) : text;
 }
 
+/// The home office's number in the first record.
+std::string NumberInFile() { return Fortran(ShortProviderNumber(), "I6", "0", false); }
+
 }  // namespace
 
 std::string ShortProviderNumber() {
     return fmt::format("{}{}", LeftText(gProviderNumber, 2), RightText(gProviderNumber, 4));
 }
 
+bool IsOwnEcr(std::string_view head) {
+    return head.starts_with(fmt::format("1{:10} 1   {}", "", NumberInFile()));
+}
+
 void ECR_Type1(const DateTime& stamp) {
-    ECRLine = fmt::format(
-        "1{:10} 1   {}{}{}H{}P{}{}{}", "", Fortran(ShortProviderNumber(), "I6", "0", false),
-        JulianField(gFYStart), JulianField(gFYEnd), kRecordLayout,
-        Fortran(RevisionInFile(), "I3", "0", false), JulianField(stamp), JulianField(LayoutDate()));
+    ECRLine =
+        fmt::format("1{:10} 1   {}{}{}H{}P{}{}{}", "", NumberInFile(), JulianField(gFYStart),
+                    JulianField(gFYEnd), kRecordLayout, Fortran(RevisionInFile(), "I3", "0", false),
+                    JulianField(stamp), JulianField(LayoutDate()));
     WriteRecord();
     ECRLine = fmt::format("1{:11}2{:7}287-22", "", "");
     WriteRecord();

@@ -3,6 +3,7 @@
 // The records ahead of the cells: the header of the file, and the names of what it reports.
 
 #include <string>
+#include <string_view>
 
 #include "core/DateTime.h"
 
@@ -10,6 +11,9 @@ namespace zolmara {
 
 /// The three header records: who reports which period, the form, and the file's stamp.
 void ECR_Type1(const DateTime& stamp);
+
+/// True for the beginning of an electronic report of this home office.
+bool IsOwnEcr(std::string_view head);
 
 /// The names of the cost centers, the labels of their statistics, and those of the pools.
 void ECR_Type2();

@@ -8,6 +8,7 @@
 
 #include "core/Globals.h"
 #include "store/Dao.h"
+#include "store/files/FileGuard.h"
 
 namespace zolmara {
 
@@ -49,6 +50,8 @@ TextFile::TextFile(const std::string& path) : path_(path) {
     if (!std::filesystem::exists(status)) Refuse("there is no such file");
     if (std::filesystem::is_directory(status)) Refuse("it is a folder");
     if (!std::filesystem::is_regular_file(status)) Refuse("it is no text file");
+    // Not an open CRF: the closing of this file would drop SQLite's locks on it.
+    NeedUnprotected(path);
     size_ = std::filesystem::file_size(path, error);
     file_.open(path, std::ios::binary);
     if (error || !file_) Refuse("it cannot be read");

@@ -2,14 +2,13 @@
 
 #include <fmt/format.h>
 #include <hpdf.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <stdexcept>
+#include <vector>
 
 #include "core/Globals.h"
 #include "print/PrintPage.h"
-#include "store/Files.h"
+#include "store/files/FileDoor.h"
 
 namespace zolmara {
 namespace {
@@ -30,6 +29,11 @@ constexpr float kAscent = 0.8333F;
 
 /// Pages stand in groups of so many: a list in a PDF file ends at 8,191 entries.
 constexpr HPDF_UINT kPagesInGroup = 90;
+
+constexpr HPDF_UINT32 kChunk = 1 << 16;
+
+/// By which a file of this device is known.
+constexpr const char* kProducer = "Zolmara 287-22";
 
 }  // namespace
 
@@ -52,13 +56,14 @@ struct PdfDevice::Document {
     void AddPage();
     void EndPage();
     void PrintLine(std::string_view text);
-    void SaveTo(const std::string& path, const std::string& scratch) const;
+    void SaveTo(OutFile& file) const;
 };
 
 PdfDevice::Document::Document() : Doc(HPDF_New(nullptr, nullptr)) {
     if (!Doc) throw std::runtime_error("There is not enough memory for the PDF file.");
     Check(HPDF_SetPagesConfiguration(Doc, kPagesInGroup));
     Check(HPDF_SetCompressionMode(Doc, HPDF_COMP_ALL));
+    Check(HPDF_SetInfoAttr(Doc, HPDF_INFO_PRODUCER, kProducer));
 }
 
 void PdfDevice::Document::Check(HPDF_STATUS status) const {
@@ -96,15 +101,19 @@ void PdfDevice::Document::PrintLine(std::string_view text) {
     Baseline -= kLineHeight * FontSize;
 }
 
-void PdfDevice::Document::SaveTo(const std::string& path, const std::string& scratch) const {
-    errno = 0;
-    const HPDF_STATUS status = HPDF_SaveToFile(Doc, scratch.c_str());
-    if (status != HPDF_OK) {
-        const int reason = errno;
-        HPDF_ResetError(Doc);
-        FileFailed(path, std::error_code(reason ? reason : EIO, std::generic_category()));
+void PdfDevice::Document::SaveTo(OutFile& file) const {
+    Check(HPDF_SaveToStream(Doc));
+    std::vector<HPDF_BYTE> chunk(kChunk);
+    HPDF_UINT32 size = kChunk;
+    while (true) {
+        size = kChunk;
+        const HPDF_STATUS status = HPDF_ReadFromStream(Doc, chunk.data(), &size);
+        file.Write({reinterpret_cast<const char*>(chunk.data()), size});
+        if (status == HPDF_STREAM_EOF || size == 0) break;
+        Check(status);
     }
-    PutInPlace(scratch, path);
+    HPDF_ResetError(Doc);
+    file.Put();
 }
 
 PdfDevice::PdfDevice() : document_(std::make_unique<Document>()) {}
@@ -114,13 +123,13 @@ int PdfDevice::PageCount() const { return document_->Pages; }
 
 void PdfDevice::Save(const std::string& path) {
     if (PageCount() == 0) throw std::runtime_error("There are no pages for a PDF file.");
-    const std::string scratch = fmt::format("{}.{}.tmp", path, ::getpid());
-    try {
-        document_->SaveTo(path, scratch);
-    } catch (...) {
-        DeleteFile(scratch);
-        throw;
-    }
+    OutFile file(path, IsPrintedPdf);
+    document_->SaveTo(file);
+}
+
+bool IsPrintedPdf(std::string_view head) {
+    return head.starts_with("%PDF-") &&
+           head.find(fmt::format("({})", kProducer)) != std::string_view::npos;
 }
 
 int PdfDevice::Orientation() { return document_->Orientation; }

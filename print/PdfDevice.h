@@ -10,6 +10,9 @@
 
 namespace zolmara {
 
+/// True for the beginning of a PDF file that a PdfDevice wrote.
+bool IsPrintedPdf(std::string_view head);
+
 class PdfDevice : public PageDevice {
 public:
     PdfDevice();

@@ -1,50 +1,40 @@
 #include "print/PrintFile.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
 #include <map>
 #include <stdexcept>
 
 #include "core/Globals.h"
 #include "print/PrintPage.h"
-#include "store/Files.h"
 
 namespace zolmara {
 namespace {
 
-struct OutputFile {
-    std::string Path;
-    std::string Scratch;
-    std::FILE* Stream = nullptr;
-};
+using OpenFile = std::unique_ptr<OutFile>;
 
-std::map<FileNumber, OutputFile>& OpenFiles() {
-    static std::map<FileNumber, OutputFile> files;
+std::map<FileNumber, OpenFile>& OpenFiles() {
+    static std::map<FileNumber, OpenFile> files;
     return files;
 }
 
-OutputFile& Opened(FileNumber file) {
+OutFile& Opened(FileNumber file) {
     const auto found = OpenFiles().find(file);
     if (found == OpenFiles().end())
         throw std::logic_error(fmt::format("Print file number {} is not open.", file));
-    return found->second;
+    return *found->second;
+}
+
+/// Frees the number.
+OpenFile Take(FileNumber number) {
+    Opened(number);
+    return std::move(OpenFiles().extract(number).mapped());
 }
 
 FileNumber LowestFreeNumber() {
     FileNumber number = 1;
     while (OpenFiles().contains(number)) ++number;
     return number;
-}
-
-[[noreturn]] void WriteFailed(const OutputFile& file) {
-    FileFailed(file.Path, std::error_code(errno, std::generic_category()));
-}
-
-void Write(const OutputFile& file, std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.Stream) != bytes.size()) WriteFailed(file);
 }
 
 bool IsControl(char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; }
@@ -59,51 +49,45 @@ std::string LineBytes(std::string_view text) {
     return bytes;
 }
 
-void Complete(OutputFile& file) {
-    std::FILE* const stream = std::exchange(file.Stream, nullptr);
-    if (std::fclose(stream) != 0) WriteFailed(file);
-    PutInPlace(file.Scratch, file.Path);
-}
-
 }  // namespace
 
-FileNumber OpenPrintFile(const std::string& path) {
+bool IsPrintedReport(std::string_view head) {
+    const auto has = [&](std::string_view text) {
+        return head.find(text) != std::string_view::npos;
+    };
+    return head.starts_with(kFormFeed) && (has(kReportMark) || has(kFindingsMark));
+}
+
+FileNumber OpenPrintFile(const std::string& path, const OwnOutput& own) {
     const FileNumber number = LowestFreeNumber();
-    OutputFile file{path, fmt::format("{}.{}-{}.tmp", path, ::getpid(), number), nullptr};
-    file.Stream = std::fopen(file.Scratch.c_str(), "wb");
-    if (!file.Stream) WriteFailed(file);
-    OpenFiles()[number] = std::move(file);
+    OpenFiles()[number] = std::make_unique<OutFile>(path, own);
     gPageOrientDone = 0;
     return number;
 }
 
-void ClosePrintFile(FileNumber number) {
-    OutputFile file = Opened(number);
-    OpenFiles().erase(number);
-    try {
-        Complete(file);
-    } catch (...) {
-        DeleteFile(file.Scratch);
-        throw;
-    }
+void ClosePrintFile(FileNumber number) { Take(number)->Put(); }
+
+const std::string& PrintFileAside(FileNumber file) {
+    Opened(file).Complete();
+    return Opened(file).AsidePath();
 }
 
-void DropPrintFile(FileNumber number) noexcept {
-    const auto found = OpenFiles().find(number);
-    if (found == OpenFiles().end()) return;
-    std::fclose(found->second.Stream);
-    DeleteFile(found->second.Scratch);
-    OpenFiles().erase(found);
-}
+void DropPrintFile(FileNumber number) noexcept { OpenFiles().erase(number); }
 
-void PrintLine(FileNumber file, std::string_view text) { Write(Opened(file), LineBytes(text)); }
+void PrintLine(FileNumber file, std::string_view text) { Opened(file).Write(LineBytes(text)); }
 
 void PrintPageChange(FileNumber file, std::string_view control) {
-    const OutputFile& output = Opened(file);
-    Write(output, control);
-    Write(output, "\r\n");
+    OutFile& output = Opened(file);
+    output.Write(control);
+    output.Write("\r\n");
 }
 
 void OwnPrintFile::Close() { ClosePrintFile(std::exchange(number_, FileNumber{0})); }
+
+std::unique_ptr<OutFile> OwnPrintFile::Release() {
+    OpenFile file = Take(std::exchange(number_, FileNumber{0}));
+    file->Complete();
+    return file;
+}
 
 }  // namespace zolmara

@@ -4,21 +4,32 @@
 // only when it is complete.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+
+#include "store/files/FileDoor.h"
 
 namespace zolmara {
 
 /// An open output file; below 1 none.
 using FileNumber = std::int16_t;
 
+/// True for the beginning of a file that a report of this program was printed to.
+bool IsPrintedReport(std::string_view head);
+
 /// Opens a file for output under the lowest free number. Nothing has been written to it, so the
-/// next page head says its orientation. StoreError when the file cannot be written.
-FileNumber OpenPrintFile(const std::string& path);
+/// next page head says its orientation. StoreError when the file cannot be written, or when
+/// another's file of that name is kept.
+FileNumber OpenPrintFile(const std::string& path, const OwnOutput& own = IsPrintedReport);
 
 /// Completes the file and frees the number. StoreError when that fails; then there is no new file,
 /// and one of that name is as it was.
 void ClosePrintFile(FileNumber file);
+
+/// The file as it is so far, complete on the disk, for what must read it or write to it before it
+/// takes its name. More may be printed to it.
+const std::string& PrintFileAside(FileNumber file);
 
 /// Gives the file up: nothing of it stays, and one of that name is as it was.
 void DropPrintFile(FileNumber file) noexcept;
@@ -33,13 +44,16 @@ void PrintPageChange(FileNumber file, std::string_view control);
 /// A print file that is given up unless it is closed.
 class OwnPrintFile {
 public:
-    explicit OwnPrintFile(const std::string& path) : number_(OpenPrintFile(path)) {}
+    explicit OwnPrintFile(const std::string& path, const OwnOutput& own = IsPrintedReport)
+        : number_(OpenPrintFile(path, own)) {}
     ~OwnPrintFile() { DropPrintFile(number_); }
     OwnPrintFile(const OwnPrintFile&) = delete;
     OwnPrintFile& operator=(const OwnPrintFile&) = delete;
 
     FileNumber Number() const { return number_; }
     void Close();
+    /// The completed file, which is nobody's print file any more, to be put by whoever takes it.
+    std::unique_ptr<OutFile> Release();
 
 private:
     FileNumber number_;

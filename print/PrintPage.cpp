@@ -94,7 +94,7 @@ void PrintPageHeader(FileNumber file, std::string_view worksheetLabel, std::int1
     linesUsed = 0;
     ++pageNumber;
     StartPage(file);
-    PrintCentered(fmt::format("{} Zolmara 287 System [Version: {}]", gTitlePrefix, gVersion), file);
+    PrintCentered(fmt::format("{}{}{}]", gTitlePrefix, kReportMark, gVersion), file);
     PrintCentered(fmt::format("In lieu of Form CMS-287-22{}", pageNumber > 1 ? ", continued" : ""),
                   file);
     PrintLine(file);

@@ -17,6 +17,10 @@ inline constexpr std::int16_t kLandscape = 2;
 /// A line that begins with it begins a page; kPortrait or kLandscape may follow.
 inline constexpr char kFormFeed = '\f';
 
+/// What stands in the first head of every file with reports, and of one with findings.
+inline constexpr std::string_view kReportMark = " Zolmara 287 System [Version: ";
+inline constexpr std::string_view kFindingsMark = "Error Report For";
+
 extern std::int16_t gPageOrient;      ///< kPortrait or kLandscape
 extern std::int16_t gPageWidth;       ///< columns
 extern std::int16_t gPageCenter;      ///< the centre column

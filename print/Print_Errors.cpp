@@ -4,6 +4,7 @@
 
 #include "core/Globals.h"
 #include "core/Machine.h"
+#include "print/PrintPage.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
@@ -29,7 +30,7 @@ void BeginPage(ReportPage& page) {
     const auto centred = [&](const std::string& text) {
         page.Print(TextLine().At(CenteredColumn(text), text).Text());
     };
-    centred(fmt::format("Error Report For{}", page.PageNumber > 1 ? ", continued" : ""));
+    centred(fmt::format("{}{}", kFindingsMark, page.PageNumber > 1 ? ", continued" : ""));
     centred(fmt::format("{} ({})", gProviderName, gProviderNumber));
     centred(
         fmt::format("{} at {}", FormatDate(now, "mmmm d, yyyy"), FormatDate(now, "Medium Time")));

@@ -44,18 +44,21 @@ void DropScratchFiles(const std::string& path) {
 
 Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
     if (fs::exists(path)) Fail(StoreError::Kind::CannotOpen, path, "the file is there already");
+    std::unique_ptr<OpenMark> mark;
     Connection connection;
     try {
         Connect(connection, path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
         MarkAsCostReportFile(connection.Handle, path);
         SetUp(connection.Handle, path);
+        mark = std::make_unique<OpenMark>(path);
     } catch (...) {
         // The beginning of a file is no file.
         DropFile(path);
         throw;
     }
     Database database;
-    database.impl_ = std::make_shared<Database::Impl>(connection.Handle, path, false);
+    database.impl_ =
+        std::make_shared<Database::Impl>(connection.Handle, path, false, std::move(mark));
     connection.Release();
     return database;
 }
@@ -63,6 +66,7 @@ Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
 Database DBEngine::OpenDatabase(const std::string& path) {
     NeedRegularFile(path);
     const bool readOnly = !MayWrite(path);
+    auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     ReadFirstPage(connection, path);
@@ -72,7 +76,8 @@ Database DBEngine::OpenDatabase(const std::string& path) {
     }
     SetUp(connection.Handle, path);
     Database database;
-    database.impl_ = std::make_shared<Database::Impl>(connection.Handle, path, readOnly);
+    database.impl_ =
+        std::make_shared<Database::Impl>(connection.Handle, path, readOnly, std::move(mark));
     connection.Release();
     return database;
 }

@@ -80,8 +80,13 @@ void BindParameter(SqliteStatement& statement, int position, const Variant& valu
     }
 }
 
-Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly)
-    : Handle(connection), Path(std::move(file)), ReadOnly(readOnly), Tables(connection) {
+Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
+                     std::unique_ptr<OpenMark> mark)
+    : Handle(connection),
+      Path(std::move(file)),
+      ReadOnly(readOnly),
+      Mark(std::move(mark)),
+      Tables(connection) {
     sqlite3_commit_hook(Handle, CountCommit, this);
 }
 

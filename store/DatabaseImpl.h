@@ -15,6 +15,7 @@
 #include "store/ChangeTracker.h"
 #include "store/Dao.h"
 #include "store/Sqlite.h"
+#include "store/files/OpenMark.h"
 #include "store/sql/SqlTranslator.h"
 
 namespace zolmara {
@@ -50,7 +51,7 @@ template <class T>
 using TextMap = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 
 struct Database::Impl {
-    Impl(sqlite3* connection, std::string file, bool readOnly);
+    Impl(sqlite3* connection, std::string file, bool readOnly, std::unique_ptr<OpenMark> mark);
     ~Impl();
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
@@ -83,6 +84,7 @@ struct Database::Impl {
     sqlite3* Handle;
     std::string Path;
     bool ReadOnly;
+    std::unique_ptr<OpenMark> Mark;  ///< dropped behind the connection
     bool Closed = false;
     Catalog Tables;
     TextMap<RequestPtr> RequestsByText;

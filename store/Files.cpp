@@ -1,23 +1,22 @@
 #include "store/Files.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
-#include <system_error>
+#include <vector>
 
 #include "store/Dao.h"
+#include "store/files/FileDoor.h"
 
 namespace fs = std::filesystem;
 
 namespace zolmara {
 namespace {
+
+constexpr std::size_t kChunk = std::size_t{1} << 16;
 
 StoreError::Kind KindOf(const std::error_code& error) {
     if (error == std::errc::no_space_on_device || error == std::errc::file_too_large)
@@ -28,48 +27,14 @@ StoreError::Kind KindOf(const std::error_code& error) {
     return StoreError::Kind::CannotOpen;
 }
 
-void BringToDisk(const std::string& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool done = file >= 0 && ::fsync(file) == 0;
-    const std::error_code error(errno, std::generic_category());
-    if (file >= 0) ::close(file);
-    if (!done) FileFailed(path, error);
-}
-
-/// A new name is on the disk only when its folder is; some systems cannot do it.
-void BringFolderToDisk(const std::string& target) {
-    const fs::path folder = fs::path(target).parent_path();
-    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
-    if (handle < 0) return;
-    ::fsync(handle);
-    ::close(handle);
-}
-
-/// Lets a file be written under another name beside the target, and gives it its own name when
-/// it is complete.
-void ReplaceFile(const std::string& target, const std::function<void(const std::string&)>& write) {
-    const std::string scratch = fmt::format("{}.{}.tmp", target, ::getpid());
-    try {
-        write(scratch);
-        PutInPlace(scratch, target);
-    } catch (...) {
-        DeleteFile(scratch);
-        throw;
-    }
+[[noreturn]] void LastOperationFailed(const std::string& path) {
+    FileFailed(path, std::error_code(errno, std::generic_category()));
 }
 
 }  // namespace
 
 void FileFailed(const std::string& path, const std::error_code& error) {
     throw StoreError(KindOf(error), fmt::format("{}: {}", path, error.message()));
-}
-
-void PutInPlace(const std::string& scratch, const std::string& target) {
-    BringToDisk(scratch);
-    std::error_code error;
-    fs::rename(scratch, target, error);
-    if (error) FileFailed(target, error);
-    BringFolderToDisk(target);
 }
 
 bool FileExists(const std::string& path) {
@@ -91,26 +56,22 @@ void CopyWholeFile(const std::string& source, const std::string& target) {
     if (IsSameFile(source, target))
         throw StoreError(StoreError::Kind::CannotOpen,
                          fmt::format("{}: The file cannot be copied onto itself.", source));
-    ReplaceFile(target, [&](const std::string& scratch) {
-        std::error_code error;
-        fs::copy_file(source, scratch, fs::copy_options::overwrite_existing, error);
-        if (error) FileFailed(target, error);
-    });
+    std::ifstream from(source, std::ios::binary);
+    if (!from) LastOperationFailed(source);
+    OutFile to(target, AnyFile);
+    std::vector<char> chunk(kChunk);
+    while (from) {
+        from.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));
+        to.Write({chunk.data(), static_cast<std::size_t>(from.gcount())});
+    }
+    if (from.bad()) LastOperationFailed(source);
+    to.Put();
 }
 
 void WriteWholeFile(const std::string& path, const std::string& content) {
-    ReplaceFile(path, [&](const std::string& scratch) {
-        std::ofstream file(scratch, std::ios::binary | std::ios::trunc);
-        file << content;
-        file.close();
-        if (!file) FileFailed(path, std::error_code(errno, std::generic_category()));
-    });
-}
-
-void LinkOrCopyFile(const std::string& path, const std::string& name) {
-    std::error_code error;
-    fs::create_hard_link(path, name, error);
-    if (error) CopyWholeFile(path, name);
+    OutFile file(path, AnyFile);
+    file.Write(content);
+    file.Put();
 }
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {

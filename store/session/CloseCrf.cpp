@@ -75,7 +75,7 @@ void RepairCrf() {
 /// same content, and the compact copy takes the CRF's name only when it is complete. A program
 /// that dies in between leaves the CRF, old or new, where the user looks for it.
 void CompactCrf(const std::string& temporary) {
-    Try([&] { LinkOrCopyFile(gCRFPath, temporary); });
+    Try([&] { CopyWholeFile(gCRFPath, temporary); });
     if (!FileExists(temporary)) return;
     Try([&] { DBEngine::CompactDatabase(temporary, gCRFPath); });
     if (FileExists(gCRFPath)) {

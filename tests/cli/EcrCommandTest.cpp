@@ -44,6 +44,38 @@ TEST_F(EcrCommand, TheSampleEndsInItsTwoFiles) {
     EXPECT_EQ(SignatureOf(crf), "Vasquez-Moore");
 }
 
+TEST_F(EcrCommand, FilesOfOthersAreReplacedWithForceOnlyAndNothingIsSignedBefore) {
+    const std::string crf = SampleCrf();
+    for (const char* name : {"HO149012.23A1", "PI149012.23A1", "Spx.prt"}) {
+        TextFile(name, "my notes");
+        const CliResult result = Run(Signed(crf));
+        EXPECT_EQ(result.Status, 2) << name;
+        EXPECT_EQ(result.Err, "ERROR\t" + File(name) + " is there already; --force replaces it\n");
+        EXPECT_EQ(ContentOf(File(name)), "my notes");
+        EXPECT_EQ(SignatureOf(crf), "none");
+        fs::remove(File(name));
+        EXPECT_FALSE(fs::exists(File("HO149012.23A1")));
+    }
+    TextFile("HO149012.23A1", "my notes");
+    auto words = Signed(crf);
+    words.emplace_back("--force");
+    Do(words);
+    Do(Signed(crf));
+}
+
+TEST_F(EcrCommand, ACrfOfTheCertificationPagesNameIsNotReplaced) {
+    const std::string crf = File("Spx.prt");
+    fs::rename(SampleCrf(), crf);
+    const std::string figures = Do({"show", crf, "A"});
+    auto words = Signed(crf);
+    words.emplace_back("--force");
+    const CliResult result = Run(words);
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Err, "ERROR\t" + crf + ": This is the open Cost Report File\n");
+    EXPECT_EQ(Do({"show", crf, "A"}), figures);
+    EXPECT_FALSE(fs::exists(File("HO149012.23A1")));
+}
+
 TEST_F(EcrCommand, ByHandThereIsNoSignature) {
     const std::string crf = SampleCrf();
     Do(Signed(crf));

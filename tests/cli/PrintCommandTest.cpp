@@ -41,6 +41,62 @@ TEST_F(PrintCommand, ManyWorksheetsMakeOnePdf) {
     EXPECT_NE(bytes.find("[ 0 0 792 612 ]"), std::string::npos);
 }
 
+TEST_F(PrintCommand, NothingIsPrintedOverACrf) {
+    const std::string crf = NewCrf("n.CRF");
+    const std::string statement = ContentOf(crf);
+    const auto refused = [&](const std::vector<std::string>& words, const std::string& file) {
+        const CliResult result = Run(words);
+        EXPECT_EQ(result.Status, 2) << words.back();
+        EXPECT_EQ(result.Err, "ERROR\t" + file + ": This is the open Cost Report File\n");
+        EXPECT_EQ(ContentOf(crf), statement) << words.back();
+    };
+    std::filesystem::create_symlink("n.CRF", File("link.pdf"));
+    std::filesystem::create_hard_link(crf, File("hard.pdf"));
+    for (const char* name : {"n.CRF", "N.crf", "link.pdf", "hard.pdf"})
+        refused({"--quiet", "print", crf, "A", "--pdf", File(name), "--force"}, File(name));
+    EXPECT_FALSE(FileExists(File("A.prt")));
+    for (const auto& [name, item] : {std::pair{"A.prt", "A"}, {"12-3456.PRT", ""}}) {
+        const std::string path = File(name);
+        std::filesystem::copy_file(crf, path);
+        std::vector<std::string> words{"--quiet", "--yes", "print", path, "--force"};
+        if (*item) words.emplace_back(item);
+        refused(words, path);
+        EXPECT_EQ(ContentOf(path), statement);
+    }
+}
+
+TEST_F(PrintCommand, AnothersFileIsReplacedWithForceOnly) {
+    const std::string crf = NewCrf();
+    TextFile("A.prt", "my notes");
+    CliResult result = Run({"--quiet", "print", crf, "G", "A"});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Err, "ERROR\t" + File("A.prt") + " is there already; --force replaces it\n");
+    EXPECT_EQ(ContentOf(File("A.prt")), "my notes");
+    EXPECT_FALSE(FileExists(File("G.prt"))) << "half of what was asked";
+    Do({"--quiet", "print", crf, "G", "A", "--force"});
+    EXPECT_NE(ContentOf(File("A.prt")), "my notes");
+    Do({"--quiet", "print", crf, "G", "A"});
+}
+
+TEST_F(PrintCommand, APdfOfItsOwnIsReplacedAndAnothersIsNot) {
+    const std::string crf = NewCrf();
+    const std::string pdf = File("form.pdf");
+    Do({"--quiet", "print", crf, "A", "--pdf", pdf});
+    Do({"--quiet", "print", crf, "A", "--pdf", pdf});
+    TextFile("form.pdf", "%PDF-1.4 (Another program)");
+    EXPECT_EQ(Run({"--quiet", "print", crf, "A", "--pdf", pdf}).Status, 2);
+    EXPECT_EQ(ContentOf(pdf), "%PDF-1.4 (Another program)");
+    Do({"--quiet", "print", crf, "A", "--pdf", pdf, "--force"});
+}
+
+TEST_F(PrintCommand, APdfDoesNotTakeThePlaceOfAPrintFileOfTheSameRun) {
+    const std::string crf = NewCrf();
+    Do({"--quiet", "print", crf, "A"});
+    const std::string printed = ContentOf(File("A.prt"));
+    EXPECT_EQ(Run({"--quiet", "print", crf, "A", "--pdf", File("A.prt"), "--force"}).Status, 2);
+    EXPECT_EQ(ContentOf(File("A.prt")), printed);
+}
+
 TEST_F(PrintCommand, ANameWithoutAReportIsToldAndNothingIsPrinted) {
     const std::string crf = NewCrf();
     const CliResult result = Run({"--quiet", "print", crf, "A", "A82"});

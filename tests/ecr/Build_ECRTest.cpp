@@ -64,6 +64,11 @@ protected:
     const std::string pi = folder.File("PI123456.23A1");
 };
 
+/// The beginnings of files of an earlier build.
+constexpr const char* kOlderEcr = "1           1   123456";
+constexpr const char* kOlderPi =
+    "\f\x01\r\n  Zolmara 287 System [Version: 3.0.0]\r\n  Provider CCN: 12-3456\r\n";
+
 // --- A good run ----------------------------------------------------------------------------
 
 TEST_F(EcrBuild, RecordsStandInTheirOrderAndTheSealIsLast) {
@@ -197,9 +202,10 @@ TEST_F(EcrBuild, TheSealsAreNeverTakenForTheGovernments) {
 }
 
 TEST_F(EcrBuild, AnOlderFileIsReplacedWhole) {
-    std::ofstream(ecr) << std::string(500000, 'x');
-    std::ofstream(pi) << std::string(900000, '*') << "***FINGERPRINT";
+    std::ofstream(ecr) << kOlderEcr << std::string(500000, 'x');
+    std::ofstream(pi) << kOlderPi << std::string(900000, '*') << "***FINGERPRINT";
     Build_ECR();
+    EXPECT_TRUE(host.Boxes.empty());
     EXPECT_EQ(BytesOf(ecr).find('x'), std::string::npos);
     EXPECT_EQ(BytesOf(pi).find("****"), std::string::npos);
 }
@@ -288,10 +294,10 @@ TEST_F(EcrBuild, AFolderThatIsNotThereIsToldByName) {
 }
 
 TEST_F(EcrBuild, AFailureHalfWayLeavesNoHalfFileAndTheOldOne) {
-    std::ofstream(ecr) << "old";
+    std::ofstream(ecr) << kOlderEcr;
     gDB.DeleteTable("G1");
     EXPECT_THROW(Build_ECR(), StoreError);
-    EXPECT_EQ(BytesOf(ecr), "old");
+    EXPECT_EQ(BytesOf(ecr), kOlderEcr);
     EXPECT_FALSE(fs::exists(pi));
     EXPECT_FALSE(HasScratchFiles(folder));
     ExpectClosed();
@@ -307,7 +313,46 @@ TEST_F(EcrBuild, APrintImageThatCannotBeWrittenIsToldByName) {
         EXPECT_NE(std::string(error.what()).find(pi), std::string::npos) << error.what();
     }
     EXPECT_FALSE(HasScratchFiles(folder));
-    ExpectClosed();
+    EXPECT_FALSE(fs::exists(ecr));
+    EXPECT_FALSE(MenusAre(false));
+    EXPECT_EQ(host.PointerNow, Pointer::Normal);
+}
+
+TEST_F(EcrBuild, FilesThatAreNoEarlierBuildOfThisOfficeAreKeptUnlessTheUserSaysYes) {
+    const std::string page = folder.File("Spx.prt");
+    const std::string otherOffice = "1           1   99999920222742023273HB02P001";
+    for (const std::string& kept : {ecr, pi, page}) {
+        std::ofstream(kept) << otherOffice;
+        host.Forget();
+        host.Files = {ecr};
+        EXPECT_THROW(Build_ECR(), FileKept) << kept;
+        ASSERT_EQ(host.Boxes.size(), 1U);
+        EXPECT_EQ(host.Boxes[0].Text, kept +
+                                          " is there already and is no earlier output of this "
+                                          "command.  Replace it?");
+        EXPECT_EQ(BytesOf(kept), otherOffice);
+        EXPECT_FALSE(fs::exists(kept == ecr ? pi : ecr)) << "half a build";
+        fs::remove(kept);
+    }
+    std::ofstream(ecr) << otherOffice;
+    host.Forget();
+    host.Files = {ecr};
+    host.Answers = {kYes};
+    Build_ECR();
+    EXPECT_EQ(host.Boxes.size(), 1U);
+    EXPECT_TRUE(Ecr().at(0).starts_with(kOlderEcr));
+}
+
+TEST_F(EcrBuild, TheCrfIsNoNameForAnyOfTheFiles) {
+    host.Files = {gCRFPath};
+    host.Answers = {kNo, kYes, kYes};
+    try {
+        Build_ECR();
+        FAIL() << "built over the CRF";
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.what(), gCRFPath + ": This is the open Cost Report File");
+    }
+    EXPECT_EQ(test::Rows("CostCenters"), 26);
 }
 
 // --- The minute ----------------------------------------------------------------------------

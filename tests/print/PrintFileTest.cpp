@@ -20,6 +20,9 @@ protected:
     std::string path = folder.File("a.prt");
 };
 
+/// A print file of an earlier run.
+constexpr const char* kFormer = "\f\x01\r\n  Zolmara 287 System [Version: 3.0.0]\r\n";
+
 TEST_F(PrintFileTest, LinesEndWithCarriageReturnAndLineFeed) {
     const FileNumber file = OpenPrintFile(path);
     PrintLine(file, "one");
@@ -52,11 +55,11 @@ TEST_F(PrintFileTest, AFileAppearsWhenItIsClosed) {
 }
 
 TEST_F(PrintFileTest, AFileThatIsGivenUpLeavesTheFormerOne) {
-    WriteWholeFile(path, "former");
+    WriteWholeFile(path, kFormer);
     const FileNumber file = OpenPrintFile(path);
     PrintLine(file, "half of the ne");
     DropPrintFile(file);
-    EXPECT_EQ(FileBytes(path), "former");
+    EXPECT_EQ(FileBytes(path), kFormer);
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
@@ -90,8 +93,7 @@ TEST_F(PrintFileTest, AFolderThatIsNotThereIsAnErrorThatNamesTheFile) {
 
 TEST_F(PrintFileTest, AFolderInTheFilesPlaceIsAnError) {
     std::filesystem::create_directory(path);
-    const FileNumber file = OpenPrintFile(path);
-    EXPECT_THROW(ClosePrintFile(file), StoreError);
+    EXPECT_THROW(OpenPrintFile(path), StoreError);
     EXPECT_TRUE(std::filesystem::is_directory(path));
     EXPECT_EQ(FilesInFolder(), 1U);
 }
@@ -118,7 +120,7 @@ private:
 };
 
 TEST_F(PrintFileTest, AFullDiskLeavesTheFormerFileAndNothingHalfWritten) {
-    WriteWholeFile(path, "former");
+    WriteWholeFile(path, kFormer);
     {
         const FileLimit limit(20000);
         OwnPrintFile file(path);
@@ -128,7 +130,7 @@ TEST_F(PrintFileTest, AFullDiskLeavesTheFormerFileAndNothingHalfWritten) {
         };
         EXPECT_THROW(writeAll(), StoreError);
     }
-    EXPECT_EQ(FileBytes(path), "former");
+    EXPECT_EQ(FileBytes(path), kFormer);
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 

@@ -127,10 +127,12 @@ TEST_F(ReportTest, AFileThatCannotBeWrittenIsAnErrorAndNothingIsPrinted) {
 }
 
 TEST_F(ReportTest, AFailureOnTheWayLeavesNoFileThatLooksWhole) {
-    WriteWholeFile(folder.File("S1.prt"), "former");
+    const std::string former = "\f\x02\r\n  Zolmara 287 System [Version: 3.0.0]\r\n";
+    WriteWholeFile(folder.File("S1.prt"), former);
     gDB.DeleteTable("S1p2");
     EXPECT_THROW(Print_S1(0), StoreError);
-    EXPECT_EQ(FileBytes(folder.File("S1.prt")), "former");
+    EXPECT_EQ(FileBytes(folder.File("S1.prt")), former);
+    EXPECT_TRUE(host.Boxes.empty());
 }
 
 // --- Rows ----------------------------------------------------------------------------------

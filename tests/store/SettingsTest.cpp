@@ -80,14 +80,5 @@ TEST(WholeFiles, StayWhenACopyFails) {
     EXPECT_FALSE(ReadWholeFile(folder.File("none")));
 }
 
-TEST(WholeFiles, TakeASecondName) {
-    const test::TempFolder folder;
-    WriteWholeFile(folder.File("a"), "text");
-    LinkOrCopyFile(folder.File("a"), folder.File("b"));
-    DeleteFile(folder.File("a"));
-    EXPECT_FALSE(FileExists(folder.File("a")));
-    EXPECT_EQ(ReadWholeFile(folder.File("b")), "text");
-}
-
 }  // namespace
 }  // namespace zolmara

@@ -1,0 +1,222 @@
+#include "store/files/FileDoor.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "core/Dialogs.h"
+#include "store/Files.h"
+#include "store/files/FileGuard.h"
+
+namespace fs = std::filesystem;
+
+namespace zolmara {
+namespace {
+
+constexpr std::size_t kBuffer = std::size_t{1} << 16;
+constexpr mode_t kGroupBits = S_IRWXG;
+
+ReplaceAsTold*& Told() {
+    static ReplaceAsTold* told = nullptr;
+    return told;
+}
+
+std::error_code LastError() { return {errno, std::generic_category()}; }
+
+[[noreturn]] void Failed(const std::string& path) { FileFailed(path, LastError()); }
+
+/// The first bytes of a file; all of it is none of the door's business.
+std::string HeadOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) Failed(path);
+    std::string head(kHeadBytes, '\0');
+    file.read(head.data(), static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(file.gcount()));
+    return head;
+}
+
+mode_t NewFileMode() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+/// The owner first, since a change of it may drop bits of the mode. Where the group cannot be
+/// kept, what the group might do is nobody's right any more.
+void TakeRights(const Descriptor& file, const struct stat& former) {
+    mode_t mode = former.st_mode & 07777;
+    if (::fchown(file.Number(), former.st_uid, former.st_gid) != 0 &&
+        ::fchown(file.Number(), static_cast<uid_t>(-1), former.st_gid) != 0)
+        mode &= ~kGroupBits;
+    ::fchmod(file.Number(), mode);
+}
+
+void SyncFolder(const std::string& target) {
+    const fs::path folder = fs::path(target).parent_path();
+    const Descriptor handle(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
+    // Some file systems cannot do it.
+    if (handle.IsOpen() && ::fsync(handle.Number()) != 0 && errno != EINVAL) Failed(target);
+}
+
+/// Gives a file a name that nothing has yet. False when something has it.
+bool RenameToNew(const std::string& from, const std::string& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno == EEXIST) return false;
+    if (errno != EINVAL && errno != ENOSYS) Failed(to);
+    if (::access(to.c_str(), F_OK) == 0) return false;
+    if (::rename(from.c_str(), to.c_str()) != 0) Failed(to);
+    return true;
+}
+
+}  // namespace
+
+bool AnyFile(std::string_view /*head*/) { return true; }
+
+// --- Consent -------------------------------------------------------------------------------
+
+ReplaceAsTold::ReplaceAsTold(bool replace, std::string hint)
+    : replace_(replace), hint_(std::move(hint)), former_(Told()) {
+    Told() = this;
+}
+
+ReplaceAsTold::~ReplaceAsTold() { Told() = former_; }
+
+void NeedConsent(const std::string& path) {
+    if (const ReplaceAsTold* told = Told()) {
+        if (told->replace_) return;
+        throw FileKept(fmt::format("{} is there already; {}", path, told->hint_));
+    }
+    const int answer = TheDialogs().MsgBox(
+        fmt::format("{} is there already and is no earlier output of this command.  Replace it?",
+                    path),
+        kYesNo + kExclamation + kDefaultButton2, "Replace File");
+    if (answer != kYes) throw FileKept(fmt::format("{} was kept; nothing was written", path));
+}
+
+void NeedMayWrite(const std::string& path, const OwnOutput& own) {
+    NeedUnprotected(path);
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return;
+    if (S_ISDIR(info.st_mode)) FileFailed(path, std::make_error_code(std::errc::is_a_directory));
+    if (!S_ISREG(info.st_mode))
+        throw StoreError(StoreError::Kind::CannotOpen, path + ": is no file");
+    const bool writable = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+    if (!writable || ::access(path.c_str(), W_OK) != 0)
+        throw StoreError(StoreError::Kind::ReadOnly, path + ": the file is read-only");
+    if (info.st_size == 0 || (own && own(HeadOf(path)))) return;
+    NeedConsent(path);
+}
+
+// --- A file on its way ---------------------------------------------------------------------
+
+OutFile::Standing OutFile::StandingAt(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return {};
+    return {true, info.st_dev, info.st_ino};
+}
+
+OutFile::OutFile(const std::string& path, OwnOutput own)
+    : path_(path),
+      target_(JudgedTarget(path, own)),
+      own_(std::move(own)),
+      scratch_(target_),
+      judged_(StandingAt(target_)) {}
+
+OutFile::~OutFile() = default;
+
+std::string OutFile::JudgedTarget(const std::string& path, const OwnOutput& own) {
+    NeedMayWrite(path, own);
+    return BehindLinks(path);
+}
+
+void OutFile::Write(std::string_view bytes) {
+    buffer_ += bytes;
+    if (buffer_.size() >= kBuffer) Flush();
+}
+
+void OutFile::Flush() {
+    std::string_view rest = buffer_;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(scratch_.File().Number(), rest.data(), rest.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Failed(path_);
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    buffer_.clear();
+}
+
+void OutFile::Complete() {
+    Flush();
+    if (::fsync(scratch_.File().Number()) != 0) Failed(path_);
+}
+
+/// What stands there now is what was judged, or is judged anew, without a question: nobody is
+/// asked twice.
+void OutFile::NeedUnchanged() {
+    if (judged_ == StandingAt(target_)) return;
+    const ReplaceAsTold quiet(false, "another program made it meanwhile");
+    NeedMayWrite(path_, own_);
+    judged_ = StandingAt(target_);
+}
+
+void OutFile::TakeOver(bool stands) {
+    if (!PutScratch(scratch_, target_, stands)) {
+        NeedUnchanged();
+        PutScratch(scratch_, target_, true);
+    }
+}
+
+void OutFile::Put() {
+    Complete();
+    NeedUnprotected(path_);
+    NeedUnchanged();
+    TakeOver(judged_.There);
+}
+
+bool PutScratch(Scratch& scratch, const std::string& target, bool mayReplace) {
+    struct stat former {};
+    const bool stands = ::stat(target.c_str(), &former) == 0;
+    if (stands)
+        TakeRights(scratch.File(), former);
+    else
+        ::fchmod(scratch.File().Number(), NewFileMode());
+    if (::fsync(scratch.File().Number()) != 0) Failed(target);
+    if (!mayReplace) {
+        if (!RenameToNew(scratch.Path(), target)) return false;
+    } else if (::rename(scratch.Path().c_str(), target.c_str()) != 0) {
+        Failed(target);
+    }
+    scratch.Keep();
+    SyncFolder(target);
+    return true;
+}
+
+void PutTogether(OutFile& first, OutFile& second) {
+    first.Complete();
+    second.Complete();
+    second.NeedUnchanged();
+    // A second name for what the first one replaces.
+    Scratch former(first.target_);
+    const bool stood = first.judged_.There && ::unlink(former.Path().c_str()) == 0 &&
+                       ::link(first.target_.c_str(), former.Path().c_str()) == 0;
+    const bool none = !OutFile::StandingAt(first.target_).There;
+    first.Put();
+    try {
+        second.Put();
+    } catch (...) {
+        if (stood && ::rename(former.Path().c_str(), first.target_.c_str()) == 0) former.Keep();
+        if (none) ::unlink(first.target_.c_str());
+        throw;
+    }
+}
+
+}  // namespace zolmara

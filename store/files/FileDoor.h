@@ -1,0 +1,111 @@
+#pragma once
+
+// The door through which every file is written. A file appears under its name when it is whole
+// and on the disk, with the mode, owner and group of the one that it replaces; links are
+// followed; what must not be replaced stays.
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "store/Dao.h"
+#include "store/files/Scratch.h"
+
+namespace zolmara {
+
+/// Says from a file's first bytes (kHeadBytes, or all) whether it is an earlier output of the same
+/// writer, which is replaced as told. Everything else that stands in the way needs the person's
+/// consent. An empty file holds nothing and is replaced.
+using OwnOutput = std::function<bool(std::string_view head)>;
+inline constexpr std::size_t kHeadBytes = 4096;
+
+/// For a file that is the program's own by its name, such as the settings.
+bool AnyFile(std::string_view head);
+
+/// Raised when a file that stands in the way was kept: the person said so, or was not asked.
+class FileKept : public StoreError {
+public:
+    explicit FileKept(const std::string& text) : StoreError(Kind::Other, text) {}
+};
+
+/// As long as one lives, files of others are replaced, or kept, without a question: what a
+/// command line says of it. Without one the person is asked.
+class ReplaceAsTold {
+public:
+    /// `hint` ends the message about a file that was kept, such as "--force replaces it".
+    ReplaceAsTold(bool replace, std::string hint);
+    ~ReplaceAsTold();
+    ReplaceAsTold(const ReplaceAsTold&) = delete;
+    ReplaceAsTold& operator=(const ReplaceAsTold&) = delete;
+
+private:
+    friend void NeedConsent(const std::string& path);
+    bool replace_;
+    std::string hint_;
+    ReplaceAsTold* former_;
+};
+
+/// Asks for the consent to replace a file that is none of the writer's own. FileKept without it.
+void NeedConsent(const std::string& path);
+
+/// Raises unless `path` may be written: StoreError::Other for a protected file, CannotOpen for
+/// what is no regular file, ReadOnly for a file marked so, FileKept for another's file that is to
+/// stay. Whoever writes several files asks for all of them first.
+void NeedMayWrite(const std::string& path, const OwnOutput& own);
+
+/// A file that is written aside and then put in place. Given up unless it is put.
+class OutFile {
+public:
+    /// Asks NeedMayWrite. StoreError, too, when the folder takes no file.
+    OutFile(const std::string& path, OwnOutput own);
+    ~OutFile();
+    OutFile(const OutFile&) = delete;
+    OutFile& operator=(const OutFile&) = delete;
+
+    const std::string& Path() const { return path_; }
+    /// The file as it is so far, for what writes or reads it by its name.
+    const std::string& AsidePath() const { return scratch_.Path(); }
+
+    /// StoreError when the disk takes no more.
+    void Write(std::string_view bytes);
+    /// Brings what was written to the disk, still aside. More may be written.
+    void Complete();
+    /// Completes the file and gives it its name. Then it is finished. StoreError when that fails;
+    /// what stood there is as it was.
+    void Put();
+
+private:
+    friend void PutTogether(OutFile& first, OutFile& second);
+    static std::string JudgedTarget(const std::string& path, const OwnOutput& own);
+    void Flush();
+    void NeedUnchanged();
+    void TakeOver(bool stands);
+
+    std::string path_;
+    std::string target_;  ///< behind the links
+    OwnOutput own_;
+    Scratch scratch_;
+    std::string buffer_;
+    struct Standing {
+        bool There = false;
+        dev_t Device = 0;
+        ino_t Node = 0;
+        bool operator==(const Standing&) const = default;
+    };
+    static Standing StandingAt(const std::string& path);
+    Standing judged_;  ///< what stood there when it was judged
+};
+
+/// Puts two files in place, or neither: when the second cannot be put, what stood under the
+/// first's name comes back.
+void PutTogether(OutFile& first, OutFile& second);
+
+/// Gives a scratch file that is whole the mode, owner and group that a file at `target` has, or a
+/// new file's mode where none stands, and its name. With `mayReplace` false nothing that stands
+/// there is replaced, also not what came in this moment: then the result is false. StoreError when
+/// that fails.
+bool PutScratch(Scratch& scratch, const std::string& target, bool mayReplace);
+
+}  // namespace zolmara

@@ -1,0 +1,30 @@
+#include "store/files/FileLock.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace zolmara {
+namespace {
+
+/// SQLite's own bytes begin at 0x40000000 and are 512.
+constexpr off_t kFirstByte = 0x40000400;
+
+}  // namespace
+
+Descriptor::~Descriptor() {
+    if (number_ >= 0) ::close(number_);
+}
+
+LockResult LockFile(const Descriptor& file, FileMark mark, bool exclusive) {
+    struct flock lock {};
+    lock.l_type = exclusive ? F_WRLCK : F_RDLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kFirstByte + static_cast<off_t>(mark);
+    lock.l_len = 1;
+    if (::fcntl(file.Number(), F_OFD_SETLK, &lock) == 0) return LockResult::Taken;
+    return errno == EAGAIN || errno == EACCES ? LockResult::Held : LockResult::Unavailable;
+}
+
+}  // namespace zolmara

@@ -1,0 +1,107 @@
+#include "store/files/Scratch.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include "store/Files.h"
+
+namespace fs = std::filesystem;
+
+namespace zolmara {
+namespace {
+
+// Short, so that there is room for it wherever there is room for the file's own name.
+constexpr std::string_view kStart = ".zolmara-";
+constexpr std::string_view kEnd = ".tmp";
+constexpr std::string_view kJournal = "-journal";
+constexpr std::size_t kLetters = 6;
+constexpr int kTries = 20;
+
+bool IsLetter(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+/// Whether the name still leads to the opened file.
+bool HasName(const Descriptor& file, const std::string& path) {
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(file.Number(), &opened) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+/// Deletes a scratch file whose owner is gone, its journal first: a journal alone could be taken
+/// for another file's.
+void DeleteIfOrphan(const std::string& path) {
+    const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    struct stat info {};
+    if (!file.IsOpen() || ::fstat(file.Number(), &info) != 0 || !S_ISREG(info.st_mode)) return;
+    if (LockFile(file, FileMark::Owner, true) != LockResult::Taken || !HasName(file, path)) return;
+    ::unlink((path + std::string(kJournal)).c_str());
+    ::unlink(path.c_str());
+}
+
+/// The name of a scratch file without that of its journal.
+std::string_view WithoutJournal(std::string_view name) {
+    if (name.ends_with(kJournal)) name.remove_suffix(kJournal.size());
+    return name;
+}
+
+}  // namespace
+
+bool IsScratchName(std::string_view name) {
+    if (name.size() != kStart.size() + kLetters + kEnd.size()) return false;
+    return name.starts_with(kStart) && name.ends_with(kEnd) &&
+           std::ranges::all_of(name.substr(kStart.size(), kLetters), IsLetter);
+}
+
+Scratch::Scratch(const std::string& target) {
+    const fs::path folder = fs::path(target).parent_path();
+    const std::string pattern =
+        (folder / (std::string(kStart) + std::string(kLetters, 'X') + std::string(kEnd))).string();
+    for (int tries = 0; tries < kTries; ++tries) {
+        std::string name = pattern;
+        Descriptor file(::mkostemps(name.data(), static_cast<int>(kEnd.size()), O_CLOEXEC));
+        if (!file.IsOpen()) FileFailed(target, std::error_code(errno, std::generic_category()));
+        // Until it is locked another program may take it for a dead one's.
+        if (LockFile(file, FileMark::Owner, true) == LockResult::Held || !HasName(file, name))
+            continue;
+        path_ = std::move(name);
+        file_ = std::move(file);
+        return;
+    }
+    FileFailed(target, std::make_error_code(std::errc::file_exists));
+}
+
+Scratch::~Scratch() {
+    if (path_.empty()) return;
+    ::unlink((path_ + std::string(kJournal)).c_str());
+    ::unlink(path_.c_str());
+}
+
+void ClearScratch(const std::string& folder) {
+    std::error_code error;
+    std::vector<std::string> names;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (IsScratchName(WithoutJournal(name))) names.push_back(name);
+    }
+    for (const std::string& name : names) {
+        const std::string path = (fs::path(folder) / std::string(WithoutJournal(name))).string();
+        std::error_code none;
+        if (!fs::exists(fs::symlink_status(path, none)))
+            ::unlink((fs::path(folder) / name).c_str());
+        else
+            DeleteIfOrphan(path);
+    }
+}
+
+}  // namespace zolmara
