@@ -42,37 +42,33 @@ private:
     std::map<Currency, std::int64_t> marks_;
 };
 
-/// Entries of another worksheet that are posted to A line by line.
+/// Entries that are posted to a column of A line by line.
 struct Source {
     std::string_view Sql;
-    std::string_view Item;
-    std::string_view LineField;
-    std::string_view AmountField;
-    int Sign;
+    EntrySource Entries;
     std::string_view Column;  ///< of A
     std::string_view MessageEnd;
 };
 
 constexpr std::array<Source, 4> kSources = {{
-    {"SELECT * FROM A6 WHERE Col_5 > 0 AND LineNum < 100;", "A6", "Col_4", "Col_5", 1, "Col_2",
+    {"SELECT * FROM A6 WHERE Col_5 > 0 AND LineNum < 100;", kUpEntries, "Col_2",
      " does not exist."},
-    {"SELECT * FROM A6 WHERE Col_7 > 0 AND LineNum < 100;", "A6", "Col_7", "Col_8", -1, "Col_2",
-     "."},
-    {"SELECT * FROM A8 WHERE Col_3<>0 And Col_5 is not null;", "A8", "Col_5", "Col_3", 1, "Col_4",
+    {"SELECT * FROM A6 WHERE Col_7 > 0 AND LineNum < 100;", kDownEntries, "Col_2", "."},
+    {"SELECT * FROM A8 WHERE Col_3<>0 And Col_5 is not null;", kAdjustments, "Col_4",
      " does not exist."},
-    {"SELECT * FROM A81p1 WHERE Col_1 > 0 AND Col_1 < 100;", "A81p1", "Col_1", "Col_7", 1, "Col_4",
+    {"SELECT * FROM A81p1 WHERE Col_1 > 0 AND Col_1 < 100;", kRelatedCosts, "Col_4",
      " does not exist."},
 }};
 
 void Post(Postings& postings, const Source& source) {
     Recordset entries = gDB.OpenRecordset(source.Sql, dbOpenSnapshot);
     for (; !entries.Eof(); entries.MoveNext()) {
-        const Variant& line = entries[source.LineField];
-        const double amount = NumOr(entries[source.AmountField]);
-        if (postings.Add(line, source.Column, source.Sign * amount)) continue;
+        const Variant& line = entries[source.Entries.LineField];
+        const double amount = NumOr(entries[source.Entries.AmountField]);
+        if (postings.Add(line, source.Column, source.Entries.Sign * amount)) continue;
         TheDialogs().MsgBox(
             fmt::format("No A record found matching the {} record for Cost Center {}{}",
-                        source.Item, Text(line), source.MessageEnd),
+                        source.Entries.Item, Text(line), source.MessageEnd),
             kExclamation, std::string(kProductName));
     }
 }

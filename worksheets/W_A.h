@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "worksheets/CellDescription.h"
 #include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
@@ -17,6 +18,17 @@ inline constexpr std::array<ComputedLine, 4> kComputedLines_A = {{{kCapitalSubto
                                                                   {kOtherCapitalSubtotal.Whole()},
                                                                   {kNonCapitalSubtotal.Whole()},
                                                                   {kTotalOfA.Whole()}}};
+
+/// What is posted to column 2: the entries of A-6, up and down.
+inline constexpr EntrySource kUpEntries = {"A6", "Col_4", "Col_5", 1,
+                                           EntrySource::Condition::AmountAboveZero};
+inline constexpr EntrySource kDownEntries = {"A6", "Col_7", "Col_8", -1,
+                                             EntrySource::Condition::LineAboveZero};
+/// What is posted to column 4: the adjustments of A-8 and the lines of A-8-1 Part I.
+inline constexpr EntrySource kAdjustments = {"A8", "Col_5", "Col_3", 1,
+                                             EntrySource::Condition::AmountAndLine};
+inline constexpr EntrySource kRelatedCosts = {"A81p1", "Col_1", "Col_7", 1,
+                                              EntrySource::Condition::LineOfA};
 
 void Build_A();
 

@@ -1,0 +1,63 @@
+#pragma once
+
+// The one walker of descriptions: what a formula comes to, and which cells it reads.
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "worksheets/CellDescription.h"
+#include "worksheets/CellSource.h"
+
+namespace zolmara {
+
+/// The own part's digit in place of "?"; the own worksheet where nothing is named.
+std::string ResolveItem(std::string_view item, const CellRef& own);
+/// The cell that a place means.
+CellRef Resolve(const Place& place, const CellRef& own);
+bool HoldsLine(const std::vector<LineSpan>& lines, Currency line);
+/// True for "CC_*" and a cost center's column, or the same name.
+bool MatchesField(std::string_view pattern, std::string_view field);
+/// The columns of a row that a Row node takes, in their order.
+std::vector<std::string> ColumnsOfRow(const Node& row, const std::string& item, CellSource& cells);
+/// True where the entry on the line is posted.
+bool IsPosted(const EntrySource& source, Currency entry, CellSource& cells);
+
+/// Shares that were rounded, and who takes what is left.
+struct ClosedShares {
+    double Got = 0;
+    double Want = 0;
+    bool Moves = false;  ///< one of them takes the difference
+    std::string Item;    ///< whose row does
+    Currency Line;
+};
+
+class Evaluator {
+public:
+    explicit Evaluator(CellSource& cells) : cells_(cells) {}
+
+    /// What the formula comes to for the own cell.
+    Variant Value(const Node& node, const CellRef& own);
+    double Number(const Node& node, const CellRef& own);
+    const ClosedShares& Shares(const Closing& closing, const CellRef& own);
+
+    using Visit = std::function<void(const CellRef&)>;
+    /// The cells that the formula reads, each as often as it does. The cells of the other shares of
+    /// an allocation are left out; what it must sum to is named where the own share takes the
+    /// difference.
+    void Inputs(const Node& node, const CellRef& own, const Visit& visit);
+
+    CellSource& Cells() { return cells_; }
+
+private:
+    void EachNumber(const Node& node, const CellRef& own, const std::function<void(double)>& take);
+    Variant ClosedValue(const Closing& closing, const CellRef& own);
+    ClosedShares Gather(const Closing& closing, const CellRef& own);
+    Variant KeptIf(const Node& node, const CellRef& own);
+
+    CellSource& cells_;
+    std::map<std::pair<const Closing*, std::string>, ClosedShares> shares_;
+};
+
+}  // namespace zolmara
