@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "store/Connection.h"
+#include "store/CopyRows.h"
 #include "store/DatabaseImpl.h"
 
 namespace zolmara {
@@ -17,6 +18,10 @@ void ReadFirstPage(Connection& connection, const std::string& path) {
     } catch (const StoreError& error) {
         if (error.kind() == StoreError::Kind::NotADatabase)
             Fail(error.kind(), path, "is not a Cost Report File");
+        if (error.kind() == StoreError::Kind::ReadOnly)
+            Fail(error.kind(), path,
+                 "a program that ended in the middle of its work left the file unfinished; open "
+                 "it once as a Cost Report File and close it");
         throw;
     }
 }
@@ -39,6 +44,15 @@ void DropFile(const std::string& path) {
 void DropScratchFiles(const std::string& path) {
     for (const char* suffix : {"~repair", "~compact"}) DropFile(path + suffix);
 }
+
+/// An opening by a caller who is not going to write, as long as the wish lives.
+bool wantsOnlyToRead = false;
+struct OnlyToRead {
+    OnlyToRead() { wantsOnlyToRead = true; }
+    ~OnlyToRead() { wantsOnlyToRead = false; }
+    OnlyToRead(const OnlyToRead&) = delete;
+    OnlyToRead& operator=(const OnlyToRead&) = delete;
+};
 
 }  // namespace
 
@@ -65,7 +79,7 @@ Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
 
 Database DBEngine::OpenDatabase(const std::string& path) {
     NeedRegularFile(path);
-    const bool readOnly = !MayWrite(path);
+    const bool readOnly = wantsOnlyToRead || !MayWrite(path);
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
@@ -80,6 +94,11 @@ Database DBEngine::OpenDatabase(const std::string& path) {
         std::make_shared<Database::Impl>(connection.Handle, path, readOnly, std::move(mark));
     connection.Release();
     return database;
+}
+
+Database OpenReadOnly(const std::string& path) {
+    const OnlyToRead wish;
+    return DBEngine::OpenDatabase(path);
 }
 
 }  // namespace zolmara

@@ -55,6 +55,8 @@ private:
         const auto start = at_;
         while (at_ < text_.size() && IsNamePart(text_[at_])) ++at_;
         Add(TokenKind::Word, std::string(text_.substr(start, at_ - start)));
+        // Right$( is Right( with a text for its result.
+        if (text_.substr(at_).starts_with("$(")) ++at_;
     }
 
     void ReadBracketName() {

@@ -83,6 +83,7 @@ constexpr FunctionRule kFunctions[] = {
     {"RIGHT", 2, "zright({0},{1})", ValueType::Text},
     {"MID", 2, "zmid({0},{1})", ValueType::Text},
     {"MID", 3, "zmid({0},{1},{2})", ValueType::Text},
+    {"SPACE", 1, "printf('%*s',{0},'')", ValueType::Text},
     {"FORMAT", 2, "zformat({0},{1})", ValueType::Text},
     {"INSTR", 2, "instr({0},{1})", ValueType::Integer},
     {"CHR", 1, "char({0})", ValueType::Text},
