@@ -57,6 +57,7 @@ public:
     explicit Part(int part) {
         const auto tables = ComponentTables(part);
         s2_ = tables.front();
+        if (!gDB.HasTable(s2_)) return;
         components_ = ReadComponents(s2_, "Col_1", "Col_2");
         for (std::size_t i = 1; i < tables.size(); ++i)
             if (gDB.HasTable(tables[i])) Hold(tables[i]);
