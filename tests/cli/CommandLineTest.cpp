@@ -8,9 +8,9 @@ namespace {
 
 using CommandLine = CliTest;
 
-const std::vector<std::string> kCommands{"new", "info",   "calc",     "check",     "show", "get",
-                                         "set", "import", "cc",       "component", "line", "print",
-                                         "ecr", "header", "identity", "compact"};
+const std::vector<std::string> kCommands{
+    "new", "info",      "calc", "check",   "show",  "get", "set",    "import",   "import-crf",
+    "cc",  "component", "line", "rebuild", "print", "ecr", "header", "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -36,6 +36,7 @@ const std::vector<HelpCase> kHelp{
     {{"get"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
     {{"set"}, {"FILE", "ITEM", "LINE", "COLUMN", "VALUE"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
+    {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all"}},
     {{"cc", "list"}, {"FILE"}, {}},
     {{"cc", "add"}, {"FILE", "LINE", "NAME"}, {"--whole", "--sub"}},
     {{"cc", "delete"}, {"FILE", "LINE"}, {}},
@@ -46,8 +47,9 @@ const std::vector<HelpCase> kHelp{
     {{"component", "rename"}, {"FILE", "PART", "LINE", "NAME", "CCN"}, {}},
     {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
     {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
-    {{"print"}, {"FILE", "ITEM"}, {"--pdf"}},
-    {{"ecr"}, {"FILE"}, {"--out", "--manual", "--first", "--last", "--title"}},
+    {{"rebuild"}, {"FILE", "ITEM"}, {}},
+    {{"print"}, {"FILE", "ITEM"}, {"--pdf", "--force"}},
+    {{"ecr"}, {"FILE"}, {"--out", "--force", "--manual", "--first", "--last", "--title"}},
     {{"header"}, {"FILE", "N", "TEXT"}, {}},
     {{"identity"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--save-as"}},
     {{"compact"}, {"FILE"}, {}},

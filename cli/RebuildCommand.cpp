@@ -1,0 +1,27 @@
+#include <array>
+
+#include "cli/Commands.h"
+#include "cli/CrfFile.h"
+#include "import/Rebuild.h"
+
+namespace zolmara::cli {
+
+namespace {
+
+constexpr std::array kArguments{kFileArgument, Argument{"ITEM", ArgumentKind::Required,
+                                                        "The worksheet: A, A6, Bp1, F2p1, ..."}};
+
+ExitStatus Rebuild(const Inputs& inputs) {
+    if (!OpenFile(inputs)) return kRefusedOrMessages;
+    return RebuildWorksheet(inputs.Text("ITEM")) ? kDone : kRefusedOrMessages;
+}
+
+}  // namespace
+
+const Command kRebuild{
+    "rebuild", "Make a worksheet anew from nothing",
+    "All that was keyed on it is lost. Its rows and columns follow the present cost centers\n"
+    "and components.",
+    kArguments, Rebuild};
+
+}  // namespace zolmara::cli
