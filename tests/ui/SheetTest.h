@@ -40,11 +40,17 @@ protected:
         ASSERT_EQ(window->Model().Line(current.row()), Currency(line));
         ASSERT_EQ(window->Model().Column(current.column()).Field, field);
     }
+    /// Where keys go; a popup that has just closed leaves it empty for a moment.
+    static QWindow* Focused() {
+        if (!QApplication::focusWindow() && !WorksheetWindows().empty())
+            Activate(WorksheetWindows().back());
+        return QApplication::focusWindow();
+    }
     static void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWindow(), static_cast<Qt::Key>(key), modifiers);
+        QTest::keyClick(Focused(), static_cast<Qt::Key>(key), modifiers);
     }
     static void Type(const std::string& text) {
-        for (const char c : text) QTest::keyClick(QApplication::focusWindow(), c);
+        for (const char c : text) QTest::keyClick(Focused(), c);
     }
     /// Types into a cell and leaves it by Enter.
     static void Enter(frmWorksheet* window, double line, const std::string& field,

@@ -53,6 +53,13 @@ void GridPart::CloseOpenEditor() {
     if (editor) closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
+/// The keys go back to the view that has them, which need not be the one that was edited in.
+void GridPart::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const bool hadKeys = editor && editor->hasFocus();
+    QTableView::closeEditor(editor, hint);
+    if (hadKeys) (focusProxy() ? focusProxy() : this)->setFocus();
+}
+
 void GridPart::mousePressEvent(QMouseEvent* event) {
     const QModelIndex cell = indexAt(event->position().toPoint());
     const bool current = cell.isValid() && cell == currentIndex();

@@ -10,6 +10,12 @@ constexpr double kRoom = 1.05;
 }  // namespace
 
 QString FoldTitle(const QString& title, double width, const TextWidth& measure) {
+    if (title.contains('|')) {
+        QStringList parts;
+        for (const QString& part : title.split('|', Qt::SkipEmptyParts))
+            if (!part.trimmed().isEmpty()) parts << FoldTitle(part, width, measure);
+        return parts.join('\n');
+    }
     QStringList lines;
     double taken = 0;
     const double blank = measure(" ") * kRoom;

@@ -73,7 +73,11 @@ bool SheetModel::IsOpen(int row, int column) const {
     std::vector<char>& known = open_[row];
     known.resize(form_->Columns.size());
     char& state = known[static_cast<std::size_t>(column)];
-    if (state == 0) state = IsCellOpen(*form_, EntryOf(row), column) ? 2 : 1;
+    try {
+        if (state == 0) state = IsCellOpen(*form_, EntryOf(row), column) ? 2 : 1;
+    } catch (const StoreError&) {
+        return false;
+    }
     return state == 2;
 }
 
@@ -116,7 +120,11 @@ void SheetModel::TakeBack() {
 Variant SheetModel::Value(int row, int column) const {
     if (keyed_ && row == keyedRow_)
         if (const Variant* keyed = keyed_->Find(Column(column).Field)) return *keyed;
-    return rows_->Cell(row, column);
+    try {
+        return rows_->Cell(row, column);
+    } catch (const StoreError&) {
+        return {};
+    }
 }
 
 QString SheetModel::Shown(int row, int column) const {
@@ -128,10 +136,26 @@ QString SheetModel::Plain(int row, int column) const {
     return Column(column).IsNumber() ? Q(Text(value)) : Q(ShownText(Column(column), value));
 }
 
+Currency SheetModel::Line(int row) const {
+    try {
+        return rows_->Line(row);
+    } catch (const StoreError&) {
+        return {};
+    }
+}
+
+QString SheetModel::HeadingAt(int row, int column) const {
+    if (!HasRow(row) || Column(column).Identity || Column(column).Hidden)
+        return Q(Column(column).Title);
+    try {
+        return Q(TitleOnRow(*form_, EntryOf(row), column));
+    } catch (const StoreError&) {
+        return Q(Column(column).Title);
+    }
+}
+
 QString SheetModel::TitleAt(int row, int column) const {
-    std::string title = Column(column).Title;
-    if (HasRow(row) && !Column(column).Identity) title = TitleOnRow(*form_, EntryOf(row), column);
-    return Q(title).replace('|', ' ').simplified();
+    return HeadingAt(row, column).replace('|', ' ').simplified();
 }
 
 QString SheetModel::Spoken(int row, int column) const {
@@ -150,8 +174,17 @@ int SheetModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(form_->Columns.size());
 }
 
+/// A CRF that has been closed, or cannot be read any more, shows empty cells.
 QVariant SheetModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
+    try {
+        return Look(index, role);
+    } catch (const StoreError&) {
+        return {};
+    }
+}
+
+QVariant SheetModel::Look(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return Shown(index.row(), index.column());
@@ -169,7 +202,7 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
 QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation == Qt::Vertical)
         return role == Qt::AccessibleTextRole && HasRow(section)
-                   ? QVariant("Line " + Q(NumberText(Line(section))))
+                   ? QVariant(QString("Row %1").arg(section + 1))
                    : QVariant();
     const auto at = static_cast<std::size_t>(section);
     if (role == Qt::DisplayRole) return at < headings_.size() ? headings_[at] : QString();

@@ -26,7 +26,8 @@ public:
     std::shared_ptr<const WorksheetForm> SharedForm() const { return form_; }
     const FormRows& Rows() const { return *rows_; }
     bool HasRow(int row) const { return rows_ && row >= 0 && row < rows_->Count(); }
-    Currency Line(int row) const { return rows_->Line(row); }
+    /// The row's line; 0 where it cannot be read.
+    Currency Line(int row) const;
     int RowOf(Currency line) const { return rows_ ? rows_->RowOf(line) : -1; }
     const FormColumn& Column(int column) const {
         return form_->Columns[static_cast<std::size_t>(column)];
@@ -53,6 +54,9 @@ public:
 
     /// The folded headings, by column.
     void SetHeadings(std::vector<QString> headings);
+    /// What heads a column while the row is current; "|" begins a new line of it.
+    QString HeadingAt(int row, int column) const;
+    /// The same on one line.
     QString TitleAt(int row, int column) const;
 
     /// "A-6": as the caption and a screen reader name the worksheet.
@@ -73,6 +77,7 @@ public:
 private:
     void ForgetLooks();
     void TellRow(int row);
+    QVariant Look(const QModelIndex& index, int role) const;
     QString Spoken(int row, int column) const;
 
     std::shared_ptr<const WorksheetForm> form_ = std::make_shared<WorksheetForm>();

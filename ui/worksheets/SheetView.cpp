@@ -175,10 +175,8 @@ void SheetView::FoldHeadings() {
     const int row = currentIndex().row();
     std::vector<QString> headings;
     for (int at = 0; const FormColumn& column : model_.Form().Columns) {
-        QString title = Q(column.Title);
-        if (model_.HasRow(row) && !column.Identity && !column.Hidden)
-            title = Q(TitleOnRow(model_.Form(), model_.EntryOf(row), at));
-        headings.push_back(Heading(Q(column.Number), title, columnWidth(at) - 8.0, measure));
+        headings.push_back(
+            Heading(Q(column.Number), model_.HeadingAt(row, at), columnWidth(at) - 8.0, measure));
         ++at;
     }
     model_.SetHeadings(std::move(headings));
