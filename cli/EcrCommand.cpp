@@ -12,7 +12,6 @@
 #include "ecr/Build_ECR.h"
 #include "ecr/Certification.h"
 #include "ecr/FileNames.h"
-#include "ecr/Fingerprint.h"
 #include "editchecks/modEditChecks.h"
 #include "print/Report.h"
 #include "store/session/Session.h"
@@ -68,7 +67,7 @@ void SignAndBuild(const std::optional<Signer>& signer) {
 
 void PrintFiles(const std::string& ecrPath) {
     PrintRecord({{"ECR", "PI", "Certification", "Seal"},
-                 {{ecrPath, PiPath(ecrPath), PrintFilePath("Spx.prt"), SealNotice()}}});
+                 {{ecrPath, PiPath(ecrPath), PrintFilePath("Spx.prt"), LastBuild().Seal}}});
 }
 
 ExitStatus CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& signer) {

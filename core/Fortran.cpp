@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Capitals.h"
 #include "core/Globals.h"
 
 namespace zolmara {
@@ -89,7 +90,7 @@ std::string KindF(const Field& field) {
 std::string KindC(const Field& field) {
     std::string text = Replace(Text(field.Value), "\r", " ");
     std::erase(text, '\n');
-    return std::string(LeftText(UCase(text) + Copies(field.Width, field.Fill), field.Width));
+    return std::string(LeftText(UCaseIn1252(text) + Copies(field.Width, field.Fill), field.Width));
 }
 
 /// A number stands for the days since the end of 1899.

@@ -7,6 +7,7 @@
 #include <clocale>
 #include <cwctype>
 
+#include "core/Capitals.h"
 #include "core/Globals.h"
 #include "core/Utf8.h"
 
@@ -91,6 +92,11 @@ char ByteOf1252(char32_t character) {
     return static_cast<char>(static_cast<unsigned char>(0x80 + (found - kPage1252.begin())));
 }
 
+char32_t UpperIn1252(char32_t c) {
+    const char32_t upper = UpperOf(c);
+    return ByteOf1252(upper) == '?' ? c : upper;
+}
+
 }  // namespace
 
 std::string_view LTrim(std::string_view text) {
@@ -105,6 +111,7 @@ std::string_view RTrim(std::string_view text) {
 std::string_view Trim(std::string_view text) { return LTrim(RTrim(text)); }
 
 std::string UCase(std::string_view text) { return MapCase(text, UpperAscii, UpperOf); }
+std::string UCaseIn1252(std::string_view text) { return MapCase(text, UpperAscii, UpperIn1252); }
 std::string LCase(std::string_view text) { return MapCase(text, LowerAscii, LowerOf); }
 
 int CompareText(std::string_view a, std::string_view b) {

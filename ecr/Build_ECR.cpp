@@ -32,6 +32,8 @@ namespace {
 
 constexpr int kPiTries = 3;
 
+BuiltFiles lastBuild;
+
 /// A build on its way.
 struct Build {
     std::string Ecr;  ///< path of the electronic report
@@ -214,6 +216,14 @@ void NeedMayBuild(const std::string& ecrPath) {
             fmt::format("{}: The ECR file needs another name than the PI file", ecrPath));
 }
 
+const BuiltFiles& LastBuild() { return lastBuild; }
+
+std::string BuiltNotice() {
+    if (lastBuild.Ecr.empty()) return {};
+    return fmt::format("Electronic cost report: {}\rPrint image: {}\r{}", lastBuild.Ecr,
+                       lastBuild.Pi, lastBuild.Seal);
+}
+
 void Build_ECR() {
     const std::optional<std::string> path = AskEcrPath();
     if (!path) {
@@ -235,6 +245,7 @@ void Build_ECR() {
     }
     if (!done) return;
     EndBuild();
+    lastBuild = {build.Ecr, build.Pi, build.Seals.Notice()};
     TheWindows().ShowCopy2Floppy(build.Ecr);
     TheStatus().SetPointer(Pointer::Normal);
 }

@@ -28,4 +28,15 @@ void Build_ECR();
 /// that is kept, and the two are not one. Build_ECR asks it ahead of everything.
 void NeedMayBuild(const std::string& ecrPath);
 
+/// The files of the build that was done last in this run of the program.
+struct BuiltFiles {
+    std::string Ecr;
+    std::string Pi;
+    std::string Seal;  ///< what the seal is worth, a sentence
+};
+const BuiltFiles& LastBuild();
+
+/// Both files and their seal, for the user: lines ended by carriage returns. Empty before a build.
+std::string BuiltNotice();
+
 }  // namespace zolmara

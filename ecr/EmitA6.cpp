@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/Capitals.h"
 #include "core/Fortran.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -39,7 +40,7 @@ private:
     bool Counts() const { return !IsBlankValue(rows_["Col_2"]) || Line() == kTotalOfEntries; }
 
     void WriteRow() {
-        const std::string code = UCase(Text(rows_["Col_2"]));
+        const std::string code = UCaseIn1252(Text(rows_["Col_2"]));
         if (!code_.empty() && code != code_) WriteTotals();
         code_ = code;
         total1_ += NumOr(rows_["Col_5"]);

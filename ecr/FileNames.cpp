@@ -57,7 +57,8 @@ std::string EcrFileName() { return fmt::format("{}A{}", Stem(), VersionDigit());
 
 bool IsGovernmentName(std::string_view title) {
     const std::string stem = Stem();
-    if (TextLength(title) != kNameLength || LeftText(title, kStemLength) != stem) return false;
+    if (TextLength(title) != kNameLength || !SameText(LeftText(title, kStemLength), stem))
+        return false;
     const std::size_t dot = title.find('.');
     if (dot == std::string_view::npos) return false;
     const std::string letter = UCase(title.substr(dot + 3, 1));

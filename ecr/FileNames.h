@@ -12,7 +12,7 @@ namespace zolmara {
 /// The name that the open statement's electronic report is to have, "HO123456.23A1".
 std::string EcrFileName();
 
-/// True where a title, in upper case, follows the rule that the government checks; the version is
+/// True where a title, in any case, follows the rule that the government checks; the version is
 /// not checked.
 bool IsGovernmentName(std::string_view title);
 

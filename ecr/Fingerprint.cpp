@@ -36,29 +36,13 @@ std::string TextIn(const std::array<char, kTextBuffer>& buffer) {
                                 .substr(0, kFingerprintLength));
 }
 
-std::string SealByLibrary(HcfaFpFunction function, const std::string& path, bool printImage) {
-    if (path.size() >= kPathBuffer)
-        throw std::runtime_error(
-            fmt::format("{}: The path is too long for the fingerprint library, which takes {} "
-                        "characters",
-                        path, kPathBuffer - 1));
-    std::array<char, kPathBuffer> file{};
-    path.copy(file.data(), path.size());
-    std::array<char, kTextBuffer> text{};
-    std::int32_t reserved = 0;
-    std::int32_t kind = printImage ? 1 : 0;
-    std::int32_t log = IsLogWanted() ? 1 : 0;
-    if (function(file.data(), text.data(), &reserved, &kind, &log) != 0)
-        TheDialogs().MsgBox("Invalid file format, please call Velquist", kCritical,
-                            "Finger print error");
-    return TextIn(text);
-}
-
 }  // namespace
 
 std::optional<std::string> FingerprintLibrary() {
     std::string path = (fs::path(TheMachine().ProgramFolder()) / "libhcfafp.so").string();
-    if (!FileExists(path)) return std::nullopt;
+    // A link to nowhere is a library that was meant and cannot be used.
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(path, error))) return std::nullopt;
     return path;
 }
 
@@ -72,6 +56,7 @@ std::string SealNotice() {
 Sealer::Sealer() {
     const auto library = FingerprintLibrary();
     if (!library) return;
+    name_ = *library;
     // A path with a separator, so that no other library of the name is found.
     void* const handle = ::dlopen(fs::absolute(*library).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) CannotUse(*library, ::dlerror());
@@ -80,8 +65,36 @@ Sealer::Sealer() {
     if (!function_) CannotUse(*library, ::dlerror());
 }
 
-std::string Sealer::Seal(const std::string& path, bool printImage) const {
-    return function_ ? SealByLibrary(function_, path, printImage) : SealLocally(path, printImage);
+std::string Sealer::SealByLibrary(const std::string& path, bool printImage) {
+    if (path.size() >= kPathBuffer)
+        throw std::runtime_error(
+            fmt::format("{}: The path is too long for the fingerprint library, which takes {} "
+                        "characters",
+                        path, kPathBuffer - 1));
+    std::array<char, kPathBuffer> file{};
+    path.copy(file.data(), path.size());
+    std::array<char, kTextBuffer> text{};
+    std::int32_t reserved = 0;
+    std::int32_t kind = printImage ? 1 : 0;
+    std::int32_t log = IsLogWanted() ? 1 : 0;
+    if (function_(file.data(), text.data(), &reserved, &kind, &log) != 0) {
+        refused_ = true;
+        TheDialogs().MsgBox("Invalid file format, please call Velquist", kCritical,
+                            "Finger print error");
+    }
+    return TextIn(text);
+}
+
+std::string Sealer::Seal(const std::string& path, bool printImage) {
+    return function_ ? SealByLibrary(path, printImage) : SealLocally(path, printImage);
+}
+
+std::string Sealer::Notice() const {
+    if (!refused_) return SealNotice();
+    return fmt::format(
+        "The government's fingerprint library {} reported an invalid file; the "
+        "files cannot be submitted.",
+        name_);
 }
 
 }  // namespace zolmara

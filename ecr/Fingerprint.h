@@ -31,9 +31,16 @@ public:
     /// Seals a file in place and gives its fingerprint, at most 76 characters. Shows a message
     /// when the library refuses the file. StoreError when the local seal cannot be written; an
     /// error for a path too long for the library.
-    std::string Seal(const std::string& path, bool printImage) const;
+    std::string Seal(const std::string& path, bool printImage);
+
+    /// What the seals put on so far are worth, for whoever is about to submit: a sentence.
+    std::string Notice() const;
 
 private:
+    std::string SealByLibrary(const std::string& path, bool printImage);
+
+    std::string name_;      ///< of the library
+    bool refused_ = false;  ///< the library did not take a file
     std::shared_ptr<void> library_;
     HcfaFpFunction function_ = nullptr;
 };

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "core/Capitals.h"
 #include "core/Clock.h"
 #include "core/Globals.h"
 #include "print/TextFields.h"
@@ -32,7 +33,7 @@ void PrintHeadLine(FileNumber file, const std::string& text, std::string_view ap
 }
 
 void PrintIdentity(FileNumber file, bool approved) {
-    PrintHeadLine(file, UCase(gProviderName), approved ? "Form Approved" : "");
+    PrintHeadLine(file, UCaseIn1252(gProviderName), approved ? "Form Approved" : "");
     PrintHeadLine(file, "Provider CCN: " + gProviderNumber, approved ? "OMB No. 0938-0202" : "");
     PrintHeadLine(file, fmt::format("Period from  {}  to  {}", Text(gFYStart), Text(gFYEnd)),
                   approved ? "Approval Expires 11-30-2024" : "");

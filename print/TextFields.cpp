@@ -60,7 +60,7 @@ std::string FormatLineNum(const Variant& value, int width) {
 
 std::string FormatAmount(const Variant& value, int width) {
     const std::string text = FormatNumber(value, "#,##0");
-    if (text.size() <= Size(width)) return text.empty() ? text : AlignRight(text, width);
+    if (text.size() <= Size(width) + 1) return text.empty() ? text : AlignRight(text, width);
     return InField(FormatNumber(value, "0"), width);
 }
 

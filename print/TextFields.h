@@ -22,9 +22,9 @@ std::string PadLeft(const Variant& value, int width);
 std::string FormatLineNum(const Variant& value, int width);
 
 /// An amount in whole numbers with thousands commas, aligned to the right. One that is too wide
-/// goes without the commas, and may then take the blank ahead of its field: the result is longer
-/// than the width by one. What does not fit even so is asterisks, never a shortened number. A Null
-/// gives an empty text.
+/// takes the blank ahead of its field, so that the result is longer than the width by one; it
+/// loses its commas only when that is not enough. What does not fit even so is asterisks, never a
+/// shortened number. A Null gives an empty text.
 std::string FormatAmount(const Variant& value, int width);
 /// The same for a pattern with decimals; a number that is too wide is rounded to as many
 /// decimals as fit.

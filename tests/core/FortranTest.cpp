@@ -152,6 +152,7 @@ TEST(Fortran, ALineBreakBecomesOneBlank) {
 
 TEST(Fortran, TextIsMeasuredInCharacters) {
     EXPECT_EQ(Field("caf\xC3\xA9 au lait", "C5"), "CAF\xC3\x89 ");
+    EXPECT_EQ(Field("5 \xC2\xB5g", "C5"), "5 \xC2\xB5G ");
 }
 
 TEST(Fortran, KindCRewritesTheCallersValueByItsText) {

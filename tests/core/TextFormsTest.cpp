@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "core/Capitals.h"
 #include "core/Globals.h"
 
 namespace zolmara {
@@ -86,6 +87,12 @@ TEST(IsValidUtf8, RefusesWhatIsNone) {
 TEST(CodePage1252, ReadsItsOwnSigns) {
     EXPECT_EQ(FromCodePage1252("caf\xE9 \x80 \x93q\x94 \x99"), "café € “q” ™");
     EXPECT_EQ(ToCodePage1252("café € “q” ™"), "caf\xE9 \x80 \x93q\x94 \x99");
+}
+
+TEST(CodePage1252, ALetterWhoseCapitalItLacksStaysAsItIs) {
+    EXPECT_EQ(UCaseIn1252("5 µg ƒ café ÿ œ ß"), "5 µG ƒ CAFÉ Ÿ Œ ß");
+    EXPECT_EQ(ToCodePage1252(UCaseIn1252("µƒ")), "\xB5\x83");
+    EXPECT_EQ(UCaseIn1252("what?"), "WHAT?");
 }
 
 TEST(CodePage1252, PutsAQuestionMarkForWhatItLacks) {

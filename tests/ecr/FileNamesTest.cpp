@@ -48,6 +48,10 @@ TEST_F(EcrNames, OnlyTheVersionIsFree) {
     EXPECT_TRUE(IsGovernmentName("HO123456.23B7"));
     EXPECT_TRUE(IsGovernmentName("HO123456.23Z?"));
     EXPECT_TRUE(IsGovernmentName("HO123456.23a1"));
+    gProviderNumber = "14-90b2";
+    EXPECT_TRUE(IsGovernmentName(EcrFileName()));
+    EXPECT_TRUE(IsGovernmentName("HO1490B2.23A1"));
+    gProviderNumber = "123456";
     EXPECT_FALSE(IsGovernmentName("HO123456.23B"));
     EXPECT_FALSE(IsGovernmentName("HO123456.23B12"));
     EXPECT_FALSE(IsGovernmentName("HO123456.2311"));

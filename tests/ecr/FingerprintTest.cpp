@@ -153,6 +153,23 @@ TEST_F(Fingerprint, ALibraryThatCannotBeLoadedIsAnError) {
         << error;
 }
 
+TEST_F(Fingerprint, ALinkToALibraryThatIsGoneIsAnErrorAndNoLocalSeal) {
+    host.Folder = folder.Path();
+    fs::create_symlink(folder.File("nowhere.so"), folder.File("libhcfafp.so"));
+    const std::string error = Failure([] { Sealer(); });
+    EXPECT_NE(error.find("libhcfafp.so cannot be used"), std::string::npos) << error;
+}
+
+TEST_F(FingerprintByLibrary, AfterARefusalTheNoticeDoesNotClaimTheSeal) {
+    Sealer sealer;
+    EXPECT_TRUE(sealer.Notice().starts_with("Sealed by the government's fingerprint library "));
+    library.SetMode("refuse");
+    sealer.Seal(TextFile("HO.txt", "abc"), false);
+    EXPECT_EQ(sealer.Notice(), "The government's fingerprint library " +
+                                   folder.File("libhcfafp.so") +
+                                   " reported an invalid file; the files cannot be submitted.");
+}
+
 TEST_F(Fingerprint, ALibraryWithoutItsFunctionIsAnError) {
     host.Folder = folder.Path();
     fs::copy_file(kEmptyLibrary, folder.File("libhcfafp.so"));

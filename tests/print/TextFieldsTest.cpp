@@ -54,8 +54,16 @@ TEST(FormatAmount, NegativeAmountsHaveTheirSign) {
 
 TEST(FormatAmount, RoundsToWholeDollars) { EXPECT_EQ(FormatAmount(1234.5, 12), "       1,235"); }
 
+TEST(FormatAmount, ABillionTakesTheBlankAheadOfTheFieldAndKeepsItsCommas) {
+    EXPECT_EQ(FormatAmount(999999999.0, 12), " 999,999,999");
+    EXPECT_EQ(FormatAmount(1000000000.0, 12), "1,000,000,000");
+    EXPECT_EQ(FormatAmount(9999999999.0, 12), "9,999,999,999");
+    EXPECT_EQ(FormatAmount(-999999999.0, 12), "-999,999,999");
+    EXPECT_EQ(FormatAmount(-1000000000.0, 12), " -1000000000");
+}
+
 TEST(FormatAmount, TooWideForItsCommasGoesWithoutThem) {
-    EXPECT_EQ(FormatAmount(9999999999.0, 12), "  9999999999");
+    EXPECT_EQ(FormatAmount(10000000000.0, 12), " 10000000000");
     EXPECT_EQ(FormatAmount(123456789012.0, 12), "123456789012");
 }
 

@@ -141,6 +141,16 @@ TEST_F(Calculate, TheFindingsStandInTheirOrder) {
     EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
 }
 
+TEST_F(Calculate, RowsHaveTheHeightOfTheirLines) {
+    OpenWithFindings(
+        {{"Potential Error", "2000", "one"}, {"Potential Error", "2000", "one\rtwo\rthree"}});
+    QTableWidget* const grid = Grid();
+    // 230 twips a line, 1440 to the inch.
+    EXPECT_GE(grid->rowHeight(0), 230 * grid->logicalDpiX() / 1440);
+    EXPECT_GE(grid->rowHeight(1), 3 * 230 * grid->logicalDpiX() / 1440);
+    EXPECT_GT(grid->rowHeight(1), grid->rowHeight(0));
+}
+
 TEST_F(Calculate, TheNoteCanBeReadOnADarkDesktop) {
     const QPalette light = QApplication::palette();
     QApplication::setPalette(QPalette(QColor(40, 40, 40)));
@@ -205,7 +215,7 @@ TEST_F(Calculate, APrintedListOfFindingsIsOneJob) {
     Click("frmViewError", "cmdPrint");
     ASSERT_EQ(Jobs.size(), 1U);
     std::string text;
-    for (const std::string& line : Jobs[0].Pages.at(0).Lines) text += line + "\n";
+    for (const std::string& line : Jobs[0].Pages.At(0).Lines) text += line + "\n";
     EXPECT_NE(text.find("Error Report For"), std::string::npos);
     EXPECT_NE(text.find("A line 4 column Col_1"), std::string::npos);
 }

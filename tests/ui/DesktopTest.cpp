@@ -1,7 +1,9 @@
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QProcess>
@@ -183,17 +185,124 @@ TEST_F(Keyboard, TabGoesInTheOrderOfReading) {
                                         "cmdClose"}));
 }
 
+void PressKey(QWidget* widget, Qt::Key key) {
+    for (const auto type : {QEvent::ShortcutOverride, QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        QApplication::sendEvent(widget, &event);
+    }
+}
+
+TEST_F(Keyboard, ReturnOnAButtonOfTheWelcomeFramePressesIt) {
+    Start();
+    auto* const open = main->findChild<QPushButton*>("cmdOpen");
+    EXPECT_EQ(main->focusWidget(), main->findChild<QPushButton*>("cmdNew"));
+    open->setFocus();
+    PressKey(open, Qt::Key_Return);
+    EXPECT_EQ(Dialogs.size(), 1U);
+}
+
+TEST_F(Keyboard, ReturnOnCancelCancels) {
+    Start();
+    Trigger("mnuReportNew");
+    auto* const cancel = Control<QPushButton>("frmCreateNewCRF", "cmdCancel");
+    PressKey(cancel, Qt::Key_Return);
+    EXPECT_EQ(FindForm("frmCreateNewCRF"), nullptr);
+    EXPECT_TRUE(Boxes.empty());
+}
+
+TEST_F(Keyboard, TheFindingsBeginInTheirGrid) {
+    Start();
+    Open(MakeCrf("One.CRF"));
+    Trigger("mnuReportCalculate");
+    EXPECT_EQ(Form("frmViewError")->focusWidget(), Control<QWidget>("frmViewError", "grd"));
+    PressKey(Control<QPushButton>("frmViewError", "cmdClose"), Qt::Key_Enter);
+    EXPECT_EQ(FindForm("frmViewError"), nullptr);
+}
+
+// --- Owners, places, and what a screen reader hears -----------------------------------------
+
+class Places : public UiTest {};
+
+TEST_F(Places, DialogsBelongToTheMainWindowAndWindowsDoNot) {
+    Start();
+    Trigger("mnuReportNew");
+    EXPECT_EQ(Form("frmCreateNewCRF")->parentWidget(), main.get());
+    EXPECT_TRUE(Form("frmCreateNewCRF")->isModal());
+    Click("frmCreateNewCRF", "cmdCancel");
+    Open(MakeCrf("One.CRF"));
+    Trigger("mnuReportUtilitiesLog");
+    EXPECT_EQ(Form("frmViewError")->parentWidget(), nullptr);
+}
+
+TEST_F(Places, HelperWindowsLeaveTheMainWindowUsable) {
+    Start();
+    Open(MakeCrf("One.CRF"));
+    const std::pair<const char*, const char*> helpers[] = {
+        {"mnuHelpAbout", "frmHelpAbout"},
+        {"mnuReportPrintSelect", "frmSelectivePrints"},
+        {"mnuReportUtilitiesHeader", "frmHeaderLines"}};
+    for (const auto& [menu, name] : helpers) {
+        Trigger(menu);
+        EXPECT_FALSE(Form(name)->isModal()) << name;
+        EXPECT_EQ(Form(name)->parentWidget(), main.get()) << name;
+        UnloadForm(Form(name));
+    }
+}
+
+TEST_F(Places, AHelperWindowIsOpenedOnce) {
+    Start();
+    Trigger("mnuHelpAbout");
+    Trigger("mnuHelpAbout");
+    EXPECT_EQ(OpenForms().size(), 2U);
+}
+
+TEST_F(Places, TheFindingsLeaveTheMenusInSight) {
+    Start();
+    Open(MakeCrf("One.CRF"));
+    Trigger("mnuReportUtilitiesLog");
+    const QWidget* const menus = main->menuWidget();
+    const int end = menus->mapToGlobal(QPoint(0, menus->height())).y();
+    EXPECT_GT(Form("frmViewError")->geometry().top(), end);
+}
+
+TEST_F(Places, ABoxBelongsToTheFormThatTheUserLooksAt) {
+    Start();
+    Trigger("mnuReportNew");
+    EXPECT_EQ(DialogOwner(), Form("frmCreateNewCRF"));
+    Click("frmCreateNewCRF", "cmdCancel");
+    EXPECT_EQ(DialogOwner(), main.get());
+}
+
+TEST_F(Places, FormsAnnounceThemselves) {
+    Start();
+    const auto role = [](QWidget* form) {
+        return QAccessible::queryAccessibleInterface(form)->role();
+    };
+    EXPECT_EQ(role(main.get()), QAccessible::Window);
+    Trigger("mnuHelpAbout");
+    EXPECT_EQ(role(Form("frmHelpAbout")), QAccessible::Dialog);
+    Click("frmHelpAbout", "cmdHelpAboutOK");
+    const std::string path = MakeCrf("One.CRF");
+    Open(path);
+    Trigger("mnuReportUtilitiesLog");
+    EXPECT_EQ(role(Form("frmViewError")), QAccessible::Window);
+    EXPECT_EQ(S(main->findChild<QWidget*>("lblCRFName")->accessibleName()),
+              "Open Cost Report File " + path);
+}
+
 TEST_F(Keyboard, NoWindowIsLargerThanASmallScreen) {
     Start();
     Open(MakeCrf("One.CRF"));
     host->EnableMenu("mnuReportSubmit", true);
-    for (const char* menu : {"mnuReportUtilitiesLog", "mnuReportPrintSelect", "mnuHelpAbout",
-                             "mnuReportUtilitiesHeader", "mnuReportElectronically"})
-        Trigger(menu);
     // Half of 1280 by 800, which a scale of 200 % leaves.
-    for (const QWidget* form : OpenForms()) {
-        EXPECT_LE(form->minimumSizeHint().width(), 640) << S(form->objectName());
-        EXPECT_LE(form->minimumSizeHint().height(), 400) << S(form->objectName());
+    for (const char* menu : {"mnuReportUtilitiesLog", "mnuReportPrintSelect", "mnuHelpAbout",
+                             "mnuReportUtilitiesHeader", "mnuReportElectronically"}) {
+        Trigger(menu);
+        QWidget* const form = OpenForms().back();
+        EXPECT_NE(form, main.get()) << menu;
+        EXPECT_LE(form->minimumSizeHint().width(), 640) << menu;
+        EXPECT_LE(form->minimumSizeHint().height(), 400) << menu;
+        UnloadForm(form);
     }
 }
 

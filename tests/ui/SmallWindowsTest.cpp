@@ -53,10 +53,41 @@ TEST_F(SmallWindows, HeaderLinesAreKept) {
     EXPECT_EQ(gDB.Scalar("SELECT LineText FROM HeaderLines WHERE LineNum = 1;"), Variant());
 }
 
+TEST_F(SmallWindows, ChangedHeaderLinesAreNotLostWithoutAQuestion) {
+    Open(MakeCrf("One.CRF"));
+    Trigger("mnuReportUtilitiesHeader");
+    Lines()->item(0, 1)->setText("never mind");
+    Click("frmHeaderLines", "cmdCancel");
+    ASSERT_EQ(Boxes.size(), 1U);
+    EXPECT_EQ(Boxes[0].Style, kYesNo + kQuestion + kDefaultButton2);
+    ASSERT_NE(FindForm("frmHeaderLines"), nullptr);
+    // Nor by a new CRF, nor by the end of the program.
+    Trigger("mnuReportNew");
+    EXPECT_EQ(Boxes.size(), 2U);
+    EXPECT_EQ(FindForm("frmCreateNewCRF"), nullptr);
+    main->close();
+    EXPECT_EQ(Boxes.size(), 3U);
+    EXPECT_EQ(Ended, 0);
+    Click("frmHeaderLines", "cmdUpdate");
+    Click("frmHeaderLines", "cmdCancel");
+    EXPECT_EQ(Boxes.size(), 4U);
+    EXPECT_EQ(FindForm("frmHeaderLines"), nullptr);
+}
+
+TEST_F(SmallWindows, ANewCrfTakesTheHelperWindowsOfTheOldOneAway) {
+    Open(MakeCrf("One.CRF"));
+    Trigger("mnuReportUtilitiesHeader");
+    Trigger("mnuReportNew");
+    EXPECT_EQ(FindForm("frmHeaderLines"), nullptr);
+    EXPECT_NE(FindForm("frmCreateNewCRF"), nullptr);
+    EXPECT_FALSE(CrfIsOpen());
+}
+
 TEST_F(SmallWindows, CancelKeepsTheHeaderLinesAsTheyWere) {
     Open(MakeCrf("One.CRF"));
     Trigger("mnuReportUtilitiesHeader");
     Lines()->item(0, 1)->setText("never mind");
+    Answers = {kYes};
     Click("frmHeaderLines", "cmdCancel");
     EXPECT_EQ(FindForm("frmHeaderLines"), nullptr);
     EXPECT_EQ(gDB.Scalar("SELECT LineText FROM HeaderLines WHERE LineNum = 1;"), Variant());

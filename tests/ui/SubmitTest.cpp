@@ -110,6 +110,16 @@ TEST_F(Submit, SignedByHandTheSignatureIsCleared) {
     EXPECT_NE(FindForm("frmCopy2Floppy"), nullptr);
 }
 
+TEST_F(Submit, AfterABuildBothFilesAndTheirSealAreNamed) {
+    const std::string ecr = folder.File("HO123456.23A1");
+    Files.emplace_back(ecr);
+    Trigger("mnuReportManually");
+    EXPECT_EQ(S(Control<QLabel>("frmCopy2Floppy", "lblBuilt")->text()),
+              "Electronic cost report: " + ecr + "\nPrint image: " + folder.File("PI123456.23A1") +
+                  "\nSealed by the local seal, since the government's fingerprint library is not "
+                  "in the program's folder. Files with the local seal cannot be submitted.");
+}
+
 TEST_F(Submit, TheWindowSignsByHandToo) {
     Trigger("mnuReportElectronically");
     Files.emplace_back(folder.File("HO123456.23A1"));

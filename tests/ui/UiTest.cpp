@@ -64,6 +64,9 @@ Desktop UiTest::Script() {
     desktop.SetUpPrinter = [this](QPrinter&, const std::string& title) {
         PrinterDialogs.push_back(title + (main->WelcomeVisible() ? " over the frame" : ""));
     };
+    desktop.AskToPrint = [this](QPrinter& printer, int pages) {
+        return OnAskToPrint && OnAskToPrint(printer, pages);
+    };
     desktop.Print = [this](const std::vector<PrintJob>& jobs, QPrinter&) {
         Jobs.insert(Jobs.end(), jobs.begin(), jobs.end());
     };

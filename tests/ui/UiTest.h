@@ -75,6 +75,9 @@ protected:
     bool CopyRuns = false;
     std::function<void()> OnBox;  ///< while a box stands open
 
+    std::function<bool(QPrinter&, int pages)>
+        OnAskToPrint;  ///< the print dialog; cancelled without
+
     // --- Recorded
     std::vector<test::Box> Boxes;
     std::vector<FileDialog> Dialogs;

@@ -1,10 +1,11 @@
 #include "ui/dialogs/FileDialogs.h"
 
-#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 
 #include "core/Dialogs.h"
+#include "ui/main/Desktop.h"
+#include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 
 namespace zolmara::ui {
@@ -63,8 +64,8 @@ void SetUp(QFileDialog& box, const FileDialog& dialog) {
     box.setAcceptMode(dialog.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     const bool mustExist = !dialog.Save && (dialog.Flags & kFileMustExist);
     box.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    if (dialog.Save && !(dialog.Flags & kOverwritePrompt))
-        box.setOption(QFileDialog::DontConfirmOverwrite);
+    // The platform asks before it knows the whole name.
+    if (dialog.Save) box.setOption(QFileDialog::DontConfirmOverwrite);
     const QFileInfo start(Q(dialog.FileName));
     if (start.dir().exists()) box.setDirectory(start.dir());
     box.setNameFilters(NameFilters(dialog));
@@ -89,11 +90,26 @@ QString FirstFilter(const FileDialog& dialog) {
     return filters.value(dialog.FilterIndex - 1);
 }
 
+QString WholeName(const QString& chosen, const FileDialog& dialog) {
+    const bool whole = !dialog.Save || QFileInfo(chosen).fileName().contains('.');
+    return whole ? chosen : chosen + Q(dialog.DefaultExt);
+}
+
+bool MayBeTaken(const std::string& path, const FileDialog& dialog) {
+    if (!dialog.Save || !(dialog.Flags & kOverwritePrompt) || !QFileInfo::exists(Q(path)))
+        return true;
+    return TheDesktop().MsgBox(path + " already exists.  Do you want to replace it?",
+                               kYesNo + kExclamation + kDefaultButton2, dialog.Title) == kYes;
+}
+
 std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
-    QFileDialog box(QApplication::activeWindow());
+    QFileDialog box(DialogOwner());
     SetUp(box, dialog);
-    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
-    return S(box.selectedFiles().first());
+    while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
+        const std::string path = S(WholeName(box.selectedFiles().first(), dialog));
+        if (MayBeTaken(path, dialog)) return path;
+    }
+    return std::nullopt;
 }
 
 }  // namespace zolmara::ui

@@ -8,6 +8,7 @@
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "ecr/Build_ECR.h"
 #include "ecr/CopySubmission.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/MenuTable.h"
@@ -38,6 +39,9 @@ frmCopy2Floppy::frmCopy2Floppy() : drives_(TheDesktop().RemovableDrives()) {
     tbLocation_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 20);
+    lblBuilt_ = TextLabel("lblBuilt", "");
+    lblBuilt_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    column->addWidget(lblBuilt_);
     column->addWidget(tbCopy_);
     MakeDrives();
     column->addWidget(frmDrive_);
@@ -46,6 +50,7 @@ frmCopy2Floppy::frmCopy2Floppy() : drives_(TheDesktop().RemovableDrives()) {
     auto* cancel = MakeButton("cmdCancel", "&Cancel", [this] { UnloadForm(this); });
     column->addWidget(MakeButtonStrip({cmdProcess_, cancel}));
     PressOnEscape(this, cancel);
+    PressOnReturn(this, drives_.empty() ? cancel : cmdProcess_);
     if (drives_.empty()) SayThereAreNone();
     AddForm(this);
 }
@@ -80,6 +85,7 @@ void frmCopy2Floppy::SayThereAreNone() {
 void frmCopy2Floppy::SetFile(const std::string& path) {
     path_ = path;
     tbLocation_->setText(Q(CopyLocation(path)));
+    lblBuilt_->setText(Lines(BuiltNotice()));
 }
 
 void frmCopy2Floppy::Process() {

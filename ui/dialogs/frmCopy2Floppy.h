@@ -30,6 +30,7 @@ private:
     std::vector<Drive> drives_;
     std::vector<QRadioButton*> OptDrive_;
     QGroupBox* frmDrive_ = nullptr;
+    QLabel* lblBuilt_ = nullptr;  ///< which files there are, and what their seal is worth
     QLabel* tbCopy_ = nullptr;
     QLabel* tbLocation_ = nullptr;
     QPushButton* cmdProcess_ = nullptr;

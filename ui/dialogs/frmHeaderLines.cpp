@@ -1,5 +1,6 @@
 #include "ui/dialogs/frmHeaderLines.h"
 
+#include <QCloseEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QStyledItemDelegate>
@@ -38,7 +39,7 @@ public:
 
 frmHeaderLines::frmHeaderLines() {
     if (!TableExists("Headerlines", false)) Build_HeaderLines();
-    SetUpForm(this, "frmHeaderLines", "Header Lines", true);
+    SetUpForm(this, "frmHeaderLines", "Header Lines", FormKind::Dialog);
     auto* column = new QVBoxLayout(this);
     MakeGrid();
     auto* update = MakeButton("cmdUpdate", "Update", [this] { Update(); });
@@ -47,7 +48,8 @@ frmHeaderLines::frmHeaderLines() {
     column->addWidget(MakeButtonStrip({update, cancel}));
     PressOnEscape(this, cancel);
     ReadLines();
-    AddForm(this, [this] { ReadLines(); });
+    grdHeaderLines_->setFocus();
+    AddForm(this);
 }
 
 void frmHeaderLines::MakeGrid() {
@@ -76,21 +78,41 @@ void frmHeaderLines::ReadLines() {
         grdHeaderLines_->setItem(row, 0, line);
         grdHeaderLines_->setItem(row, 1, new QTableWidgetItem(Q(StrOr(rows[1]))));
     }
+    stored_ = Texts();
     if (grdHeaderLines_->rowCount() > 0) grdHeaderLines_->setCurrentCell(0, 1);
 }
 
+std::vector<std::string> frmHeaderLines::Texts() const {
+    std::vector<std::string> texts;
+    for (int row = 0; row < grdHeaderLines_->rowCount(); ++row)
+        texts.push_back(S(grdHeaderLines_->item(row, 1)->text()));
+    return texts;
+}
+
 /// What is still being keyed counts too: leaving the field commits it.
+void frmHeaderLines::CommitField() { grdHeaderLines_->setFocus(); }
+
 void frmHeaderLines::Update() {
-    grdHeaderLines_->setFocus();
-    RunBatch(gDB, [this] {
-        for (int row = 0; row < grdHeaderLines_->rowCount(); ++row) {
-            const std::string text = S(grdHeaderLines_->item(row, 1)->text());
+    CommitField();
+    const std::vector<std::string> texts = Texts();
+    RunBatch(gDB, [&] {
+        for (int row = 0; const std::string& text : texts)
             gDB.Execute("UPDATE HeaderLines SET LineText = ? WHERE LineNum = ?;",
                         {text.empty() ? Variant() : Variant(text),
-                         grdHeaderLines_->item(row, 0)->text().toInt()});
-        }
+                         grdHeaderLines_->item(row++, 0)->text().toInt()});
     });
+    stored_ = texts;
     MsgOrLog("Header Lines have been updated.", kInformation, "Header Lines Updated");
+}
+
+void frmHeaderLines::closeEvent(QCloseEvent* event) {
+    CommitField();
+    const bool lose =
+        Texts() == stored_ || TheDialogs().MsgBox(
+                                  "The header lines have been changed and not been updated. "
+                                  " Close without the changes?",
+                                  kYesNo + kQuestion + kDefaultButton2, "Header Lines") == kYes;
+    event->setAccepted(lose);
 }
 
 }  // namespace zolmara::ui

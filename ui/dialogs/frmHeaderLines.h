@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
+#include <vector>
 
 class QTableWidget;
 
@@ -11,10 +13,17 @@ class frmHeaderLines : public QWidget {
 public:
     frmHeaderLines();
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void MakeGrid();
     void ReadLines();
+    std::vector<std::string> Texts() const;
+    void CommitField();
     void Update();
+
+    std::vector<std::string> stored_;  ///< the texts as the CRF has them
 
     QTableWidget* grdHeaderLines_ = nullptr;
 };

@@ -28,7 +28,7 @@ QLabel* Label(const char* name, const QString& text) {
 
 frmHelpAbout::frmHelpAbout() {
     const std::string title(kProductName);
-    SetUpForm(this, "frmHelpAbout", "About " + title, true);
+    SetUpForm(this, "frmHelpAbout", "About " + title, FormKind::Dialog);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 20);
     auto* head = new QHBoxLayout;

@@ -59,9 +59,9 @@ frmViewError::frmViewError(const std::string& caption) {
     column->addWidget(lblNonFatal_);
     column->addWidget(MakeButtonStrip({cmdBuildECR_, print, close}));
     PressOnEscape(this, close);
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    resize(std::min(960, screen.width()), std::min(560, screen.height()));
     SetGrd();
+    TakeSize();
+    grd_->setFocus();
     AddForm(this, [this] { SetGrd(); });
 }
 
@@ -77,25 +77,48 @@ void frmViewError::MakeGrid() {
     grd_->setWordWrap(true);
     grd_->setAlternatingRowColors(true);
     grd_->verticalHeader()->hide();
-    const double twip = logicalDpiX() / kTwipsPerInch;
     const int least = fontMetrics().horizontalAdvance("Non-Fatal Error") + 24;
-    grd_->setColumnWidth(kLevel, std::max(least, static_cast<int>(kLevelWidth * twip)));
-    grd_->setColumnWidth(kCode, std::max(fontMetrics().horizontalAdvance("1010SX") + 16,
-                                         static_cast<int>(kCodeWidth * twip)));
+    grd_->setColumnWidth(kLevel, std::max(least, Pixels(kLevelWidth)));
+    grd_->setColumnWidth(
+        kCode, std::max(fontMetrics().horizontalAdvance("1010SX") + 16, Pixels(kCodeWidth)));
     QHeaderView* const head = grd_->horizontalHeader();
     head->setSectionResizeMode(kMessage, QHeaderView::Stretch);
     head->setMinimumSectionSize(24);
-    QObject::connect(head, &QHeaderView::sectionResized, grd_,
-                     [this] { grd_->resizeRowsToContents(); });
+    QObject::connect(head, &QHeaderView::sectionResized, grd_, [this] { SetHeights(); });
     head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     QObject::connect(grd_, &QTableWidget::itemActivated, this,
                      [this](const QTableWidgetItem* item) { OpenFinding(item->row()); });
-    const int message = static_cast<int>(kLeastMessageWidth * twip);
+    const int message = Pixels(kLeastMessageWidth);
     setMinimumWidth(grd_->columnWidth(kLevel) + grd_->columnWidth(kCode) + message);
+}
+
+int frmViewError::Pixels(int twips) const {
+    return static_cast<int>(twips * logicalDpiX() / kTwipsPerInch);
+}
+
+/// As wide as the longest message, so far as the screen allows; it wraps in what there is.
+void frmViewError::TakeSize() {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const int message = longest_ * fontMetrics().averageCharWidth() + 60;
+    const int width = grd_->columnWidth(kLevel) + grd_->columnWidth(kCode) + message;
+    resize(std::min(std::clamp(width, 640, 1200), screen.width()), std::min(560, screen.height()));
+}
+
+/// A row has the height of its own lines, and more where it wraps; no row is higher than the
+/// window, so that each can be seen from its beginning.
+void frmViewError::SetHeights() {
+    grd_->resizeRowsToContents();
+    const int most = std::max(grd_->viewport()->height(), Pixels(kTwipsPerLine));
+    for (int row = 0; row < grd_->rowCount(); ++row) {
+        const int least = Pixels(heights_.at(static_cast<std::size_t>(row)));
+        grd_->setRowHeight(row, std::min(std::max(grd_->rowHeight(row), least), most));
+    }
 }
 
 void frmViewError::SetGrd() {
     const ErrorView view = ReadErrorView();
+    longest_ = view.LongestMessage;
+    heights_ = view.RowHeights;
     grd_->setRowCount(static_cast<int>(view.Rows.size()));
     for (int row = 0; const Finding& finding : view.Rows) {
         grd_->setItem(row, kLevel, Cell(finding.Level));
@@ -103,7 +126,7 @@ void frmViewError::SetGrd() {
         grd_->setItem(row, kMessage, Cell(finding.Message));
         ++row;
     }
-    grd_->resizeRowsToContents();
+    SetHeights();
     if (grd_->rowCount() > 0) grd_->setCurrentCell(0, kMessage);
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, NoteColour(colours));
@@ -122,7 +145,7 @@ void frmViewError::FollowSubmit() {
 
 void frmViewError::OpenFinding(int row) {
     const auto target = TargetOf(S(grd_->item(row, kMessage)->text()));
-    if (!target || TheQtHost().InLongStep()) return;
+    if (!target || TheQtHost().InLongStep() || CommandAtWork()) return;
     Guarded([&] { OpenWorksheet("edit", target->Item, target->Line, target->Column); });
 }
 

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <string>
+#include <vector>
 
 class QAction;
 class QLabel;
@@ -25,6 +26,9 @@ public:
 
 private:
     void MakeGrid();
+    int Pixels(int twips) const;
+    void TakeSize();
+    void SetHeights();
     void OpenFinding(int row);
     void FollowSubmit();
     void BuildECR();
@@ -34,6 +38,8 @@ private:
     QPushButton* cmdBuildECR_ = nullptr;
     QPointer<QAction> submit_;  ///< the main window's way to the build
     bool checksAllow_ = false;
+    std::vector<int> heights_;  ///< twips that the rows need at least
+    int longest_ = 0;           ///< characters of the longest message
 };
 
 /// Shows the window under a caption; one that is open is read afresh.

@@ -1,6 +1,7 @@
 #include "ui/main/Buttons.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QShortcut>
 
 #include "ui/main/Guard.h"
@@ -12,8 +13,9 @@ QPushButton* MakeButton(const char* name, const QString& caption, std::function<
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
     button->setAccessibleName(QString(caption).remove('&'));
+    TakesReturn(button);
     QObject::connect(button, &QPushButton::clicked, button, [action = std::move(action)] {
-        if (TheQtHost().InLongStep()) return;
+        if (TheQtHost().InLongStep() || CommandAtWork()) return;
         // The window may be gone, and the button with it, before the end.
         const std::function<void()> run = action;
         Guarded(run);
@@ -36,10 +38,37 @@ void PressOnEscape(QWidget* form, QPushButton* button) {
     QObject::connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
 }
 
+namespace {
+
+/// Return on a button means that button, whatever the window's own one is.
+void PressFocused(QWidget* form, QPushButton* button) {
+    auto* const focused = qobject_cast<QPushButton*>(form->focusWidget());
+    (focused && focused->hasFocus() ? focused : button)->click();
+}
+
+class ReturnFilter : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+        static_cast<QPushButton*>(watched)->click();
+        return true;
+    }
+};
+
+}  // namespace
+
+void TakesReturn(QPushButton* button) {
+    static ReturnFilter filter;
+    button->installEventFilter(&filter);
+}
+
 void PressOnReturn(QWidget* form, QPushButton* button) {
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* shortcut = new QShortcut(QKeySequence(key), form);
-        QObject::connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
+        QObject::connect(shortcut, &QShortcut::activated, button,
+                         [form, button] { PressFocused(form, button); });
     }
     button->setDefault(true);
 }

@@ -19,7 +19,9 @@ QWidget* MakeButtonStrip(std::initializer_list<QPushButton*> buttons);
 
 /// Escape does what a button does.
 void PressOnEscape(QWidget* form, QPushButton* button);
-/// Return in any field does what a button does.
+/// Return presses a button that has the focus.
+void TakesReturn(QPushButton* button);
+/// Return in any field does what a button does; on another button it presses that one.
 void PressOnReturn(QWidget* form, QPushButton* button);
 
 }  // namespace zolmara::ui

@@ -13,6 +13,7 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/FileDialogs.h"
 #include "ui/dialogs/RemovableDrives.h"
+#include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "ui/main/SingleCopy.h"
 #include "ui/printing/Preview.h"
@@ -69,7 +70,7 @@ public:
 
 int ShowBox(const std::string& text, int style, const std::string& title) {
     const ArrowPointer pointer;
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(DialogOwner());
     box.setObjectName("MsgBox");
     box.setIcon(IconFor(style));
     box.setWindowTitle(Q(title.empty() ? std::string(kProductName) : title));
@@ -87,9 +88,17 @@ int ShowBox(const std::string& text, int style, const std::string& title) {
 
 void ShowPrinterDialog(QPrinter& printer, const std::string& title) {
     const ArrowPointer pointer;
-    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    QPrintDialog dialog(&printer, DialogOwner());
     dialog.setWindowTitle(Q(title));
     dialog.exec();
+}
+
+bool AskToPrint(QPrinter& printer, int pages) {
+    const ArrowPointer pointer;
+    QPrintDialog dialog(&printer, DialogOwner());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, pages);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 std::optional<std::string> ShowFileDialog(const FileDialog& dialog) {
@@ -107,6 +116,7 @@ Desktop RealDesktop() {
     return {.MsgBox = ShowBox,
             .ChooseFile = ShowFileDialog,
             .SetUpPrinter = ShowPrinterDialog,
+            .AskToPrint = AskToPrint,
             .Print = ShowPreview,
             .OpenDocument = OpenByDesktop,
             .RemovableDrives = GetRemovableDrives,

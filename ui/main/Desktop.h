@@ -29,6 +29,8 @@ struct Desktop {
     std::function<std::optional<std::string>(const FileDialog&)> ChooseFile;
     /// The printer dialog; a cancel changes nothing.
     std::function<void(QPrinter& printer, const std::string& title)> SetUpPrinter;
+    /// The dialog ahead of printing so many pages, with their range; false when cancelled.
+    std::function<bool(QPrinter& printer, int pages)> AskToPrint;
     /// Shows the jobs of a command and prints them where the user wants.
     std::function<void(const std::vector<PrintJob>& jobs, QPrinter& printer)> Print;
     /// Hands a file to the program that the desktop opens it with.

@@ -9,4 +9,7 @@ namespace zolmara::ui {
 /// when there was an error.
 bool Guarded(const std::function<void()>& action);
 
+/// True while such an action runs: another click or key asks for nothing then.
+bool CommandAtWork();
+
 }  // namespace zolmara::ui

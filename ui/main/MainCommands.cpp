@@ -42,7 +42,9 @@ void ReportClose(frmMain&) { mnuReportClose(); }
 void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
 void ReportEditCheck(frmMain&) { mnuReportEditCheck(); }
 void ReportCalculate(frmMain&) { mnuReportCalculate(Calc_All); }
-void ReportPrintSelect(frmMain&) { ShowForm(new frmSelectivePrints); }
+void ReportPrintSelect(frmMain&) {
+    if (!ShowOpenForm("frmSelectivePrints")) ShowForm(new frmSelectivePrints);
+}
 void ReportPrint(frmMain&) { Print_All(0); }
 void ReportImportASCII(frmMain&) { mnuReportImportASCII(); }
 void ReportExit(frmMain& main) { main.close(); }
@@ -73,7 +75,9 @@ void UtilitiesHQ(frmMain& main) {
     entry->setText(turnOff ? "Turn High Quality Printing On" : "Turn High Quality Printing Off");
 }
 
-void UtilitiesHeader(frmMain&) { ShowForm(new frmHeaderLines); }
+void UtilitiesHeader(frmMain&) {
+    if (!ShowOpenForm("frmHeaderLines")) ShowForm(new frmHeaderLines);
+}
 
 void UtilitiesLog(frmMain&) {
     if (FormIsOpen("frmViewError"))
@@ -97,7 +101,9 @@ void HelpContents(frmMain&) {
         (std::filesystem::path(TheMachine().ProgramFolder()) / "R3P248i.pdf").string());
 }
 
-void HelpAbout(frmMain&) { ShowForm(new frmHelpAbout); }
+void HelpAbout(frmMain&) {
+    if (!ShowOpenForm("frmHelpAbout")) ShowForm(new frmHelpAbout);
+}
 
 struct Command {
     std::string_view Name;

@@ -1,8 +1,11 @@
 #include "ui/main/OpenForms.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QMainWindow>
 #include <QPointer>
 #include <QScreen>
 #include <QWidget>
@@ -54,6 +57,13 @@ bool Counts(const QWidget* form, bool keepCostCenterForms) {
 constexpr qsizetype kItemInCaption = 15;
 constexpr qsizetype kItemInName = 7;
 
+constexpr const char* kKind = "FormKind";
+
+bool IsOfKind(const QWidget* form, FormKind kind) {
+    const QVariant told = form->property(kKind);
+    return told.isValid() && told.toInt() == static_cast<int>(kind);
+}
+
 }  // namespace
 
 void AddForm(QWidget* form, std::function<void()> setGrd) {
@@ -104,7 +114,9 @@ bool IsWorksheetForm(const QWidget* form) {
     return name.startsWith("FRMVIEW") || name.startsWith("FRMEDIT");
 }
 
-int CloseWorksheetForms(bool keepCostCenterForms) {
+namespace {
+
+int CloseSheets(bool keepCostCenterForms) {
     std::vector<QWidget*> open = OpenForms();
     std::erase_if(open, [&](const QWidget* form) { return !Counts(form, keepCostCenterForms); });
     if (open.empty()) return 0;
@@ -124,40 +136,125 @@ int CloseWorksheetForms(bool keepCostCenterForms) {
     return 2;
 }
 
+}  // namespace
+
+bool CloseHelpers() {
+    const std::vector<QWidget*> open = OpenForms();
+    return std::ranges::all_of(open.rbegin(), open.rend(), [](QWidget* form) {
+        return !IsOfKind(form, FormKind::Dialog) || UnloadForm(form);
+    });
+}
+
+int CloseWorksheetForms(bool keepCostCenterForms) {
+    const int answer = CloseSheets(keepCostCenterForms);
+    if (answer != 0) return answer;
+    return keepCostCenterForms || CloseHelpers() ? 0 : 1;
+}
+
 void OnFormsChanged(std::function<void()> handler) { formsChanged = std::move(handler); }
 
-void SetUpForm(QWidget* form, const char* name, const std::string& caption, bool modal) {
+// --- Setting up and showing ----------------------------------------------------------------
+
+namespace {
+
+/// The toolkit tells a screen reader nothing of a plain widget that is a window.
+QAccessibleInterface* AccessibleForm(const QString& /*className*/, QObject* object) {
+    auto* const form = qobject_cast<QWidget*>(object);
+    if (!form || !form->isWindow() || !form->property(kKind).isValid()) return nullptr;
+    return new QAccessibleWidget(
+        form, IsOfKind(form, FormKind::Window) ? QAccessible::Window : QAccessible::Dialog);
+}
+
+QWidget* MainForm() { return forms.empty() ? nullptr : forms.front().Window.data(); }
+
+}  // namespace
+
+void SetUpForm(QWidget* form, const char* name, const std::string& caption, FormKind kind) {
+    static const bool installed = [] {
+        QAccessible::installFactory(AccessibleForm);
+        return true;
+    }();
+    static_cast<void>(installed);
+    form->setProperty(kKind, static_cast<int>(kind));
     form->setObjectName(name);
     form->setWindowTitle(Q(caption));
     form->setAttribute(Qt::WA_DeleteOnClose);
-    form->setWindowFlag(Qt::Window);
-    if (modal) form->setWindowModality(Qt::ApplicationModal);
+    form->setWindowFlags(kind == FormKind::Window ? Qt::Window : Qt::Dialog);
+    if (kind == FormKind::Modal) form->setWindowModality(Qt::ApplicationModal);
     form->setWindowIcon(QApplication::windowIcon());
 }
 
 namespace {
 
+bool BelongsToMain(const QWidget* form) {
+    return IsOfKind(form, FormKind::Dialog) || IsOfKind(form, FormKind::Modal);
+}
+
+/// A dialog goes down and comes up with the main window.
+void GiveOwner(QWidget* form) {
+    QWidget* const main = MainForm();
+    if (!main || main == form || !main->isVisible() || !BelongsToMain(form)) return;
+    form->setParent(main, form->windowFlags());
+}
+
+/// Where the main window's menus end, on the screen.
+int MenusEnd(const QWidget* over) {
+    const auto* const main = qobject_cast<const QMainWindow*>(over);
+    const QWidget* const menus = main ? main->menuWidget() : nullptr;
+    return menus ? menus->mapToGlobal(QPoint(0, menus->height())).y() : 0;
+}
+
+constexpr int kTitleBar = 32;    ///< what the desktop puts above a window, about
+constexpr int kLeastRoom = 240;  ///< a window is not squeezed into less
+
+/// A window of its own begins below the menus, and gives up height for it.
+void LeaveMenus(QRect& place, const QRect& area, const QWidget* over) {
+    const int top = MenusEnd(over) + kTitleBar;
+    if (place.top() >= top || area.bottom() - top < kLeastRoom) return;
+    place.moveTop(top);
+    place.setBottom(std::min(place.bottom(), area.bottom()));
+}
+
 /// In the middle of the main window, wholly on the screen.
 void Place(QWidget* form) {
-    const QWidget* const over = forms.empty() ? nullptr : forms.front().Window.data();
+    const QWidget* const over = MainForm();
     const QScreen* const screen = over ? over->screen() : QGuiApplication::primaryScreen();
     const QRect area = screen->availableGeometry();
     if (!form->testAttribute(Qt::WA_Resized)) form->adjustSize();
     form->resize(form->size().boundedTo(area.size()));
     QRect place = form->rect();
-    place.moveCenter(over && over->isVisible() ? over->geometry().center() : area.center());
+    const bool shown = over && over->isVisible() && !over->isMinimized();
+    place.moveCenter(shown ? over->geometry().center() : area.center());
     place.moveLeft(std::clamp(place.left(), area.left(), area.right() + 1 - place.width()));
     place.moveTop(std::clamp(place.top(), area.top(), area.bottom() + 1 - place.height()));
-    form->move(place.topLeft());
+    if (shown && !BelongsToMain(form)) LeaveMenus(place, area, over);
+    form->setGeometry(place);
 }
 
 }  // namespace
 
 void ShowForm(QWidget* form) {
-    if (form->isHidden()) Place(form);
+    if (form->isHidden()) {
+        GiveOwner(form);
+        Place(form);
+    }
+    form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
     form->show();
     form->raise();
     form->activateWindow();
+}
+
+bool ShowOpenForm(const std::string& name) {
+    QWidget* const form = FindForm(name);
+    if (form) ShowForm(form);
+    return form;
+}
+
+QWidget* DialogOwner() {
+    for (QWidget* const owner : {QApplication::activeModalWidget(), QApplication::activeWindow()})
+        if (owner && owner->isVisible()) return owner;
+    const std::vector<QWidget*> open = OpenForms();
+    return open.empty() || open.back()->windowType() == Qt::SplashScreen ? nullptr : open.back();
 }
 
 }  // namespace zolmara::ui

@@ -35,17 +35,39 @@ void UnloadFormsLike(const QString& prefix);
 /// True for frmEdit... and frmView....
 bool IsWorksheetForm(const QWidget* form);
 
-/// Asks whether the worksheet windows may go and closes them: 0 none stood in the way and all are
-/// closed, 1 the user cancelled, 2 one would not close.
+/// Asks whether the worksheet windows may go and closes them, and the helper windows with them,
+/// each with its own question where it holds changes: 0 none stood in the way and all are closed,
+/// 1 the user cancelled, 2 one would not close.
 int CloseWorksheetForms(bool keepCostCenterForms);
+
+/// Closes the helper windows that leave the main window usable. What they show is of the open CRF;
+/// one with changes asks first. False when one stays.
+bool CloseHelpers();
 
 /// What runs whenever a window has been opened or closed.
 void OnFormsChanged(std::function<void()> handler);
 
-/// A window of the program: named, titled, on its own. A modal one bars the others.
-void SetUpForm(QWidget* form, const char* name, const std::string& caption, bool modal);
+/// How a form stands among the others.
+enum class FormKind {
+    Window,  ///< on its own, beside the main window
+    Dialog,  ///< belongs to the main window, stays above it, and leaves it usable
+    Modal,   ///< belongs to the main window and bars all others
+};
 
-/// Shows a window that SetUpForm has set up, in front.
+/// A form of the program: named, titled, and known to a screen reader as what it is.
+void SetUpForm(QWidget* form, const char* name, const std::string& caption, FormKind kind);
+inline void SetUpForm(QWidget* form, const char* name, const std::string& caption, bool modal) {
+    SetUpForm(form, name, caption, modal ? FormKind::Modal : FormKind::Window);
+}
+
+/// Shows a form that SetUpForm has set up, in front. A window on its own leaves the main window's
+/// menus in sight where the screen has the room.
 void ShowForm(QWidget* form);
+
+/// Shows the open form of this name in front. False where there is none.
+bool ShowOpenForm(const std::string& name);
+
+/// What a box or dialog belongs to: the form that the user looks at. None where none shows.
+QWidget* DialogOwner();
 
 }  // namespace zolmara::ui

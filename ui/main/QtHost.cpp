@@ -78,7 +78,23 @@ void QtHost::EndQuiet() { quietBoxes_ = nullptr; }
 QuietHost::QuietHost(int& boxes) { TheQtHost().BeginQuiet(boxes); }
 QuietHost::~QuietHost() { TheQtHost().EndQuiet(); }
 
+namespace {
+
+int commands = 0;  ///< at work, one within the other
+
+struct AtWork {
+    AtWork() { ++commands; }
+    ~AtWork() { --commands; }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+};
+
+}  // namespace
+
+bool CommandAtWork() { return commands > 0; }
+
 bool Guarded(const std::function<void()>& action) {
+    const AtWork atWork;
     bool done = false;
     std::string error;
     try {
@@ -93,6 +109,8 @@ bool Guarded(const std::function<void()>& action) {
         TheDialogs().MsgBox(error, kCritical, std::string(kProductName));
     }
     TheQtHost().PrintJobs();
+    // A step that ended on the spot has left its line: the window may be closed again.
+    if (commands == 1) TheStatus().HideCalcMsg();
     return done;
 }
 

@@ -20,6 +20,7 @@
 #include "core/Globals.h"
 #include "print/SendPrtFile.h"
 #include "store/session/Session.h"
+#include "ui/main/Buttons.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/Guard.h"
 #include "ui/main/Logo.h"
@@ -105,10 +106,12 @@ QWidget* frmMain::MakeWelcome() {
         auto* button = new QPushButton(entry.Caption);
         button->setObjectName(entry.Button);
         button->setAccessibleDescription(entry.Text);
+        TakesReturn(button);
         const std::string menu = entry.Menu;
         connect(button, &QPushButton::clicked, this, [this, menu] { Menu(menu)->trigger(); });
         grid->addWidget(label, row, 0);
         grid->addWidget(button, row, 1);
+        if (row == 1) cmdNew_ = button;
         ++row;
     }
     return fraWelcome_;
@@ -125,7 +128,6 @@ void frmMain::MakeWindow() {
     imgVelquist_->setPixmap(LogoPixmap(96, devicePixelRatioF()));
     lblCRFName_ = new QLabel;
     lblCRFName_->setObjectName("lblCRFName");
-    lblCRFName_->setAccessibleName("Open Cost Report File");
     lblCRFName_->setWordWrap(true);
     lblCRFName_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     lblHelp_ = new QLabel(kHelpText);
@@ -226,7 +228,7 @@ void frmMain::changeEvent(QEvent* event) {
 
 /// Form_QueryUnload and Form_Unload. A step that is writing to the CRF is not torn down.
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (InLongStep() || !CommitOpenRows()) return event->ignore();
+    if (InLongStep() || !CommitOpenRows() || !CloseHelpers()) return event->ignore();
     SetWelcomeVisible(false);
     DropCrf();
     TheDesktop().EndProgram();
@@ -234,10 +236,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::Run(const std::function<void()>& command) {
-    if (running_ || InLongStep()) return;
-    running_ = true;
+    if (CommandAtWork() || InLongStep()) return;
     const bool done = Guarded(command);
-    running_ = false;
     if (done)
         SetMenus();
     else
@@ -273,7 +273,12 @@ void frmMain::ShowProgress(double part) {
     prgCalc_->setValue(static_cast<int>(std::clamp(part, 0.0, 1.0) * prgCalc_->maximum()));
 }
 
-void frmMain::SetCrfName(const std::string& path) { lblCRFName_->setText(Q(path)); }
+/// A screen reader speaks the name of a label and not its text.
+void frmMain::SetCrfName(const std::string& path) {
+    lblCRFName_->setText(Q(path));
+    lblCRFName_->setAccessibleName(
+        Q(path.empty() ? "No Cost Report File" : "Open Cost Report File " + path));
+}
 
 void frmMain::ShowCrf(const std::string& path) {
     SetCrfName(path);
@@ -294,6 +299,7 @@ bool frmMain::WelcomeVisible() const { return welcome_; }
 void frmMain::SetWelcomeVisible(bool visible) {
     welcome_ = visible;
     fraWelcome_->setVisible(visible);
+    if (visible) cmdNew_->setFocus();
 }
 
 }  // namespace zolmara::ui

@@ -16,6 +16,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QProgressBar;
+class QPushButton;
 class QTimer;
 
 namespace zolmara::ui {
@@ -92,6 +93,7 @@ private:
     bool maySubmit_ = false;
     bool sWorksheets_ = false;
     QFrame* fraWelcome_ = nullptr;
+    QPushButton* cmdNew_ = nullptr;
     QLabel* lblHelp_ = nullptr;
     QLabel* lblCRFName_ = nullptr;
     QLabel* imgVelquist_ = nullptr;
@@ -100,7 +102,6 @@ private:
     QTimer* tmrMain_ = nullptr;
     bool welcome_ = true;
     bool blocked_ = false;
-    bool running_ = false;
 };
 
 }  // namespace zolmara::ui

@@ -22,10 +22,9 @@ QPrinter& QtPageDevice::Target() {
 std::vector<PrintJob> QtPageDevice::TakeJobs() { return std::exchange(jobs_, {}); }
 
 void QtPageDevice::SetOrientation(int orientation) {
-    if (orientation == orientation_) return;
     orientation_ = orientation;
     // A page that nothing is printed on takes the new orientation.
-    if (!fresh_ && job_.Pages.back().Lines.empty()) job_.Pages.back().Orientation = orientation;
+    if (page_ && page_->Lines.empty()) page_->Orientation = orientation;
 }
 
 std::string QtPageDevice::FontName() {
@@ -43,22 +42,30 @@ std::size_t QtPageDevice::LinesOfPage() const {
     return static_cast<std::size_t>(PageLines(orientation_, job_.FontSize));
 }
 
+void QtPageDevice::BeginPage() {
+    if (!page_) page_ = PrintedPage{orientation_, {}};
+}
+
+void QtPageDevice::KeepPage() {
+    if (page_) job_.Pages.Add(*page_);
+    page_.reset();
+}
+
 void QtPageDevice::Print(std::string_view line) {
-    if (!fresh_ && job_.Pages.back().Lines.size() >= LinesOfPage()) fresh_ = true;
-    if (fresh_) job_.Pages.push_back({orientation_, {}});
-    fresh_ = false;
-    job_.Pages.back().Lines.emplace_back(line);
+    if (page_ && page_->Lines.size() >= LinesOfPage()) KeepPage();
+    BeginPage();
+    page_->Lines.emplace_back(line);
 }
 
 void QtPageDevice::NewPage() {
-    if (fresh_) job_.Pages.push_back({orientation_, {}});
-    fresh_ = true;
+    BeginPage();
+    KeepPage();
 }
 
 void QtPageDevice::EndDoc() {
-    if (!job_.Pages.empty()) jobs_.push_back(job_);
-    job_.Pages.clear();
-    fresh_ = true;
+    KeepPage();
+    if (!job_.Pages.Empty()) jobs_.push_back(job_);
+    job_.Pages = {};
 }
 
 }  // namespace zolmara::ui

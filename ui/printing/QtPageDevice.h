@@ -4,21 +4,17 @@
 // paper, in the preview or in a PDF file when the command is done.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "print/PageDevice.h"
+#include "ui/printing/PageSpool.h"
 
 class QPrinter;
 
 namespace zolmara::ui {
-
-/// A page as it was printed.
-struct PrintedPage {
-    int Orientation = 1;  ///< 1 portrait, 2 landscape
-    std::vector<std::string> Lines;
-};
 
 /// What was printed up to an EndDoc.
 struct PrintJob {
@@ -26,7 +22,7 @@ struct PrintJob {
     double FontSize = 7;  ///< points
     bool Bold = false;
     bool HighQuality = false;
-    std::vector<PrintedPage> Pages;
+    PageSpool Pages;
 };
 
 class QtPageDevice : public PageDevice {
@@ -54,12 +50,14 @@ public:
 
 private:
     std::size_t LinesOfPage() const;
+    void BeginPage();
+    void KeepPage();
 
     std::unique_ptr<QPrinter> target_;
     std::vector<PrintJob> jobs_;
     PrintJob job_;
     int orientation_ = 1;
-    bool fresh_ = true;  ///< the next line begins a page
+    std::optional<PrintedPage> page_;  ///< the one that lines go on; none: the next begins one
 };
 
 }  // namespace zolmara::ui

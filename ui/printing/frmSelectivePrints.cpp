@@ -13,7 +13,7 @@
 namespace zolmara::ui {
 
 frmSelectivePrints::frmSelectivePrints() {
-    SetUpForm(this, "frmSelectivePrints", "Print Worksheets", true);
+    SetUpForm(this, "frmSelectivePrints", "Print Worksheets", FormKind::Dialog);
     MakeList();
     auto* label = new QLabel("&Worksheets to print:");
     label->setBuddy(lstWorksheets_);
@@ -26,6 +26,8 @@ frmSelectivePrints::frmSelectivePrints() {
     column->addWidget(lstWorksheets_, 1);
     column->addWidget(MakeButtonStrip({all, none, print, close}));
     PressOnEscape(this, close);
+    PressOnReturn(this, print);
+    lstWorksheets_->setFocus();
     resize(460, 520);
     AddForm(this);
 }
