@@ -4,6 +4,7 @@
 
 #include <array>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
 
 #include "core/Clock.h"
@@ -44,6 +45,9 @@ struct Build {
     std::string EcrFingerprint = {};
     std::string PiStamp = {};
     std::string PiFingerprint = {};
+    /// Both are made and sealed aside.
+    std::unique_ptr<OutFile> EcrFile = {};
+    std::unique_ptr<OutFile> PiFile = {};
 };
 
 // --- The main window -----------------------------------------------------------------------
@@ -124,26 +128,26 @@ public:
     RecordFile(const RecordFile&) = delete;
     RecordFile& operator=(const RecordFile&) = delete;
 
-    void Close() { file_.Close(); }
+    std::unique_ptr<OutFile> Release() { return file_.Release(); }
 
 private:
     OwnPrintFile file_;
 };
 
-void WriteEcr(const Build& build) {
+void WriteEcr(Build& build) {
     RecordFile file(build.Ecr);
     ECRStamp = StampText();
     ECR_Type1(ECRDate.AsDate());
     TheStatus().ShowCalcMsg("Producing Type 2");
     ECR_Type2();
     ECR_Type3();
-    file.Close();
+    build.EcrFile = file.Release();
 }
 
 void SealEcr(Build& build) {
     ShowStep("Producing Type 4 Record (Finger Print)");
-    build.EcrFingerprint = build.Seals.Seal(build.Ecr, false);
-    SetFileTime(build.Ecr, ECRDate.AsDate());
+    build.EcrFingerprint = build.Seals.Seal(build.EcrFile->AsidePath(), false);
+    SetFileTime(build.EcrFile->AsidePath(), ECRDate.AsDate());
 }
 
 // --- The print image -----------------------------------------------------------------------
@@ -159,7 +163,7 @@ void PrintPi(Build& build) {
     build.PiStamp = StampText();
     Print_All(file.Number());
     PrintLine(file.Number());
-    file.Close();
+    build.PiFile = file.Release();
     TheStatus().DoEvents();
 }
 
@@ -176,8 +180,8 @@ bool MakePi(Build& build) {
     ShowStep("Process The PI File");
     for (int failures = 0; failures < kPiTries; ++failures) {
         PrintPi(build);
-        build.PiFingerprint = build.Seals.Seal(build.Pi, true);
-        if (HasFingerprint(build.Pi)) return true;
+        build.PiFingerprint = build.Seals.Seal(build.PiFile->AsidePath(), true);
+        if (HasFingerprint(build.PiFile->AsidePath())) return true;
     }
     TheDialogs().MsgBox("Government fingerprint program failed. Please call Velquist", kCritical,
                         "Critical Error");
@@ -198,6 +202,7 @@ bool Produce(Build& build) {
     WriteEcr(build);
     SealEcr(build);
     if (!MakePi(build)) return false;
+    PutTogether(*build.EcrFile, *build.PiFile);
     PrintCertificationPage(build);
     PutClockRight(build);
     SetFileTime(build.Pi, ECRDate.AsDate());
@@ -232,6 +237,7 @@ void Build_ECR() {
     }
     Build build{*path, PiPath(*path)};
     NeedMayBuild(build.Ecr);
+    ClearScratch(FolderOf(build.Ecr));
     const ReplaceAsTold asked(true, "");
     TheStatus().SetPointer(Pointer::Hourglass);
     EnableMenus(false);

@@ -17,8 +17,9 @@ extern Variant ECRDate;
 /// seals that, prints the certification page, and offers to copy the files. The signature has been
 /// given or cleared before. Looks neither at findings nor at whether the statement is calculated.
 ///
-/// The files appear under their names only when they are complete; a seal is put on in place. When
-/// three print images in a row come without a fingerprint, it ends on the spot after a message: the
+/// Both files are made and sealed aside and then put in place, or neither is; what a build that was
+/// killed has left aside goes with the next one. When three print images in a row come without a
+/// fingerprint, it ends on the spot after a message and no file is put in place: the
 /// clock stays set back, ECRStamp stays and the menus stay off. Any other failure puts all of that
 /// right and goes on to the caller: StoreError where a table is missing or a file cannot be
 /// written, an error for a fingerprint library that cannot be used.

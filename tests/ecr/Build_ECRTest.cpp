@@ -1,4 +1,6 @@
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <ctime>
@@ -10,8 +12,10 @@
 #include "ecr/Build_ECR.h"
 #include "ecr/EcrSupport.h"
 #include "ecr/FileTime.h"
+#include "ecr/Fingerprint.h"
 #include "ecr/FingerprintLibrary.h"
 #include "ecr/Record.h"
+#include "store/files/Scratch.h"
 
 namespace zolmara::test {
 namespace {
@@ -304,6 +308,45 @@ TEST_F(EcrBuild, AFailureHalfWayLeavesNoHalfFileAndTheOldOne) {
     EXPECT_EQ(Now(), host.Clock);
 }
 
+TEST_F(EcrBuild, AFailureInThePrintImageLeavesTheFormerFilesBoth) {
+    Build_ECR();
+    const std::string former = BytesOf(ecr) + BytesOf(pi);
+    SetCell("A", 8, "Col_1", 2000);
+    host.Files = {ecr};
+    host.OnDoEvents = [&] {
+        if (host.CalcMsg == "Process The PI File") gDB.DeleteTable("G1");
+    };
+    EXPECT_THROW(Build_ECR(), StoreError);
+    EXPECT_EQ(BytesOf(ecr) + BytesOf(pi), former);
+    EXPECT_FALSE(HasScratchFiles(folder));
+    ExpectClosed();
+}
+
+TEST_F(EcrBuild, ItTellsBothFilesAndWhatTheSealIsWorth) {
+    Build_ECR();
+    EXPECT_EQ(LastBuild().Ecr, ecr);
+    EXPECT_EQ(LastBuild().Pi, pi);
+    EXPECT_EQ(LastBuild().Seal, SealNotice());
+    EXPECT_TRUE(
+        BuiltNotice().starts_with("Electronic cost report: " + ecr + "\rPrint image: " + pi));
+}
+
+TEST_F(EcrBuild, WhatAKilledBuildHasLeftGoesWithTheNext) {
+    const pid_t child = fork();
+    if (child == 0) {
+        // A file of a program that dies with it.
+        auto* const left = new Scratch(ecr);
+        _exit(left->Path().empty() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(HasScratchFiles(folder));
+    Build_ECR();
+    EXPECT_FALSE(HasScratchFiles(folder));
+    EXPECT_TRUE(fs::exists(ecr));
+}
+
 TEST_F(EcrBuild, APrintImageThatCannotBeWrittenIsToldByName) {
     fs::create_directory(pi);
     try {
@@ -432,7 +475,10 @@ protected:
 
 TEST_F(EcrByLibrary, SealsTheReportAndThenThePrintImage) {
     Build_ECR();
-    EXPECT_EQ(library.Calls(), (Lines{ecr + "|empty|0|0|0", pi + "|empty|0|1|0"}));
+    ASSERT_EQ(library.Calls().size(), 2u);
+    EXPECT_TRUE(library.Calls()[0].ends_with("|empty|0|0|0"));
+    EXPECT_TRUE(library.Calls()[1].ends_with("|empty|0|1|0"));
+    EXPECT_EQ(BytesOf(ecr).find("***"), std::string::npos);
     EXPECT_EQ(Ecr().back(), "4 of the test");
     EXPECT_EQ(Pi().back(), "***FINGERPRINT of the test");
     EXPECT_EQ(BytesOf(ecr).find("LOCALSEAL"), std::string::npos);
@@ -480,7 +526,27 @@ TEST_F(EcrByLibrary, ALibraryThatRefusesEverythingEndsTheSameWay) {
     Build_ECR();
     EXPECT_EQ(host.Boxes.size(), 5u);
     EXPECT_EQ(host.Boxes.back().Title, "Critical Error");
-    EXPECT_EQ(StartingWith(Ecr(), "4"), Lines{});
+    EXPECT_FALSE(fs::exists(ecr));
+    EXPECT_FALSE(fs::exists(pi));
+    EXPECT_FALSE(HasScratchFiles(folder));
+}
+
+TEST_F(EcrByLibrary, ABuildWithoutFingerprintLeavesTheFormerFilesBoth) {
+    Build_ECR();
+    const std::string former = BytesOf(ecr) + BytesOf(pi);
+    library.SetMode("no image");
+    SetCell("A", 8, "Col_1", 2000);
+    host.Files = {ecr};
+    Build_ECR();
+    EXPECT_EQ(BytesOf(ecr) + BytesOf(pi), former);
+    EXPECT_FALSE(HasScratchFiles(folder));
+}
+
+TEST_F(EcrByLibrary, ASealThatWasRefusedIsNotClaimed) {
+    library.SetMode("complain");
+    Build_ECR();
+    EXPECT_EQ(LastBuild().Seal.find("Sealed by"), std::string::npos);
+    EXPECT_NE(LastBuild().Seal.find("cannot be submitted"), std::string::npos);
 }
 
 TEST_F(EcrBuild, ALibraryThatCannotBeUsedStopsTheBuildBeforeAnythingIsWritten) {

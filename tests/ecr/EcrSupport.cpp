@@ -8,6 +8,7 @@
 #include "ecr/Emitters.h"
 #include "ecr/FingerprintLibrary.h"
 #include "ecr/Record.h"
+#include "store/files/Scratch.h"
 
 namespace zolmara::test {
 
@@ -35,7 +36,7 @@ Lines StartingWith(const Lines& lines, std::string_view start) {
 
 bool HasScratchFiles(const TempFolder& folder) {
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-        if (entry.path().extension() == ".tmp") return true;
+        if (IsScratchName(entry.path().filename().string())) return true;
     return false;
 }
 

@@ -170,6 +170,9 @@ TEST_F(InPreview, APageFitsTheWindowOrHasItsSize) {
     auto* const zoom = In<QComboBox>("cboZoom");
     zoom->setCurrentIndex(zoom->findText("Whole page"));
     EXPECT_LE(In<QWidget>("picPage")->height(), In<QScrollArea>("areaPage")->height());
+    zoom->setCurrentIndex(zoom->findText("Page width"));
+    const int room = In<QScrollArea>("areaPage")->viewport()->width();
+    EXPECT_NEAR(In<QWidget>("picPage")->width(), room, 40);
     zoom->setCurrentIndex(zoom->findText("100 %"));
     EXPECT_EQ(In<QWidget>("picPage")->width(), preview.logicalDpiX() * 17 / 2);
 }

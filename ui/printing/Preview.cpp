@@ -80,6 +80,8 @@ frmPreview::frmPreview(Document document, QPrinter& printer)
     area_->setWidget(view_);
     area_->setAlignment(Qt::AlignCenter);
     area_->setBackgroundRole(QPalette::Mid);
+    // Its coming and going would change the room that the page is to fit.
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeBar());
     column->addWidget(area_, 1);
@@ -87,6 +89,7 @@ frmPreview::frmPreview(Document document, QPrinter& printer)
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     resize(std::min(1000, screen.width()), std::min(760, screen.height()));
     GoTo(0);
+    area_->viewport()->installEventFilter(this);
     area_->setFocus();
 }
 
@@ -177,9 +180,10 @@ void frmPreview::GoTo(std::size_t number) {
 
 void frmPreview::Zoom() { GoTo(Page()); }
 
-void frmPreview::resizeEvent(QResizeEvent* event) {
-    QDialog::resizeEvent(event);
-    Zoom();
+/// A page that fits the window follows its size.
+bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == area_->viewport() && event->type() == QEvent::Resize) Zoom();
+    return QDialog::eventFilter(watched, event);
 }
 
 // --- Out of the preview --------------------------------------------------------------------

@@ -31,7 +31,7 @@ public:
     std::size_t Page() const;
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QPushButton* AddButton(const char* name, const QString& caption, const QString& help,
