@@ -58,7 +58,7 @@ EcrCrf::~EcrCrf() {
 
 Lines EcrCrf::Records(const std::function<void()>& emit) {
     const std::string path = folder.File("records.txt");
-    OwnPrintFile file(path);
+    OwnPrintFile file(path, AnyFile);
     ECRFile = file.Number();
     try {
         emit();
