@@ -7,6 +7,7 @@
 #include "cli/CliHost.h"
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
+#include "cli/ImportLog.h"
 #include "cli/Output.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
@@ -24,15 +25,6 @@ constexpr std::array kArguments{
     Argument{"SOURCE", ArgumentKind::Required, "The Cost Report File to take worksheets from"},
     Argument{"ITEM", ArgumentKind::Several, "Worksheets: A, A6, Bp1, ..."},
     Argument{"--all", ArgumentKind::Flag, "Every worksheet that both files have, but S1p1"},
-};
-
-/// The source is dropped however the command ends.
-struct Source {
-    explicit Source(const std::string& path) : Result(OpenImportSource(path)) {}
-    ~Source() { CloseImportSource(); }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
-    SourceResult Result;
 };
 
 /// False, with each line that differs, where the lists are not the same.
@@ -72,27 +64,27 @@ std::vector<ImportEntry> Chosen(const Inputs& inputs) {
     return chosen;
 }
 
-ExitStatus PrintImportMessages() {
-    Listing listing{{"Severity", "Message"}, {}};
-    for (const ImportMessage& message : ImportMessages())
-        listing.Rows.push_back({message.Severity, message.Text});
-    if (listing.Rows.empty() && TheFormat() == OutputFormat::Text) return kDone;
-    PrintMessages(listing);
-    return listing.Rows.empty() ? kDone : kRefusedOrMessages;
-}
-
 ExitStatus ImportCrf(const Inputs& inputs) {
     if (inputs.Has("--all") == !inputs.Texts("ITEM").empty())
         throw CommandLineError{"Name worksheets, or give --all"};
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    const Source source(FullPath(inputs.Text("SOURCE")));
-    if (source.Result == SourceResult::Unreadable) return kFileTrouble;
-    if (source.Result != SourceResult::Open || !CostCentersAgree()) return kRefusedOrMessages;
-    ImportWorksheets(Chosen(inputs), {});
-    return PrintImportMessages();
+    const ImportSource source(FullPath(inputs.Text("SOURCE")));
+    if (source.Result() == SourceResult::Unreadable) return kFileTrouble;
+    if (source.Result() != SourceResult::Open || !CostCentersAgree()) return kRefusedOrMessages;
+    ImportWorksheets(Chosen(inputs));
+    return PrintImportMessages(ImportMessages());
 }
 
 }  // namespace
+
+ExitStatus PrintImportMessages(std::span<const ImportMessage> messages) {
+    Listing listing{{"Severity", "Message"}, {}};
+    for (const ImportMessage& message : messages)
+        listing.Rows.push_back({message.Severity, message.Text});
+    if (messages.empty() && TheFormat() == OutputFormat::Text) return kDone;
+    PrintMessages(listing);
+    return messages.empty() ? kDone : kRefusedOrMessages;
+}
 
 const Command kImportCrf{
     "import-crf", "Take worksheets over from another Cost Report File",

@@ -53,12 +53,12 @@ SourceResult RefuseForm(const std::string& path, const std::string& form) {
 }
 
 /// The folder of the last source; before there was one, that of the last CRF.
-FileDialog SourceDialog() {
+FileDialog SourceDialog(const std::string& title) {
     FileDialog dialog = CrfDialog();
     const std::string folder = TheMachine().GetSetting(std::string(kProductName), "Startup",
                                                        std::string(kFolderKey), "None");
     if (folder != "None") dialog.FileName = (std::filesystem::path(folder) / "*.CRF").string();
-    dialog.Title = "Import From An Existing CRF";
+    dialog.Title = title;
     dialog.Filter = "Cost Report Files (*.CRF)|*.CRF";
     dialog.Flags = 4100;
     return dialog;
@@ -88,12 +88,21 @@ SourceResult OpenImportSource(const std::string& path) {
 
 std::string ImportTitle() { return gImportDB.IsOpen() ? TitleOf(gImportDB.Path()) : ""; }
 
+bool IsImportSource(const std::string& path) {
+    return gImportDB.IsOpen() && IsSameFile(path, gImportDB.Path());
+}
+
 void CloseImportSource() { gImportDB.Close(); }
+
+std::optional<std::string> ChooseImportSource(const std::string& title) {
+    const auto chosen = TheDialogs().ChooseFile(SourceDialog(title));
+    return chosen && !chosen->empty() ? chosen : std::nullopt;
+}
 
 std::int16_t ImportCRF() {
     if (CloseAllForms(false) != 0) return 0;
-    const std::optional<std::string> chosen = TheDialogs().ChooseFile(SourceDialog());
-    if (!chosen || chosen->empty()) return 0;
+    const auto chosen = ChooseImportSource("Import From An Existing CRF");
+    if (!chosen) return 0;
     return OpenImportSource(*chosen) == SourceResult::Open ? 1 : 0;
 }
 

@@ -67,7 +67,7 @@ void ReportRow(std::string_view item, const Variant& line, const StoreError& rea
 /// What is shown of a run over several worksheets: the one in hand, and how far the whole is.
 class RunView {
 public:
-    explicit RunView(std::span<const ImportEntry> entries) {
+    RunView(std::span<const ImportEntry> entries, const ImportShow& show) : show_(show) {
         TheStatus().SetPointer(Pointer::Hourglass);
         TheWindows().EnableMain(false);
         for (const ImportEntry& entry : entries) all_ += RowsOf(entry.Item);
@@ -80,12 +80,20 @@ public:
     RunView(const RunView&) = delete;
     RunView& operator=(const RunView&) = delete;
 
-    void Rows(std::size_t rows) const {
-        TheStatus().ShowProgress((done_ + static_cast<double>(rows)) / std::max(all_, 1.0));
-    }
-    void Finish(const std::string& item) {
-        done_ += RowsOf(item);
+    void Begin(const ImportEntry& entry) {
+        text_ = "Processing worksheet " + entry.Text;
+        TheStatus().ShowCalcMsg(" " + text_);
         Rows(0);
+    }
+    void Rows(std::size_t rows) const {
+        const double part = (done_ + static_cast<double>(rows)) / std::max(all_, 1.0);
+        if (show_) show_(text_, part);
+        TheStatus().ShowProgress(part);
+    }
+    void Finish(const ImportEntry& entry) {
+        done_ += RowsOf(entry.Item);
+        Rows(0);
+        TheStatus().DoEvents();
     }
 
 private:
@@ -94,6 +102,8 @@ private:
         return NumOr(gImportDB.Scalar(fmt::format("SELECT Count(*) AS Cnt FROM [{}];", item)));
     }
 
+    const ImportShow& show_;
+    std::string text_;
     double all_ = 0;
     double done_ = 0;
 };
@@ -107,21 +117,17 @@ public:
     ImportLog& operator=(const ImportLog&) = delete;
 };
 
-std::size_t RunImport(std::span<const ImportEntry> entries,
-                      const std::function<void(const std::string&)>& show) {
+std::size_t RunImport(std::span<const ImportEntry> entries, const ImportShow& show) {
     const ReadSnapshot snapshot(gImportDB);
     const ImportLog log;
-    RunView view(entries);
+    RunView view(entries, show);
     std::vector<std::string> items;
     std::size_t filled = 0;
     for (const ImportEntry& entry : entries) {
-        const std::string text = "Processing worksheet " + entry.Text;
-        if (show) show(text);
-        TheStatus().ShowCalcMsg(" " + text);
+        view.Begin(entry);
         if (ImportWorksheet(entry.Item, [&](std::size_t rows) { view.Rows(rows); })) ++filled;
         items.push_back(entry.Item);
-        view.Finish(entry.Item);
-        TheStatus().DoEvents();
+        view.Finish(entry);
     }
     CompareS2WithSchedules(items);
     return filled;
@@ -160,8 +166,7 @@ bool ImportWorksheet(std::string_view item, const std::function<void(std::size_t
     return true;
 }
 
-std::size_t ImportWorksheets(std::span<const ImportEntry> entries,
-                             const std::function<void(const std::string&)>& show) {
+std::size_t ImportWorksheets(std::span<const ImportEntry> entries, const ImportShow& show) {
     // What comes from elsewhere must be calculated and checked again.
     TheWindows().EnableMenu("mnuReportSubmit", false);
     std::size_t filled = 0;

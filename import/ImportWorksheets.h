@@ -28,17 +28,18 @@ std::vector<ImportEntry> ImportableWorksheets();
 bool ImportWorksheet(std::string_view item,
                      const std::function<void(std::size_t rows)>& progress = {});
 
+using ImportShow = std::function<void(const std::string& text, double part)>;
+
 /// A row of the log of the last import: what was wrong with it.
 struct ImportMessage {
     std::string Severity;  ///< "ERROR" or "Warning"
     std::string Text;
 };
 
-/// Takes over these worksheets as one batch, shows each by `show` as it begins,
-/// and holds S-2 against its schedules afterwards. Messages go to the log of kind I. Gives the
-/// number of worksheets that were filled.
-std::size_t ImportWorksheets(std::span<const ImportEntry> entries,
-                             const std::function<void(const std::string& text)>& show);
+/// Takes over these worksheets as one batch, and holds S-2 against its schedules afterwards. `show`
+/// hears which worksheet is in hand and how far the whole is, from 0 to 1. Messages go to the log
+/// of kind I. Gives the number of worksheets that were filled.
+std::size_t ImportWorksheets(std::span<const ImportEntry> entries, const ImportShow& show = {});
 
 /// The messages of the last import, in their order.
 std::vector<ImportMessage> ImportMessages();

@@ -11,6 +11,7 @@
 #include "store/Files.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/FurnishedCrf.h"
 #include "worksheets/IdentityChecks.h"
 #include "worksheets/Worksheet.h"
 
@@ -120,7 +121,7 @@ bool CreateFile() {
     }
 }
 
-void MakeTables(const NewCrfFields& fields) {
+void MakeTables(const NewCrfFields& fields, const std::function<void()>& furnish) {
     Build_Worksheets();
     TheStatus().DoEvents();
     Build_Log();
@@ -134,6 +135,7 @@ void MakeTables(const NewCrfFields& fields) {
     Build_CC();
     Build_ES();
     for (const std::string_view item : kMakingOrder) BuildWorksheet(item);
+    if (furnish) furnish();
 }
 
 /// Takes back a file whose making failed: a part of a CRF is worth nothing.
@@ -155,6 +157,11 @@ void ShowNewCrf() {
 }  // namespace
 
 bool CreateCrf(const std::string& path, const NewCrfFields& fields) {
+    return CreateFurnishedCrf(path, fields, {});
+}
+
+bool CreateFurnishedCrf(const std::string& path, const NewCrfFields& fields,
+                        const std::function<void()>& furnish) {
     DropCrf();
     SetCrfPath(path);
     TheStatus().SetPointer(Pointer::Hourglass);
@@ -164,7 +171,7 @@ bool CreateCrf(const std::string& path, const NewCrfFields& fields) {
     try {
         created = CreateFile();
         if (created) {
-            RunBatch(gDB, [&] { MakeTables(fields); });
+            RunBatch(gDB, [&] { MakeTables(fields, furnish); });
             RebuildComponentFlags();
         }
     } catch (...) {
@@ -181,15 +188,19 @@ bool CreateCrf(const std::string& path, const NewCrfFields& fields) {
     return true;
 }
 
-bool New_CRF(const NewCrfFields& fields) {
+std::optional<std::string> ChooseNewCrf() {
     FileDialog dialog = CrfDialog();
     dialog.Save = true;
     dialog.Title = "Name New Cost Report File (CRF)";
     dialog.Filter = "Cost Report Files (*.CRF)|*.CRF";
     dialog.Flags = 2050;
     const std::optional<std::string> chosen = TheDialogs().ChooseFile(dialog);
-    if (!chosen || chosen->empty()) return false;
-    return CreateCrf(*chosen, fields);
+    return chosen && !chosen->empty() ? chosen : std::nullopt;
+}
+
+bool New_CRF(const NewCrfFields& fields) {
+    const auto chosen = ChooseNewCrf();
+    return chosen && CreateCrf(*chosen, fields);
 }
 
 }  // namespace zolmara

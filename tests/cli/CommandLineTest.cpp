@@ -28,7 +28,7 @@ struct HelpCase {
 };
 
 const std::vector<HelpCase> kHelp{
-    {{"new"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--force"}},
+    {{"new"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--from", "--with", "--force"}},
     {{"info"}, {"FILE"}, {}},
     {{"calc"}, {"FILE"}, {}},
     {{"check"}, {"FILE"}, {}},

@@ -94,5 +94,45 @@ TEST_F(ImportCrfCommand, RebuildEmptiesAWorksheet) {
     EXPECT_EQ(wrong.Err, "ERROR\tERROR, worksheet 'A82' has NOT been successfully rebuilt.\n");
 }
 
+// --- new --from ----------------------------------------------------------------------------------
+
+TEST_F(ImportCrfCommand, NewFromLastYearHasItsStructureAndTheNextPeriod) {
+    const std::string last = SampleCrf();
+    const std::string bytes = ContentOf(last);
+    const std::string crf = File("Next.CRF");
+    const CliResult result = Run({"--quiet", "new", crf, "--from", last, "--with", "A", "A6"});
+    EXPECT_EQ(ContentOf(last), bytes);
+    const auto info = Run({"info", crf, "--format", "json"}).Json();
+    EXPECT_EQ(info["Number"], "14-9012");
+    EXPECT_EQ(info["FYStart"], "2024-01-01 00:00:00");
+    EXPECT_EQ(info["FYEnd"], "2024-12-31 00:00:00");
+    EXPECT_EQ(info["CostCenters"], 34);
+    EXPECT_EQ(info["Components"], 16);
+    // The component that closed during the year is named.
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_NE(result.Out.find("Report Ending"), std::string::npos) << result.Out;
+    Do({"--quiet", "calc", crf});
+    EXPECT_EQ(Do({"get", crf, "A", "100", "1"}), Do({"get", last, "A", "100", "1"}));
+    EXPECT_NE(Run({"check", crf}).Status, 4);
+}
+
+TEST_F(ImportCrfCommand, NewFromLastYearTakesDatesAndRefusesWhatIsLastYears) {
+    const std::string last = NewCrf("Last.CRF");
+    const std::string crf = File("Next.CRF");
+    Do({"--quiet", "new", crf, "--from", last, "--end", "12/31/2023"});
+    EXPECT_EQ(Run({"info", crf, "--format", "json"}).Json()["FYEnd"], "2023-12-31 00:00:00");
+    EXPECT_EQ(Run({"new", crf, "--from", last}).Status, 2);
+    Do({"--quiet", "new", crf, "--from", last, "--force"});
+    EXPECT_EQ(Run({"info", crf, "--format", "json"}).Json()["FYEnd"], "2024-09-30 00:00:00");
+    const std::string bytes = ContentOf(last);
+    EXPECT_EQ(Run({"new", last, "--from", last, "--force"}).Status, 2);
+    EXPECT_EQ(ContentOf(last), bytes);
+    EXPECT_EQ(Run({"new", File("x.CRF"), "--from", last, "--name", "Other"}).Status, 1);
+    EXPECT_EQ(Run({"new", File("x.CRF"), "--from", last, "--with", "E"}).Status, 2);
+    EXPECT_EQ(Run({"new", File("x.CRF"), "--from", File("none.CRF")}).Status, 4);
+    EXPECT_FALSE(std::filesystem::exists(File("x.CRF")));
+    EXPECT_EQ(Run({"new", File("x.CRF"), "--with", "A"}).Status, 1);
+}
+
 }  // namespace
 }  // namespace zolmara::test

@@ -54,7 +54,7 @@ std::size_t ImportCrfTest::Take(std::initializer_list<std::string_view> items) {
     std::vector<ImportEntry> entries;
     for (const std::string_view item : items)
         entries.push_back({std::string(item), fmt::format("X ({})", item)});
-    const std::size_t filled = ImportWorksheets(entries, {});
+    const std::size_t filled = ImportWorksheets(entries);
     return filled;
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ImportSource : public ImportCrfTest {
+class ImportSourceTest : public ImportCrfTest {
 protected:
     void ExpectRefused(const std::string& path, SourceResult why, const std::string& text) {
         host.Forget();
@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(ImportSource, TheDialogStartsInTheFolderOfTheLastSource) {
+TEST_F(ImportSourceTest, TheDialogStartsInTheFolderOfTheLastSource) {
     host.Settings["Zolmara 287-22/Startup/CRFLoc"] = "/data/crfs";
     EXPECT_EQ(ImportCRF(), 0);
     ASSERT_EQ(host.Dialogs.size(), 1u);
@@ -46,14 +46,14 @@ TEST_F(ImportSource, TheDialogStartsInTheFolderOfTheLastSource) {
     EXPECT_TRUE(host.Boxes.empty());
 }
 
-TEST_F(ImportSource, WorksheetWindowsAreClosedFirstAndOneThatStaysEndsIt) {
+TEST_F(ImportSourceTest, WorksheetWindowsAreClosedFirstAndOneThatStaysEndsIt) {
     host.CloseResults = {1};
     EXPECT_EQ(ImportCRF(), 0);
     EXPECT_TRUE(host.Dialogs.empty());
     EXPECT_EQ(host.Events, std::vector<std::string>{"CloseAllForms: False"});
 }
 
-TEST_F(ImportSource, AChosenFileIsOpenAndItsFolderRemembered) {
+TEST_F(ImportSourceTest, AChosenFileIsOpenAndItsFolderRemembered) {
     host.Files = {source_};
     EXPECT_EQ(ImportCRF(), 1);
     EXPECT_TRUE(gImportDB.IsOpen());
@@ -65,13 +65,13 @@ TEST_F(ImportSource, AChosenFileIsOpenAndItsFolderRemembered) {
     EXPECT_FALSE(gImportDB.IsOpen());
 }
 
-TEST_F(ImportSource, TheOpenCrfIsRefused) {
+TEST_F(ImportSourceTest, TheOpenCrfIsRefused) {
     ExpectRefused(target_, SourceResult::SameFile,
                   "The import file (\"ThisYear.CRF\") is the same file that is currently being "
                   "used.  Please select another CRF file.");
 }
 
-TEST_F(ImportSource, TheOpenCrfIsRefusedByAnotherPathToo) {
+TEST_F(ImportSourceTest, TheOpenCrfIsRefusedByAnotherPathToo) {
     const std::string link = folder.File("Link.CRF");
     fs::create_symlink(target_, link);
     const std::string text =
@@ -86,7 +86,7 @@ TEST_F(ImportSource, TheOpenCrfIsRefusedByAnotherPathToo) {
                   "used.  Please select another CRF file.");
 }
 
-TEST_F(ImportSource, AFileThatIsNoCrfIsRefused) {
+TEST_F(ImportSourceTest, AFileThatIsNoCrfIsRefused) {
     const std::string text = folder.File("notes.txt");
     std::ofstream(text) << "no database";
     ExpectRefused(text, SourceResult::Unreadable, NotValid("notes.txt"));
@@ -95,7 +95,7 @@ TEST_F(ImportSource, AFileThatIsNoCrfIsRefused) {
     ExpectRefused(foreign, SourceResult::Unreadable, NotValid("Foreign.CRF"));
 }
 
-TEST_F(ImportSource, AFileWithoutMasterOrFormNumberIsRefused) {
+TEST_F(ImportSourceTest, AFileWithoutMasterOrFormNumberIsRefused) {
     InSource([] { gDB.Execute("UPDATE Master SET FormNum=Null;"); });
     ExpectRefused(source_, SourceResult::Unreadable, NotValid("LastYear.CRF"));
     InSource([] { gDB.DeleteField("Master", "FormNum"); });
@@ -104,7 +104,7 @@ TEST_F(ImportSource, AFileWithoutMasterOrFormNumberIsRefused) {
     ExpectRefused(source_, SourceResult::Unreadable, NotValid("LastYear.CRF"));
 }
 
-TEST_F(ImportSource, WhatStandsInTheWayOfReadingIsTold) {
+TEST_F(ImportSourceTest, WhatStandsInTheWayOfReadingIsTold) {
     host.Forget();
     EXPECT_EQ(OpenImportSource(folder.File("none.CRF")), SourceResult::Unreadable);
     EXPECT_EQ(host.Texts()[0], NotValid("none.CRF") + "\r\n" + folder.File("none.CRF") +
@@ -114,7 +114,7 @@ TEST_F(ImportSource, WhatStandsInTheWayOfReadingIsTold) {
     EXPECT_EQ(host.Texts()[0], NotValid("last") + "\r\n" + folderOfSource_ + ": is a folder");
 }
 
-TEST_F(ImportSource, ASourceOfForm2552IsRefusedByItsNumber) {
+TEST_F(ImportSourceTest, ASourceOfForm2552IsRefusedByItsNumber) {
     InSource([] { gDB.Execute("UPDATE Master SET FormNum='2552';"); });
     ExpectRefused(source_, SourceResult::OtherForm,
                   "This program is for use only in producing CMS 287 Cost Reports.  You have just "
@@ -125,7 +125,7 @@ TEST_F(ImportSource, ASourceOfForm2552IsRefusedByItsNumber) {
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Open);
 }
 
-TEST_F(ImportSource, ADamagedFileIsRefusedAheadOfAnyCopying) {
+TEST_F(ImportSourceTest, ADamagedFileIsRefusedAheadOfAnyCopying) {
     std::fstream file(source_, std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(4096 * 20);
     file << std::string(4096, '\x7f');
@@ -135,7 +135,7 @@ TEST_F(ImportSource, ADamagedFileIsRefusedAheadOfAnyCopying) {
     EXPECT_NE(host.Texts()[0].find("the file is damaged"), std::string::npos) << host.Texts()[0];
 }
 
-TEST_F(ImportSource, AFileThatAnotherProgramHoldsIsToldAsHeld) {
+TEST_F(ImportSourceTest, AFileThatAnotherProgramHoldsIsToldAsHeld) {
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open(source_.c_str(), &other), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
@@ -149,7 +149,7 @@ TEST_F(ImportSource, AFileThatAnotherProgramHoldsIsToldAsHeld) {
 
 // --- Cost centers ------------------------------------------------------------------------------
 
-TEST_F(ImportSource, TheSameCostCentersStandSideBySide) {
+TEST_F(ImportSourceTest, TheSameCostCentersStandSideBySide) {
     OpenSource();
     const auto pairs = CompareCostCenters();
     ASSERT_EQ(pairs.size(), 27u);
@@ -162,7 +162,7 @@ TEST_F(ImportSource, TheSameCostCentersStandSideBySide) {
     EXPECT_EQ(CostCenterWarning(true), "Check all Cost Centers to insure that they are the same.");
 }
 
-TEST_F(ImportSource, OneMoreSubscriptedCostCenterIsAMismatch) {
+TEST_F(ImportSourceTest, OneMoreSubscriptedCostCenterIsAMismatch) {
     InSource([] {
         AddCostCenter(Currency(9.01));
         gDB.Execute("UPDATE CostCenters SET CCName='Night Shift' WHERE LineNum=9.01;");
@@ -178,7 +178,7 @@ TEST_F(ImportSource, OneMoreSubscriptedCostCenterIsAMismatch) {
     EXPECT_EQ(CostCenterWarning(false), "Cost Centers must match exactly to allow CRF importing.");
 }
 
-TEST_F(ImportSource, ALastLineOfTheOpenCrfAloneIsAMismatch) {
+TEST_F(ImportSourceTest, ALastLineOfTheOpenCrfAloneIsAMismatch) {
     AddCostCenter(Currency(29.0));
     OpenSource();
     const auto pairs = CompareCostCenters();
@@ -187,7 +187,7 @@ TEST_F(ImportSource, ALastLineOfTheOpenCrfAloneIsAMismatch) {
     EXPECT_FALSE(CostCentersMatch(pairs));
 }
 
-TEST_F(ImportSource, AnotherNameOnTheSameLineIsAMismatch) {
+TEST_F(ImportSourceTest, AnotherNameOnTheSameLineIsAMismatch) {
     InSource([] { gDB.Execute("UPDATE CostCenters SET CCName='Other' WHERE LineNum=4.01;"); });
     OpenSource();
     const auto pairs = CompareCostCenters();

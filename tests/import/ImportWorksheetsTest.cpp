@@ -76,7 +76,7 @@ TEST_F(ImportWorksheetsTest, EveryWorksheetComesOverExactly) {
     const std::string bytes = BytesOf(source_);
     OpenSource();
     const auto entries = ImportableWorksheets();
-    EXPECT_EQ(ImportWorksheets(entries, {}), 45u);
+    EXPECT_EQ(ImportWorksheets(entries), 45u);
     for (const auto& entry : entries)
         EXPECT_EQ(TargetRows(entry.Item), SourceRows(entry.Item)) << entry.Item;
     EXPECT_EQ(Cell("S1p1", 4, "Col_3"), Variant());
@@ -115,7 +115,13 @@ TEST_F(ImportWorksheetsTest, ItRunsAsOneCommitAndShowsEachWorksheet) {
     const auto commits = gDB.CommitCount();
     std::vector<std::string> shown;
     const std::vector<ImportEntry> entries = {{"A", "A (A)"}, {"G1", "G-1 (G1)"}};
-    ImportWorksheets(entries, [&](const std::string& text) { shown.push_back(text); });
+    double last = 0;
+    ImportWorksheets(entries, [&](const std::string& text, double part) {
+        if (shown.empty() || shown.back() != text) shown.push_back(text);
+        EXPECT_GE(part, last);
+        last = part;
+    });
+    EXPECT_EQ(last, 1.0);
     EXPECT_EQ(gDB.CommitCount(), commits + 1);
     EXPECT_EQ(shown, (std::vector<std::string>{"Processing worksheet A (A)",
                                                "Processing worksheet G-1 (G1)"}));
@@ -247,7 +253,7 @@ void TakeAll(const std::string& source, const std::string& target) {
     SetCrfPath(target);
     ASSERT_EQ(OpenImportSource(source), SourceResult::Open);
     const auto entries = ImportableWorksheets();
-    EXPECT_EQ(ImportWorksheets(entries, {}), 45u);
+    EXPECT_EQ(ImportWorksheets(entries), 45u);
     EXPECT_TRUE(ImportMessages().empty());
     CloseImportSource();
     Calc_All();
@@ -316,7 +322,7 @@ TEST_F(ImportWorksheetsTest, DyingBetweenAnyTwoWorksheetsLeavesTheFileAsItWas) {
                     if (++count == nth) raise(SIGKILL);
                 };
             },
-            [] { ImportWorksheets(ImportableWorksheets(), {}); });
+            [] { ImportWorksheets(ImportableWorksheets()); });
         SCOPED_TRACE(nth);
         ASSERT_TRUE(end.Killed);
         EXPECT_FALSE(DBEngine::RepairDatabase(target_).WasDamaged);
@@ -330,7 +336,7 @@ TEST_F(ImportWorksheetsTest, DyingAtAnyMomentLeavesOldOrNew) {
     const auto before = DumpCrf();
     gDB.Close();
     fs::copy_file(target_, folder.File("Base.CRF"));
-    const auto import = [] { ImportWorksheets(ImportableWorksheets(), {}); };
+    const auto import = [] { ImportWorksheets(ImportableWorksheets()); };
     const auto open = [&] {
         gDB = DBEngine::OpenDatabase(target_);
         OpenImportSource(source_);

@@ -101,13 +101,6 @@ TEST_F(SmallWindows, AnOldFileGetsItsHeaderLines) {
     EXPECT_EQ(Lines()->rowCount(), 3);
 }
 
-TEST_F(SmallWindows, RebuildSaysThatItHasNoWindow) {
-    Open(MakeCrf("One.CRF"));
-    Trigger("mnuReportUtilitiesReBuild");
-    ASSERT_EQ(Boxes.size(), 1U);
-    EXPECT_EQ(Boxes[0].Style, kInformation);
-}
-
 // --- Import --------------------------------------------------------------------------------
 
 TEST_F(SmallWindows, ImportAsksFirstAndNoIsItsDefault) {

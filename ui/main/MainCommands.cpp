@@ -17,6 +17,8 @@
 #include "ui/dialogs/frmCreateNewCRF.h"
 #include "ui/dialogs/frmHeaderLines.h"
 #include "ui/dialogs/frmHelpAbout.h"
+#include "ui/dialogs/frmImportMDI.h"
+#include "ui/dialogs/frmReBuild_A_Worksheet.h"
 #include "ui/dialogs/frmViewError.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/OpenForms.h"
@@ -47,6 +49,7 @@ void ReportPrintSelect(frmMain&) {
 }
 void ReportPrint(frmMain&) { Print_All(0); }
 void ReportImportASCII(frmMain&) { mnuReportImportASCII(); }
+void ReportImportCRF(frmMain&) { ShowImportCRF(); }
 void ReportExit(frmMain& main) { main.close(); }
 
 void ReportPrinterSetup(frmMain&) {
@@ -64,8 +67,7 @@ void ReportElectronically(frmMain&) {
 
 void UtilitiesReBuild(frmMain&) {
     if (CloseAllForms(false) != 0) return;
-    TheDialogs().MsgBox("The window that rebuilds a worksheet is not part of this version yet.",
-                        kInformation, std::string(kProductName));
+    ShowForm(new frmReBuild_A_Worksheet);
 }
 
 void UtilitiesHQ(frmMain& main) {
@@ -121,6 +123,7 @@ constexpr Command kCommands[] = {
     {"mnuReportPrintSelect", ReportPrintSelect},
     {"mnuReportPrint", ReportPrint},
     {"mnuReportImportASCII", ReportImportASCII},
+    {"mnuReportImportCRF", ReportImportCRF},
     {"mnuReportManually", ReportManually},
     {"mnuReportElectronically", ReportElectronically},
     {"mnuReportUtilitiesReBuild", UtilitiesReBuild},

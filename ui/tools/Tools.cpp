@@ -1,6 +1,8 @@
 #include "ui/tools/Tools.h"
 
 #include "store/session/Session.h"
+#include "ui/dialogs/frmImportMDI.h"
+#include "ui/dialogs/frmNewFromLastYear.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/EntryCalculation.h"
@@ -19,6 +21,14 @@ std::vector<Tool>& Tools() {
          .Shortcut = "F8",
          .IsOn = CrfIsOpen,
          .Run = OpenNextFinding},
+        {.Name = "tlsImportCRF",
+         .Caption = "&Take Over From Another CRF ...",
+         .LineAhead = true,
+         .IsOn = CrfIsOpen,
+         .Run = ShowImportCRF},
+        {.Name = "tlsNewFromLastYear",
+         .Caption = "New From &Last Year ...",
+         .Run = ShowNewFromLastYear},
     };
     return tools;
 }

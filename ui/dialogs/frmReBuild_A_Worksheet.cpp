@@ -1,0 +1,45 @@
+#include "ui/dialogs/frmReBuild_A_Worksheet.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "import/Rebuild.h"
+#include "ui/main/Buttons.h"
+#include "ui/main/OpenForms.h"
+#include "ui/main/QtText.h"
+
+namespace zolmara::ui {
+
+frmReBuild_A_Worksheet::frmReBuild_A_Worksheet()
+    : cboReBuild_(new QComboBox),
+      cmdExecute_(MakeButton("cmdExecute", "&Execute", [this] { Execute(); })) {
+    SetUpForm(this, "frmReBuild_A_Worksheet", "ReBuild A Worksheet", true);
+    cboReBuild_->setObjectName("cboReBuild");
+    cboReBuild_->setAccessibleName("Worksheet");
+    for (const std::string_view item : RebuildableWorksheets())
+        cboReBuild_->addItem(Q(std::string(item)));
+    cboReBuild_->setCurrentIndex(-1);
+    cmdExecute_->setEnabled(false);
+    connect(cboReBuild_, &QComboBox::currentIndexChanged, this,
+            [this](int index) { cmdExecute_->setEnabled(index >= 0); });
+    auto* cancel = MakeButton("cmdCancel", "&Cancel", [this] { UnloadForm(this); });
+    auto* column = new QVBoxLayout(this);
+    auto* form = new QFormLayout;
+    form->addRow("Worksheet:", cboReBuild_);
+    column->addLayout(form);
+    auto* warning = new QLabel("All that was keyed on the worksheet will be lost.");
+    warning->setObjectName("lblWarning");
+    column->addWidget(warning);
+    column->addWidget(MakeButtonStrip({cmdExecute_, cancel}));
+    PressOnEscape(this, cancel);
+    AddForm(this);
+}
+
+void frmReBuild_A_Worksheet::Execute() {
+    RebuildWorksheet(S(cboReBuild_->currentText()));
+    UnloadForm(this);
+}
+
+}  // namespace zolmara::ui
