@@ -82,8 +82,8 @@ public:
 
     void Begin(const ImportEntry& entry) {
         text_ = "Processing worksheet " + entry.Text;
-        TheStatus().ShowCalcMsg(" " + text_);
         Rows(0);
+        TheStatus().ShowCalcMsg(" " + text_);
     }
     void Rows(std::size_t rows) const {
         const double part = (done_ + static_cast<double>(rows)) / std::max(all_, 1.0);

@@ -48,6 +48,10 @@ protected:
         ASSERT_NE(found, nullptr) << button;
         found->click();
     }
+    std::string LabelOf(const char* form, const char* name) const {
+        const QLabel* const label = Control<QLabel>(form, name);
+        return label ? S(label->text()) : "";
+    }
     QListWidget* List() const {
         return Step("frmImportWkshts")->findChild<QListWidget*>("lbWorksheets");
     }
@@ -66,22 +70,22 @@ TEST_F(ImportWindows, TheThreeStepsTakeAWorksheetOver) {
     TakeOver();
     EXPECT_EQ(Dialogs[0].Title, "Import From An Existing CRF");
     EXPECT_EQ(Form("frmImportMDI")->windowTitle(), "CRF to CRF Import");
-    EXPECT_EQ(TextOf("frmImportMDI", "lblCurrentCRF"), "Current CRF\nThis.CRF");
-    EXPECT_EQ(TextOf("frmImportMDI", "lblImportCRF"), "Import CRF\nLast.CRF");
-    EXPECT_EQ(TextOf("frmImportMDI", "lblWarning"),
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblCurrentCRF"), "Current CRF\nThis.CRF");
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblImportCRF"), "Import CRF\nLast.CRF");
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblWarning"),
               "Check all Cost Centers to insure that they are the same.");
     auto* const grid = Step("frmImportCCMis")->findChild<QTableWidget*>("grd");
     EXPECT_EQ(grid->rowCount(), 26);
     EXPECT_EQ(grid->item(25, 0)->text(), "28    Interest Income");
     Press("frmImportCCMis", "mnuNext");
-    EXPECT_EQ(TextOf("frmImportMDI", "lblWorksheets"),
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblWorksheets"),
               "Worksheets in the import CRF:\n(\"Last.CRF\")\nthat are also in the current CRF");
     EXPECT_EQ(List()->count(), 45);
     EXPECT_EQ(List()->item(0)->text(), "A (A)");
     Choose("A (A)");
     Press("frmImportWkshts", "mnuNext");
     EXPECT_TRUE(Boxes.empty());
-    EXPECT_EQ(TextOf("frmImportMDI", "lblProgress"),
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblProgress"),
               "1 of 1 worksheets were imported.  Nothing has been recalculated yet.");
     EXPECT_EQ(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum=8;"), Variant(5000.0));
     EXPECT_FALSE(main->InLongStep());
@@ -107,7 +111,7 @@ TEST_F(ImportWindows, OtherCostCentersCloseTheWayOn) {
     MakePair();
     gDB.Execute("UPDATE CostCenters SET CCName='Pay' WHERE LineNum=8;");
     TakeOver();
-    EXPECT_EQ(TextOf("frmImportMDI", "lblWarning"),
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblWarning"),
               "Cost Centers must match exactly to allow CRF importing.");
     EXPECT_FALSE(Step("frmImportCCMis")->findChild<QPushButton*>("mnuNext")->isEnabled());
     Press("frmImportCCMis", "cmdClose");
@@ -233,7 +237,7 @@ TEST_F(ImportWindows, NewFromLastYearProposesThePeriodAndOpensTheNewFile) {
     const std::string made = folder.File("Next.CRF");
     Files = {source_, made};
     Tool("tlsNewFromLastYear");
-    EXPECT_EQ(TextOf("frmNewFromLastYear", "lblLastYear"), "Last.CRF");
+    EXPECT_EQ(LabelOf("frmNewFromLastYear", "lblLastYear"), "Last.CRF");
     EXPECT_EQ(TextOf("frmNewFromLastYear", "txtFYStart"), "10/1/2023");
     EXPECT_EQ(TextOf("frmNewFromLastYear", "txtFYEnd"), "9/30/2024");
     auto* const list = Control<QListWidget>("frmNewFromLastYear", "lbWorksheets");
@@ -251,7 +255,6 @@ TEST_F(ImportWindows, NewFromLastYearProposesThePeriodAndOpensTheNewFile) {
 
 TEST_F(ImportWindows, NewFromLastYearRefusesDatesAndLastYearsName) {
     MakePair();
-    const std::string link = folder.File("Alias.CRF");
     Files = {source_, source_};
     Tool("tlsNewFromLastYear");
     Key("frmNewFromLastYear", "txtFYStart", "soon");

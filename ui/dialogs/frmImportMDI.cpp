@@ -50,8 +50,6 @@ frmImportMDI::frmImportMDI()
     AddForm(this);
 }
 
-frmImportMDI::~frmImportMDI() { CloseImportSource(); }
-
 void frmImportMDI::ChooseWorksheets() {
     if (!worksheets_) {
         worksheets_ = new frmImportWkshts([this] { Import(); });
@@ -89,7 +87,10 @@ bool frmImportMDI::MayClose() {
 }
 
 void frmImportMDI::closeEvent(QCloseEvent* event) {
-    if (closing_) return event->accept();
+    if (closing_) {
+        CloseImportSource();
+        return event->accept();
+    }
     event->ignore();
     if (!MayClose()) return;
     closing_ = true;

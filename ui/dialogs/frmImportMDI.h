@@ -13,12 +13,11 @@ class frmImportCCMis;
 class frmImportProgress;
 class frmImportWkshts;
 
-/// "CRF to CRF Import": hosts its steps one after the other. As long as it lives gImportDB is
-/// open.
+/// "CRF to CRF Import": hosts its steps one after the other. As long as it is open
+/// gImportDB is.
 class frmImportMDI : public QWidget {
 public:
     frmImportMDI();
-    ~frmImportMDI() override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <QCloseEvent>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -53,7 +54,10 @@ frmNewFromLastYear::frmNewFromLastYear() : fields_(FieldsAfterLastYear("", "")) 
     AddForm(this);
 }
 
-frmNewFromLastYear::~frmNewFromLastYear() { CloseImportSource(); }
+void frmNewFromLastYear::closeEvent(QCloseEvent* event) {
+    CloseImportSource();
+    event->accept();
+}
 
 void frmNewFromLastYear::MakeFields() {
     auto* form = new QFormLayout;

@@ -14,7 +14,9 @@ namespace zolmara::ui {
 class frmNewFromLastYear : public QWidget {
 public:
     frmNewFromLastYear();
-    ~frmNewFromLastYear() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void MakeFields();
