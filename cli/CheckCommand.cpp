@@ -10,7 +10,10 @@ namespace zolmara::cli {
 
 namespace {
 
-constexpr std::array kArguments{kFileArgument};
+constexpr std::array kArguments{
+    kFileArgument,
+    Argument{"--explain", ArgumentKind::Flag,
+             "Show the figures that a check held against each other, and their difference"}};
 
 ExitStatus StatusOf(std::int16_t level) {
     if (level == kNonFatalLevel) return kBlocked;
@@ -21,7 +24,11 @@ ExitStatus Check(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const std::int16_t level = Run_EditChecks();
     if (level != kNoErrorsLevel) {
-        PrintFindings();
+        if (inputs.Has("--explain")) {
+            PrintComparedFindings();
+        } else {
+            PrintFindings();
+        }
     } else if (TheFormat() == OutputFormat::Text) {
         PrintLine(kNoErrorsFound);
     } else {

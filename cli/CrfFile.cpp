@@ -42,4 +42,11 @@ Currency LineOf(const std::string& text) {
     return Currency(*number);
 }
 
+Variant SignatureText() {
+    const auto master = gDB.OpenRecordset("SELECT * FROM Master;");
+    if (IsBlankValue(master["ESLastName"])) return nullptr;
+    return fmt::format("{} {}, {}, {}", Text(master["ESFirstName"]), Text(master["ESLastName"]),
+                       Text(master["ESTitle"]), Text(master["ESDate"]));
+}
+
 }  // namespace zolmara::cli

@@ -7,6 +7,7 @@
 
 #include "cli/Command.h"
 #include "core/Currency.h"
+#include "core/Variant.h"
 
 namespace zolmara::cli {
 
@@ -35,5 +36,8 @@ std::string KeyOf(const std::string& table);
 
 /// A line number from the command line, such as 4 or 4.01.
 Currency LineOf(const std::string& text);
+
+/// Who signed the open CRF, and when; Null while nobody has.
+Variant SignatureText();
 
 }  // namespace zolmara::cli

@@ -19,13 +19,6 @@ Variant CountOf(std::string_view table) {
     return gDB.Scalar(fmt::format("SELECT Count(*) AS Cnt FROM {};", table));
 }
 
-/// Who signed, and when; Null while nobody has.
-Variant Signature(Recordset& master) {
-    if (IsBlankValue(master["ESLastName"])) return nullptr;
-    return fmt::format("{} {}, {}, {}", Text(master["ESFirstName"]), Text(master["ESLastName"]),
-                       Text(master["ESTitle"]), Text(master["ESDate"]));
-}
-
 Variant FileSize() {
     std::error_code error;
     const auto size = std::filesystem::file_size(gCRFPath, error);
@@ -41,7 +34,7 @@ ExitStatus Info(const Inputs& inputs) {
                     "Components_3", "Signature", "Size"};
     info.Rows.push_back({gCRFPath, gFormNum, gProviderNumber, gProviderName, gFYStart, gFYEnd,
                          master["BuildDate"], CountOf("CostCenters"), CountOf("S2p1"),
-                         CountOf("S2p2"), CountOf("S2p3"), Signature(master), FileSize()});
+                         CountOf("S2p2"), CountOf("S2p3"), SignatureText(), FileSize()});
     PrintRecord(info);
     return kDone;
 }

@@ -5,15 +5,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
+#include "cli/Json.h"
 #include "core/Globals.h"
 
 namespace zolmara::cli {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = JsonDoc;
 
 OutputFormat gFormat = OutputFormat::Text;
 
@@ -31,20 +31,10 @@ Json JsonNumber(double value) {
     return value;
 }
 
-Json JsonValue(const Variant& value) {
-    if (value.IsNull()) return nullptr;
-    if (value.IsNumber()) return JsonNumber(value.Number());
-    return PlainText(value);
-}
-
 Json JsonObject(const Listing& listing, const std::vector<Variant>& row) {
     Json object = Json::object();
     for (std::size_t i = 0; i < row.size(); ++i) object[listing.Columns[i]] = JsonValue(row[i]);
     return object;
-}
-
-void PutJson(const Json& json) {
-    Put(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
 }
 
 std::string CsvField(const std::string& text) {
@@ -108,6 +98,16 @@ void PutTextRow(const std::vector<std::string>& cells, const std::vector<ColumnS
 }
 
 }  // namespace
+
+JsonDoc JsonValue(const Variant& value) {
+    if (value.IsNull()) return nullptr;
+    if (value.IsNumber()) return JsonNumber(value.Number());
+    return PlainText(value);
+}
+
+void PutJson(const JsonDoc& json) {
+    Put(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+}
 
 OutputFormat TheFormat() { return gFormat; }
 void SetFormat(OutputFormat format) { gFormat = format; }

@@ -59,7 +59,11 @@ Node Constant(double number) { return {.Kind = NodeKind::Constant, .Number = num
 Node Words(std::string_view text) { return {.Kind = NodeKind::Constant, .Text = text}; }
 Node Sum(std::vector<Node> parts) { return With(NodeKind::Sum, std::move(parts)); }
 Node Less(std::vector<Node> parts) { return With(NodeKind::Less, std::move(parts)); }
-Node Product(Node a, Node b) { return Pair(NodeKind::Product, std::move(a), std::move(b)); }
+Node Product(Node a, Node b, std::string_view word) {
+    Node node = Pair(NodeKind::Product, std::move(a), std::move(b));
+    node.Text = word;
+    return node;
+}
 Node Ratio(Node a, Node b) { return Pair(NodeKind::Ratio, std::move(a), std::move(b)); }
 Node Rounded(Node value, int digits) {
     Node node = With(NodeKind::Rounded, {std::move(value)});

@@ -142,7 +142,8 @@ Node Constant(double number);
 Node Words(std::string_view text);
 Node Sum(std::vector<Node> parts);
 Node Less(std::vector<Node> parts);
-Node Product(Node a, Node b);
+/// `word` stands between the figures: 0.25 "of" an amount, 1.5 "times" a statistic.
+Node Product(Node a, Node b, std::string_view word = "of");
 Node Ratio(Node a, Node b);
 Node Rounded(Node value, int digits);
 /// A figure that a statement carries into the cell.

@@ -53,7 +53,7 @@ Node Allocated(const Family& family) {
     const std::string_view statistics = Kept(fmt::format("{}?", family.Kind->Statistics));
     const Node unitCost = SameColumn(family.CostTable, kUnitCostMultiplier);
     return Closed({.Share = Pair(NodeKind::UnlessZero, SameCell(statistics),
-                                 Rounded(Product(unitCost, SameCell(statistics)), 0)),
+                                 Rounded(Product(unitCost, SameCell(statistics), "times"), 0)),
                    .Want = SameColumn(family.CostTable, kCostToAllocate),
                    .Items = {family.Tables.begin(), family.Tables.end()},
                    .Lines = LinesBelow(kPartTotal),

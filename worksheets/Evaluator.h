@@ -40,6 +40,8 @@ public:
     /// What the formula comes to for the own cell.
     Variant Value(const Node& node, const CellRef& own);
     double Number(const Node& node, const CellRef& own);
+    /// Each value of a node that has many, such as a column; the one of any other.
+    void EachNumber(const Node& node, const CellRef& own, const std::function<void(double)>& take);
     const ClosedShares& Shares(const Closing& closing, const CellRef& own);
 
     using Visit = std::function<void(const CellRef&)>;
@@ -51,7 +53,6 @@ public:
     CellSource& Cells() { return cells_; }
 
 private:
-    void EachNumber(const Node& node, const CellRef& own, const std::function<void(double)>& take);
     Variant ClosedValue(const Closing& closing, const CellRef& own);
     ClosedShares Gather(const Closing& closing, const CellRef& own);
     Variant KeptIf(const Node& node, const CellRef& own);

@@ -1,0 +1,126 @@
+#include "worksheets/Explain.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <set>
+
+#include "core/Globals.h"
+#include "store/session/Session.h"
+#include "worksheets/CellNames.h"
+#include "worksheets/Descriptions.h"
+#include "worksheets/Schedules.h"
+#include "worksheets/Worksheet.h"
+
+namespace zolmara {
+namespace {
+
+bool IsFixedFormula(const Node& formula) {
+    return formula.Kind == NodeKind::Nothing || formula.Kind == NodeKind::Constant;
+}
+
+/// Tables beside the worksheets whose cells are keyed.
+bool IsKeyedTable(std::string_view item) { return item == "CostCenters" || item == "ES"; }
+
+std::string KeyedRule(const CellRef& cell) {
+    if (IsKeyedTable(cell.Item)) return "Keyed in the cost centers, or imported.";
+    return fmt::format("Keyed in the editor of worksheet {}, or imported.", FormName(cell.Item));
+}
+
+std::string FixedRule(const CellRef& cell) {
+    if (FindSchedule(cell.Item) != nullptr && cell.Line < kPartTotal && cell.Item != "E") {
+        return fmt::format("It comes with the component, from S-2 Part {}.",
+                           FormName(cell.Item).substr(FormName(cell.Item).find("Part ") + 5));
+    }
+    if (cell.Item == "A" || cell.Item == "A7p2") {
+        return "It comes with the line; a cost center's name is changed in the cost centers.";
+    }
+    return "It comes with the line of the form.";
+}
+
+std::string RuleOf(const CellRef& cell, CellState state) {
+    if (const CellDescription* description = FindDescription(cell)) return description->Words;
+    if (state == CellState::Fixed) return FixedRule(cell);
+    const CellDescription* over = FindOverwriting(cell);
+    return over == nullptr ? KeyedRule(cell) : KeyedRule(cell) + " " + over->Words;
+}
+
+/// Sums name every cell of a column; those that hold nothing say nothing. A single cell is named
+/// even so.
+std::vector<CellRef> InputsOf(const Node& formula, const CellRef& own, Evaluator& walker) {
+    std::vector<CellRef> inputs;
+    std::set<CellRef> seen;
+    walker.Inputs(formula, own, [&](const CellRef& input) {
+        if (seen.insert(input).second) inputs.push_back(input);
+    });
+    constexpr std::size_t kFew = 4;
+    if (inputs.size() <= kFew) return inputs;
+    std::erase_if(inputs, [&](const CellRef& input) {
+        const Variant value = walker.Cells().Value(input);
+        return value.IsNull() || (value.IsNumber() && value.Number() == 0);
+    });
+    return inputs;
+}
+
+}  // namespace
+
+std::string_view NameOf(CellState state) {
+    switch (state) {
+        case CellState::Keyed:
+            return "keyed";
+        case CellState::Computed:
+            return "computed";
+        case CellState::Fixed:
+            break;
+    }
+    return "fixed";
+}
+
+CellState StateOf(const CellRef& cell) {
+    if (const CellDescription* description = FindDescription(cell)) {
+        return IsFixedFormula(description->Formula) ? CellState::Fixed : CellState::Computed;
+    }
+    if (FindOverwriting(cell) != nullptr || IsKeyedTable(cell.Item)) return CellState::Keyed;
+    const auto field = FindField(cell.Item, cell.Field);
+    const bool keyed = field && field->Kind == CellKind::Keyed &&
+                       !IsComputedCell(cell.Item, cell.Line, cell.Field);
+    return keyed ? CellState::Keyed : CellState::Fixed;
+}
+
+Explainer::Explainer() : own_(std::make_unique<StoreCells>()), cells_(*own_), walker_(cells_) {}
+Explainer::Explainer(CellSource& cells) : cells_(cells), walker_(cells) {}
+
+Explanation Explainer::Explain(const CellRef& cell) {
+    Explanation told{.Cell = cell,
+                     .Name = CellName(cell),
+                     .Title = ColumnTitle(cell),
+                     .Value = cells_.Value(cell),
+                     .Kind = StateOf(cell)};
+    told.Rule = RuleOf(cell, told.Kind);
+    if (told.Kind != CellState::Computed) return told;
+    const Node& formula = FindDescription(cell)->Formula;
+    told.Formula = FormulaInFigures(formula, cell, walker_);
+    told.Inputs = InputsOf(formula, cell, walker_);
+    return told;
+}
+
+std::vector<CellRef> Explainer::Trace(const CellRef& cell) {
+    std::vector<CellRef> keyed;
+    std::set<CellRef> seen = {cell};
+    std::vector<CellRef> open = {cell};
+    while (!open.empty()) {
+        const CellRef next = std::move(open.back());
+        open.pop_back();
+        const CellState state = StateOf(next);
+        if (state == CellState::Keyed && !cells_.Value(next).IsNull()) keyed.push_back(next);
+        if (state != CellState::Computed) continue;
+        std::vector<CellRef> inputs;
+        walker_.Inputs(FindDescription(next)->Formula, next, [&](const CellRef& input) {
+            if (seen.insert(input).second) inputs.push_back(input);
+        });
+        open.insert(open.end(), inputs.rbegin(), inputs.rend());
+    }
+    return keyed;
+}
+
+}  // namespace zolmara
