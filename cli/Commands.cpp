@@ -5,13 +5,35 @@
 namespace zolmara::cli {
 
 std::span<const Command* const> AllCommands() {
-    static constexpr std::array kCommands{
-        &kNew,      &kInfo,          &kCalc,         &kCheck,           &kShow,
-        &kGet,      &kSet,           &kExplain,      &kTrace,           &kSummary,
-        &kImport,   &kImportCrf,     &kCcList,       &kCcAdd,           &kCcDelete,
-        &kCcRename, &kComponentList, &kComponentAdd, &kComponentDelete, &kComponentRename,
-        &kLineAdd,  &kLineDelete,    &kRebuild,      &kPrint,           &kEcr,
-        &kHeader,   &kIdentity,      &kCompact};
+    static constexpr std::array kCommands{&kNew,
+                                          &kInfo,
+                                          &kCalc,
+                                          &kCheck,
+                                          &kShow,
+                                          &kGet,
+                                          &kSet,
+                                          &kExplain,
+                                          &kTrace,
+                                          &kSummary,
+                                          &kFind,
+                                          &kImport,
+                                          &kImportCrf,
+                                          &kCcList,
+                                          &kCcAdd,
+                                          &kCcDelete,
+                                          &kCcRename,
+                                          &kComponentList,
+                                          &kComponentAdd,
+                                          &kComponentDelete,
+                                          &kComponentRename,
+                                          &kLineAdd,
+                                          &kLineDelete,
+                                          &kRebuild,
+                                          &kPrint,
+                                          &kEcr,
+                                          &kHeader,
+                                          &kIdentity,
+                                          &kCompact};
     return kCommands;
 }
 

@@ -16,6 +16,7 @@ extern const Command kSet;
 extern const Command kExplain;
 extern const Command kTrace;
 extern const Command kSummary;
+extern const Command kFind;
 extern const Command kImport;
 extern const Command kImportCrf;
 extern const Command kCcList;

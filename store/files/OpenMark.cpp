@@ -20,9 +20,10 @@ constexpr useconds_t kPause = 25000;
 
 using Identity = std::pair<dev_t, ino_t>;
 
+/// It outlives every database, also the one that is open when the program ends.
 std::map<Identity, std::weak_ptr<Descriptor>>& SharedDescriptors() {
-    static std::map<Identity, std::weak_ptr<Descriptor>> descriptors;
-    return descriptors;
+    static auto* const descriptors = new std::map<Identity, std::weak_ptr<Descriptor>>;
+    return *descriptors;
 }
 
 Identity IdentityOf(const struct stat& info) { return {info.st_dev, info.st_ino}; }

@@ -9,9 +9,9 @@ namespace {
 using CommandLine = CliTest;
 
 const std::vector<std::string> kCommands{
-    "new",     "info",    "calc",    "check",  "show",       "get",      "set",
-    "explain", "trace",   "summary", "import", "import-crf", "cc",       "component",
-    "line",    "rebuild", "print",   "ecr",    "header",     "identity", "compact"};
+    "new",     "info",    "calc", "check",  "show",       "get",    "set",       "explain",
+    "trace",   "summary", "find", "import", "import-crf", "cc",     "component", "line",
+    "rebuild", "print",   "ecr",  "header", "identity",   "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -32,10 +32,14 @@ const std::vector<HelpCase> kHelp{
     {{"new"}, {"FILE"}, {"--number", "--start", "--end", "--name", "--from", "--with", "--force"}},
     {{"info"}, {"FILE"}, {}},
     {{"calc"}, {"FILE"}, {}},
-    {{"check"}, {"FILE"}, {}},
+    {{"check"}, {"FILE"}, {"--explain"}},
     {{"show"}, {"FILE", "ITEM"}, {}},
     {{"get"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
     {{"set"}, {"FILE", "ITEM", "LINE", "COLUMN", "VALUE"}, {}},
+    {{"explain"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {"--depth", "--uses"}},
+    {{"trace"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
+    {{"summary"}, {"FILE"}, {}},
+    {{"find"}, {"FILE", "TEXT"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
     {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all"}},
     {{"cc", "list"}, {"FILE"}, {}},

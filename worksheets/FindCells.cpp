@@ -1,0 +1,147 @@
+#include "worksheets/FindCells.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "core/Globals.h"
+#include "store/session/Session.h"
+#include "worksheets/Worksheet.h"
+
+namespace zolmara {
+namespace {
+
+/// What is looked for.
+struct Wanted {
+    std::string Text;  ///< in capitals
+    std::optional<double> Amount;
+};
+
+/// Half of a ten-thousandth, on either side.
+constexpr double kNear = 0.00005;
+
+/// So many columns are asked for in one statement.
+constexpr std::size_t kColumnsAtOnce = 16;
+
+/// The columns of a table that may hold what is wanted.
+struct Columns {
+    std::vector<std::string> Texts;
+    std::vector<std::string> Amounts;
+};
+
+bool IsText(FieldType type) { return type == FieldType::dbText || type == FieldType::dbMemo; }
+
+/// A component's or cost center's name stands in many worksheets; it is told where it is keyed.
+bool IsRepeated(const std::string& item, const std::string& field) {
+    const auto described = FindField(item, field);
+    return described && described->Kind == CellKind::Label;
+}
+
+Columns ColumnsOf(const std::string& item) {
+    Columns columns;
+    const std::vector<FieldDef>& fields = gDB.Table(item).Fields;
+    for (std::size_t i = 1; i < fields.size(); ++i) {
+        if (!IsText(fields[i].Type)) {
+            columns.Amounts.push_back(fields[i].Name);
+        } else if (!IsRepeated(item, fields[i].Name)) {
+            columns.Texts.push_back(fields[i].Name);
+        }
+    }
+    return columns;
+}
+
+class Search {
+public:
+    explicit Search(const Wanted& wanted) : wanted_(wanted) {}
+
+    void Table(const std::string& item) {
+        if (!gDB.HasTable(item)) return;
+        key_ = gDB.Table(item).Fields.front().Name;
+        item_ = item;
+        begin_ = found.size();
+        const Columns columns = ColumnsOf(item);
+        Texts(columns.Texts);
+        if (wanted_.Amount) Amounts(columns.Amounts);
+        SortFound();
+    }
+
+    std::vector<FoundCell> found;
+
+private:
+    void Texts(const std::vector<std::string>& fields) {
+        if (fields.empty()) return;
+        Recordset rows = gDB.OpenRecordset(
+            fmt::format("SELECT {},{} FROM {};", key_, fmt::join(fields, ","), item_),
+            dbOpenSnapshot);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            for (std::size_t i = 0; i < fields.size(); ++i) {
+                const Variant& cell = rows[static_cast<int>(i) + 1];
+                if (!cell.IsText() || !Contains(cell.AsText())) continue;
+                found.push_back({{item_, CurOr(rows[0]), fields[i]}, cell});
+            }
+        }
+    }
+
+    bool Contains(const std::string& text) const {
+        return text.size() >= wanted_.Text.size() &&
+               UCase(text).find(wanted_.Text) != std::string::npos;
+    }
+
+    void Amounts(const std::vector<std::string>& fields) {
+        for (std::size_t first = 0; first < fields.size(); first += kColumnsAtOnce) {
+            const std::size_t end = std::min(first + kColumnsAtOnce, fields.size());
+            AmountsIn({fields.begin() + static_cast<std::ptrdiff_t>(first),
+                       fields.begin() + static_cast<std::ptrdiff_t>(end)});
+        }
+    }
+
+    void AmountsIn(const std::vector<std::string>& fields) {
+        const std::string low = NumberText(*wanted_.Amount - kNear);
+        const std::string high = NumberText(*wanted_.Amount + kNear);
+        std::string condition;
+        for (const std::string& field : fields) {
+            if (!condition.empty()) condition += " Or ";
+            condition += fmt::format("({} Between {} And {})", field, low, high);
+        }
+        Recordset rows = gDB.OpenRecordset(fmt::format("SELECT {},{} FROM {} WHERE {};", key_,
+                                                       fmt::join(fields, ","), item_, condition),
+                                           dbOpenSnapshot);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            for (std::size_t i = 0; i < fields.size(); ++i) {
+                const Variant& cell = rows[static_cast<int>(i) + 1];
+                if (!cell.IsNumber() || std::abs(cell.Number() - *wanted_.Amount) > kNear) continue;
+                found.push_back({{item_, CurOr(rows[0]), fields[i]}, cell});
+            }
+        }
+    }
+
+    void SortFound() {
+        const TableDef& table = gDB.Table(item_);
+        const auto order = [&](const FoundCell& cell) {
+            return std::pair(cell.Cell.Line, table.FieldIndex(cell.Cell.Field));
+        };
+        std::ranges::sort(found.begin() + static_cast<std::ptrdiff_t>(begin_), found.end(), {},
+                          order);
+    }
+
+    const Wanted& wanted_;
+    std::string item_;
+    std::string key_;
+    std::size_t begin_ = 0;
+};
+
+}  // namespace
+
+std::vector<FoundCell> FindCells(std::string_view text) {
+    const std::string_view trimmed = Trim(text);
+    if (trimmed.empty()) return {};
+    const Wanted wanted{UCase(trimmed), ParseNumber(trimmed)};
+    Search search(wanted);
+    search.Table("CostCenters");
+    search.Table("ES");
+    for (const Worksheet& sheet : AllWorksheets()) search.Table(std::string(sheet.Item));
+    return std::move(search.found);
+}
+
+}  // namespace zolmara
