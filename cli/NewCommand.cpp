@@ -2,7 +2,6 @@
 
 #include <array>
 #include <filesystem>
-#include <functional>
 #include <stdexcept>
 
 #include "cli/Commands.h"
@@ -10,7 +9,8 @@
 #include "cli/ImportLog.h"
 #include "import/ImportSource.h"
 #include "import/LastYear.h"
-#include "store/session/Session.h"
+#include "store/Dao.h"
+#include "store/WholeCrf.h"
 #include "worksheets/NewCrf.h"
 
 namespace fs = std::filesystem;
@@ -32,23 +32,6 @@ constexpr std::array kArguments{
     Argument{"--force", ArgumentKind::Flag, "Replace a file that is there"},
 };
 
-/// The file takes its place when it is whole; one that is there stays until then.
-void CreateWhole(const fs::path& path, const std::function<void(const std::string&)>& make) {
-    const std::string unfinished = path.string() + ".new";
-    try {
-        make(unfinished);
-        DropCrf();
-        // A journal that a crash left behind belongs to the former file.
-        fs::remove(path.string() + "-journal");
-        fs::rename(unfinished, path);
-    } catch (const fs::filesystem_error& error) {
-        std::error_code ignored;
-        fs::remove(unfinished, ignored);
-        throw StoreError(StoreError::Kind::CannotOpen,
-                         fmt::format("{}: {}", path.string(), error.code().message()));
-    }
-}
-
 void NeedRoom(const fs::path& path, const Inputs& inputs) {
     std::error_code error;
     if (fs::is_directory(path, error))
@@ -57,6 +40,7 @@ void NeedRoom(const fs::path& path, const Inputs& inputs) {
     if (fs::exists(path, error) && !inputs.Has("--force"))
         throw std::runtime_error(
             fmt::format("{} is there already; --force replaces it", path.string()));
+    NeedReplaceable(path);
 }
 
 ExitStatus NewFromNothing(const fs::path& path, const Inputs& inputs) {
@@ -70,8 +54,7 @@ ExitStatus NewFromNothing(const fs::path& path, const Inputs& inputs) {
     fields.FacilityName = inputs.Text("--name");
     if (CheckNewCrfFields(fields) != NewCrfField::None) return kRefusedOrMessages;
     NeedRoom(path, inputs);
-    CreateWhole(path, [&](const std::string& file) { CreateCrf(file, fields); });
-    return kDone;
+    return CreateCrf(path, fields) ? kDone : kRefusedOrMessages;
 }
 
 /// What could not be carried over is printed; the file is there all the same.
@@ -84,14 +67,11 @@ ExitStatus FromLastYear(const fs::path& path, const Inputs& inputs) {
     if (source.Result() != SourceResult::Open) return kRefusedOrMessages;
     NewCrfFields fields = FieldsAfterLastYear(inputs.Text("--start"), inputs.Text("--end"));
     if (CheckNewCrfFields(fields) != NewCrfField::None) return kRefusedOrMessages;
-    NeedRoom(path, inputs);
     if (IsImportSource(path.string()))
         throw std::runtime_error(fmt::format("{} is last year's file", path.string()));
-    std::vector<ImportMessage> messages;
-    CreateWhole(path, [&](const std::string& file) {
-        if (CreateFromLastYear(file, fields, inputs.Texts("--with"))) messages = ImportMessages();
-    });
-    return PrintImportMessages(messages);
+    NeedRoom(path, inputs);
+    if (!CreateFromLastYear(path, fields, inputs.Texts("--with"))) return kRefusedOrMessages;
+    return PrintImportMessages(ImportMessages());
 }
 
 ExitStatus New(const Inputs& inputs) {

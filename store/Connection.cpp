@@ -5,7 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstring>
+#include <filesystem>
+#include <string_view>
 
 #include "store/Sqlite.h"
 
@@ -35,7 +38,7 @@ void Connect(Connection& connection, const std::string& path, int flags) {
 /// it is known whether anything changed.
 void SetUp(sqlite3* handle, const std::string& path) {
     SqliteRun(handle,
-              "PRAGMA synchronous=FULL; PRAGMA cache_size=-262144; PRAGMA cache_spill=OFF; "
+              "PRAGMA synchronous=EXTRA; PRAGMA cache_size=-262144; PRAGMA cache_spill=OFF; "
               "PRAGMA temp_store=MEMORY; PRAGMA trusted_schema=ON;",
               path);
 }
@@ -46,6 +49,19 @@ void NeedRegularFile(const std::string& path) {
         Fail(StoreError::Kind::CannotOpen, path, std::strerror(errno));
     if (S_ISDIR(info.st_mode)) Fail(StoreError::Kind::CannotOpen, path, "is a folder");
     if (!S_ISREG(info.st_mode)) Fail(StoreError::Kind::CannotOpen, path, "is no file");
+}
+
+void NeedRoomForJournal(const std::string& path) {
+    static constexpr std::size_t kLongestPath = 500;  // SQLite's own limit is 512
+    static constexpr std::size_t kLongestName = NAME_MAX - std::string_view("-journal").size();
+    if (std::filesystem::path(path).filename().string().size() > kLongestName)
+        Fail(StoreError::Kind::CannotOpen, path,
+             fmt::format("the name is too long; a Cost Report File's has at most {} bytes",
+                         kLongestName));
+    if (path.size() > kLongestPath)
+        Fail(StoreError::Kind::CannotOpen, path,
+             fmt::format("the path is too long; a Cost Report File's has at most {} bytes",
+                         kLongestPath));
 }
 
 bool MayWrite(const std::string& path) {

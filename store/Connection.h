@@ -36,6 +36,8 @@ std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string&
 
 /// Raises CannotOpen for a path that is no regular file.
 void NeedRegularFile(const std::string& path);
+/// Raises CannotOpen for a name so long that its journal could have none.
+void NeedRoomForJournal(const std::string& path);
 /// A file that is marked read-only is left alone, also by those whom the system would let.
 bool MayWrite(const std::string& path);
 /// Raises ReadOnly where MayWrite is false.

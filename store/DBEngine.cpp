@@ -34,15 +34,11 @@ void DropDeadJournal(sqlite3* handle, const std::string& path) {
     SqliteRun(handle, "PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;", path);
 }
 
-/// Takes away a file whose making failed, or what a program that was killed had written so far.
+/// Takes away a file whose making failed.
 void DropFile(const std::string& path) {
     std::error_code ignored;
     fs::remove(path, ignored);
     fs::remove(path + "-journal", ignored);
-}
-
-void DropScratchFiles(const std::string& path) {
-    for (const char* suffix : {"~repair", "~compact"}) DropFile(path + suffix);
 }
 
 /// An opening by a caller who is not going to write, as long as the wish lives.
@@ -57,6 +53,7 @@ struct OnlyToRead {
 }  // namespace
 
 Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
+    NeedRoomForJournal(path);
     if (fs::exists(path)) Fail(StoreError::Kind::CannotOpen, path, "the file is there already");
     std::unique_ptr<OpenMark> mark;
     Connection connection;
@@ -79,15 +76,13 @@ Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
 
 Database DBEngine::OpenDatabase(const std::string& path) {
     NeedRegularFile(path);
+    NeedRoomForJournal(path);
     const bool readOnly = wantsOnlyToRead || !MayWrite(path);
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     ReadFirstPage(connection, path);
-    if (!readOnly) {
-        DropDeadJournal(connection.Handle, path);
-        DropScratchFiles(path);
-    }
+    if (!readOnly) DropDeadJournal(connection.Handle, path);
     SetUp(connection.Handle, path);
     Database database;
     database.impl_ =

@@ -10,6 +10,9 @@
 
 #include "store/Connection.h"
 #include "store/DatabaseImpl.h"
+#include "store/Files.h"
+#include "store/WholeCrf.h"
+#include "store/files/FileGuard.h"
 #include "store/salvage/Salvage.h"
 
 namespace zolmara {
@@ -78,7 +81,6 @@ struct ScratchFile {
 };
 
 constexpr const char* kRepairSuffix = "~repair";
-constexpr const char* kCompactSuffix = "~compact";
 
 }  // namespace
 
@@ -104,20 +106,22 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
 
 void DBEngine::CompactDatabase(const std::string& source, const std::string& target) {
     NeedRegularFile(source);
-    if (fs::exists(target)) NeedWritable(target);
-    ScratchFile fresh(target + kCompactSuffix);
+    if (IsSameFile(source, target)) {
+        const ScratchFolder aside(BehindLinks(source));
+        return CompactCrfThrough(source, aside.File("compact.CRF"));
+    }
+    NeedReplaceable(target);
+    const bool stood = FileExists(target);
+    const ScratchFolder aside(BehindLinks(target));
+    const std::string fresh = aside.File("compact.CRF");
     {
         Connection connection;
         Connect(connection, source, SQLITE_OPEN_READWRITE);
         SqliteStatement vacuum(connection.Handle, "VACUUM INTO ?1");
-        vacuum.BindText(1, fresh.Path);
-        vacuum.Step(source);
+        vacuum.BindText(1, fresh);
+        vacuum.Step(target);
     }
-    if (!fs::exists(target)) {
-        struct stat info {};
-        if (stat(source.c_str(), &info) == 0) chmod(fresh.Path.c_str(), info.st_mode & 07777);
-    }
-    ReplaceFile(fresh.Path, target);
+    PutCrf(fresh, target, stood, source);
 }
 
 }  // namespace zolmara

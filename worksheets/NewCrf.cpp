@@ -3,12 +3,15 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <optional>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/WholeCrf.h"
+#include "store/files/FileGuard.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/FurnishedCrf.h"
@@ -108,12 +111,23 @@ void TakeIdentity(const NewCrfFields& fields) {
     gProviderName = fields.FacilityName;
 }
 
-bool CreateFile() {
+/// Where a CRF is while it is made: aside, so that one of the same name stays until the new one
+/// is whole.
+struct Making {
+    bool Stood = false;  ///< whether there was a file of that name
+    std::optional<ScratchFolder> Folder;
+    std::string File;
+};
+
+bool CreateFile(Making& making) {
     gDB.Close();
-    DeleteFile(gCRFPath);
     TheStatus().DoEvents();
     try {
-        gDB = DBEngine::CreateDatabase(gCRFPath, ";LANGID=0x0409;CP=1252;COUNTRY=0");
+        NeedReplaceable(gCRFPath);
+        making.Stood = FileExists(gCRFPath);
+        making.Folder.emplace(BehindLinks(gCRFPath));
+        making.File = making.Folder->File("new.CRF");
+        gDB = DBEngine::CreateDatabase(making.File, ";LANGID=0x0409;CP=1252;COUNTRY=0");
         return true;
     } catch (const StoreError& error) {
         Refuse(error.what(), "System Error");
@@ -138,13 +152,29 @@ void MakeTables(const NewCrfFields& fields, const std::function<void()>& furnish
     if (furnish) furnish();
 }
 
-/// Takes back a file whose making failed: a part of a CRF is worth nothing.
-void AbandonFile(bool created) {
-    const std::string path = gCRFPath;
+/// A part of a CRF is worth nothing; it goes with its folder.
+void AbandonFile() {
     gLogType.clear();
     DropCrf();
-    if (created) DeleteFile(path);
     ShowNoCrf();
+}
+
+/// The user knows the file by its own name.
+[[noreturn]] void RaiseByName(const StoreError& error, const Making& making) {
+    throw StoreError(error.kind(), Replace(error.what(), making.File, gCRFPath));
+}
+
+void MakeCrf(const Making& making, const NewCrfFields& fields,
+             const std::function<void()>& furnish) {
+    try {
+        RunBatch(gDB, [&] { MakeTables(fields, furnish); });
+        gDB.Close();
+        PutCrf(making.File, gCRFPath, making.Stood);
+    } catch (const StoreError& error) {
+        RaiseByName(error, making);
+    }
+    gDB = DBEngine::OpenDatabase(gCRFPath);
+    RebuildComponentFlags();
 }
 
 void ShowNewCrf() {
@@ -167,19 +197,17 @@ bool CreateFurnishedCrf(const std::string& path, const NewCrfFields& fields,
     TheStatus().SetPointer(Pointer::Hourglass);
     TheStatus().DoEvents();
     TheWindows().SetCaption(NewCaption());
+    Making making;
     bool created = false;
     try {
-        created = CreateFile();
-        if (created) {
-            RunBatch(gDB, [&] { MakeTables(fields, furnish); });
-            RebuildComponentFlags();
-        }
+        created = CreateFile(making);
+        if (created) MakeCrf(making, fields, furnish);
     } catch (...) {
-        AbandonFile(created);
+        AbandonFile();
         throw;
     }
     if (!created) {
-        AbandonFile(created);
+        AbandonFile();
         return false;
     }
     RememberFolder("CRFLoc", gCRFDir);

@@ -31,8 +31,8 @@ bool New_CRF(const NewCrfFields& fields);
 
 /// New_CRF behind its dialog: makes the file, in place of one that is there, and leaves it open
 /// as the session's CRF. False when the file could not be created, which has been shown;
-/// StoreError when its tables could not be made. In both cases there is then no file of that
-/// name, and no CRF is open.
+/// StoreError when its tables could not be made. In both cases what stood under that name is as it
+/// was, and no CRF is open.
 bool CreateCrf(const std::string& path, const NewCrfFields& fields);
 
 }  // namespace zolmara

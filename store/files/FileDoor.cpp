@@ -58,6 +58,17 @@ void TakeRights(const Descriptor& file, const struct stat& former) {
     ::fchmod(file.Number(), mode);
 }
 
+/// The rights of what stands there, or else of the file `like`, or else of a new file.
+void GiveRights(const Descriptor& file, const std::string& target, const std::string& like) {
+    struct stat model {};
+    if (::stat(target.c_str(), &model) == 0)
+        TakeRights(file, model);
+    else if (!like.empty() && ::stat(like.c_str(), &model) == 0)
+        ::fchmod(file.Number(), model.st_mode & 0777);
+    else
+        ::fchmod(file.Number(), NewFileMode());
+}
+
 void SyncFolder(const std::string& target) {
     const fs::path folder = fs::path(target).parent_path();
     const Descriptor handle(
@@ -169,10 +180,11 @@ void OutFile::NeedUnchanged() {
 }
 
 void OutFile::TakeOver(bool stands) {
-    if (!PutScratch(scratch_, target_, stands)) {
+    if (!PutFile(scratch_.Path(), target_, stands)) {
         NeedUnchanged();
-        PutScratch(scratch_, target_, true);
+        PutFile(scratch_.Path(), target_, true);
     }
+    scratch_.Keep();
 }
 
 void OutFile::Put() {
@@ -182,20 +194,19 @@ void OutFile::Put() {
     TakeOver(judged_.There);
 }
 
-bool PutScratch(Scratch& scratch, const std::string& target, bool mayReplace) {
-    struct stat former {};
-    const bool stands = ::stat(target.c_str(), &former) == 0;
-    if (stands)
-        TakeRights(scratch.File(), former);
-    else
-        ::fchmod(scratch.File().Number(), NewFileMode());
-    if (::fsync(scratch.File().Number()) != 0) Failed(target);
+bool PutFile(const std::string& aside, const std::string& target, bool mayReplace,
+             const std::string& like) {
+    {
+        const Descriptor file(::open(aside.c_str(), O_RDWR | O_CLOEXEC));
+        if (!file.IsOpen()) Failed(target);
+        GiveRights(file, target, like);
+        if (::fsync(file.Number()) != 0) Failed(target);
+    }
     if (!mayReplace) {
-        if (!RenameToNew(scratch.Path(), target)) return false;
-    } else if (::rename(scratch.Path().c_str(), target.c_str()) != 0) {
+        if (!RenameToNew(aside, target)) return false;
+    } else if (::rename(aside.c_str(), target.c_str()) != 0) {
         Failed(target);
     }
-    scratch.Keep();
     SyncFolder(target);
     return true;
 }

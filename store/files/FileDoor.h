@@ -102,10 +102,12 @@ private:
 /// first's name comes back.
 void PutTogether(OutFile& first, OutFile& second);
 
-/// Gives a scratch file that is whole the mode, owner and group that a file at `target` has, or a
-/// new file's mode where none stands, and its name. With `mayReplace` false nothing that stands
+/// Gives a file that is written aside and closed the mode, owner and group that a file at `target`
+/// has, brings it to the disk, and gives it that name. Where none stands it gets the mode of the
+/// file `like`, or without that the mode of new files. With `mayReplace` false nothing that stands
 /// there is replaced, also not what came in this moment: then the result is false. StoreError when
 /// that fails.
-bool PutScratch(Scratch& scratch, const std::string& target, bool mayReplace);
+bool PutFile(const std::string& aside, const std::string& target, bool mayReplace,
+             const std::string& like = "");
 
 }  // namespace zolmara

@@ -35,11 +35,6 @@ bool Identify(const std::string& path, Identity& identity) {
     return true;
 }
 
-std::string FolderPart(const std::string& path) {
-    const std::string folder = fs::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
-}
-
 /// A file's place: the same for names that differ in case alone, since folders are shared with
 /// machines to which those are one name.
 struct Place {
@@ -49,7 +44,7 @@ struct Place {
 
     explicit Place(const std::string& path)
         : Name(UCase(fs::path(path).filename().string())),
-          Known(Identify(FolderPart(path), Folder)) {}
+          Known(Identify(FolderPathOf(path), Folder)) {}
     bool operator==(const Place& other) const {
         return Known && other.Known && Folder == other.Folder && Name == other.Name;
     }
@@ -81,6 +76,11 @@ void NeedUnprotected(const std::string& path) {
                                          beside.empty() ? "" : "a part of ", file->What()));
         }
     }
+}
+
+std::string FolderPathOf(const std::string& path) {
+    const std::string folder = fs::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
 }
 
 std::string BehindLinks(const std::string& path) {

@@ -31,4 +31,7 @@ void NeedUnprotected(const std::string& path);
 /// The file that a path leads to behind its links, also where that is not there yet.
 std::string BehindLinks(const std::string& path);
 
+/// The folder that a path names, "." without one.
+std::string FolderPathOf(const std::string& path);
+
 }  // namespace zolmara

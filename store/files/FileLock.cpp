@@ -1,6 +1,7 @@
 #include "store/files/FileLock.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -25,6 +26,11 @@ LockResult LockFile(const Descriptor& file, FileMark mark, bool exclusive) {
     lock.l_len = 1;
     if (::fcntl(file.Number(), F_OFD_SETLK, &lock) == 0) return LockResult::Taken;
     return errno == EAGAIN || errno == EACCES ? LockResult::Held : LockResult::Unavailable;
+}
+
+LockResult LockFolder(const Descriptor& folder) {
+    if (::flock(folder.Number(), LOCK_EX | LOCK_NB) == 0) return LockResult::Taken;
+    return errno == EWOULDBLOCK ? LockResult::Held : LockResult::Unavailable;
 }
 
 }  // namespace zolmara

@@ -48,6 +48,18 @@ void DeleteIfOrphan(const std::string& path) {
     ::unlink(path.c_str());
 }
 
+Descriptor OpenFolder(const std::string& path) {
+    return Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW));
+}
+
+void DeleteFolderIfOrphan(const std::string& path) {
+    const Descriptor folder = OpenFolder(path);
+    if (!folder.IsOpen() || LockFolder(folder) != LockResult::Taken || !HasName(folder, path))
+        return;
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+}
+
 /// The name of a scratch file without that of its journal.
 std::string_view WithoutJournal(std::string_view name) {
     if (name.ends_with(kJournal)) name.remove_suffix(kJournal.size());
@@ -57,8 +69,8 @@ std::string_view WithoutJournal(std::string_view name) {
 }  // namespace
 
 bool IsScratchName(std::string_view name) {
-    if (name.size() != kStart.size() + kLetters + kEnd.size()) return false;
-    return name.starts_with(kStart) && name.ends_with(kEnd) &&
+    if (name.ends_with(kEnd)) name.remove_suffix(kEnd.size());
+    return name.size() == kStart.size() + kLetters && name.starts_with(kStart) &&
            std::ranges::all_of(name.substr(kStart.size(), kLetters), IsLetter);
 }
 
@@ -86,6 +98,27 @@ Scratch::~Scratch() {
     ::unlink(path_.c_str());
 }
 
+ScratchFolder::ScratchFolder(const std::string& target) {
+    const fs::path beside = fs::path(target).parent_path();
+    for (int tries = 0; tries < kTries; ++tries) {
+        // The system's own call wants the free letters at the end.
+        std::string name = (beside / (std::string(kStart) + std::string(kLetters, 'X'))).string();
+        if (!::mkdtemp(name.data()))
+            FileFailed(target, std::error_code(errno, std::generic_category()));
+        Descriptor folder = OpenFolder(name);
+        if (LockFolder(folder) == LockResult::Held || !HasName(folder, name)) continue;
+        path_ = std::move(name);
+        folder_ = std::move(folder);
+        return;
+    }
+    FileFailed(target, std::make_error_code(std::errc::file_exists));
+}
+
+ScratchFolder::~ScratchFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
 void ClearScratch(const std::string& folder) {
     std::error_code error;
     std::vector<std::string> names;
@@ -97,8 +130,11 @@ void ClearScratch(const std::string& folder) {
     for (const std::string& name : names) {
         const std::string path = (fs::path(folder) / std::string(WithoutJournal(name))).string();
         std::error_code none;
-        if (!fs::exists(fs::symlink_status(path, none)))
+        const fs::file_status found = fs::symlink_status(path, none);
+        if (!fs::exists(found))
             ::unlink((fs::path(folder) / name).c_str());
+        else if (fs::is_directory(found))
+            DeleteFolderIfOrphan(path);
         else
             DeleteIfOrphan(path);
     }

@@ -24,11 +24,31 @@ public:
     /// Open for reading and writing. Closing it ends the ownership.
     const Descriptor& File() const { return file_; }
     /// The file has got another name: nothing is deleted any more.
-    void Keep() { path_.clear(); }
+    void Keep() {
+        path_.clear();
+        file_ = Descriptor();
+    }
 
 private:
     std::string path_;
     Descriptor file_;
+};
+
+/// A new, empty folder of the same kind, for files that SQLite makes, with what it keeps beside
+/// them. It goes with all that is in it.
+class ScratchFolder {
+public:
+    /// StoreError, with the words of `target`, when the folder of the target takes none.
+    explicit ScratchFolder(const std::string& target);
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    std::string File(std::string_view name) const { return path_ + "/" + std::string(name); }
+
+private:
+    std::string path_;
+    Descriptor folder_;
 };
 
 /// Deletes what programs that are no more have left in a folder, and nothing else.

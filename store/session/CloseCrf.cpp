@@ -13,6 +13,8 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/WholeCrf.h"
+#include "store/files/FileGuard.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -71,18 +73,12 @@ void RepairCrf() {
     }
 }
 
-/// The CRF keeps its name all through its compaction: the temporary name is a second one for the
-/// same content, and the compact copy takes the CRF's name only when it is complete. A program
-/// that dies in between leaves the CRF, old or new, where the user looks for it.
+/// The compact copy stands under the temporary name, and its pages go back from there into the
+/// CRF, which keeps its name all through: see store/WholeCrf.cpp. Whoever finds another close at
+/// work in the folder, or another program in the CRF, leaves the CRF as it is.
 void CompactCrf(const std::string& temporary) {
-    Try([&] { CopyWholeFile(gCRFPath, temporary); });
-    if (!FileExists(temporary)) return;
-    Try([&] { DBEngine::CompactDatabase(temporary, gCRFPath); });
-    if (FileExists(gCRFPath)) {
-        DeleteFile(temporary);
-    } else {
-        Try([&] { std::filesystem::rename(temporary, gCRFPath); });
-    }
+    if (!FileExists(gCRFPath)) return;
+    Try([&] { CompactCrfThrough(gCRFPath, temporary); });
     if (FileExists(gCRFPath)) return;
     TheDialogs().MsgBox(
         fmt::format("PLEASE CALL VLQ NOW, UNABLE TO COMPACT CRF AND UNABLE TO RENAME VLQTemp BACK "
@@ -97,11 +93,13 @@ void RepairAndCompact() {
     Try([] { gDB.Close(); });
     // A CRF that itself has the temporary name is no leftover.
     const bool ownName = IsSameFile(gCRFPath, temporary) && gCRFTitle == kCompactionFile;
-    if (!ownName) DeleteFile(temporary);
+    if (!ownName) ClearCompaction(temporary);
     RepairCrf();
     TheStatus().DoEvents();
     TheStatus().ShowCalcMsg(" Compacting " + gCRFPath);
     if (!ownName) CompactCrf(temporary);
+    for (const std::string& folder : {gCRFDir, FolderPathOf(BehindLinks(gCRFPath))})
+        ClearScratch(folder);
 }
 
 void ResetSession() {

@@ -7,6 +7,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/WholeCrf.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -182,9 +183,9 @@ void TakeCopy(const std::string& path) {
 
 /// A copy that fails leaves what stood under the new name as it was, so that its being there
 /// afterwards says nothing: the copy's own result does.
-bool CopyCrf(const std::string& path) {
+bool TryToCopy(const std::string& path) {
     try {
-        CopyWholeFile(gCRFPath, path);
+        CopyCrf(gCRFPath, path);
         return true;
     } catch (const StoreError&) {
         return false;
@@ -198,7 +199,7 @@ bool SaveCrfAs(const std::string& path) {
         throw StoreError(StoreError::Kind::CannotOpen,
                          fmt::format("{}: The file cannot be copied onto itself.", path));
     gDB.Close();
-    const bool copied = CopyCrf(path);
+    const bool copied = TryToCopy(path);
     if (copied) {
         TakeCopy(path);
     } else {

@@ -43,6 +43,7 @@ struct Pipe {
         setrlimit(RLIMIT_FSIZE, &limits);
         std::signal(SIGXFSZ, SIG_IGN);
     }
+    if (setting.Faults) PutFaultsIntoEnvironment(*setting.Faults);
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
@@ -81,10 +82,6 @@ CliResult CliTest::Run(std::vector<std::string> words, const CliSetting& setting
     if (child == 0) BeTheProgram(words, File("config"), setting, out, err);
     close(out.Write());
     close(err.Write());
-    if (setting.KillAfterMicros >= 0) {
-        usleep(static_cast<useconds_t>(setting.KillAfterMicros));
-        kill(child, SIGKILL);
-    }
     CliResult result;
     Collect(out.Read(), err.Read(), result);
     int status = 0;

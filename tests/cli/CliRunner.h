@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "store/harness/Faults.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -22,10 +24,10 @@ struct CliResult {
 
 /// What the program has to live with.
 struct CliSetting {
-    long FileLimit = -1;       ///< bytes that a file may grow to; none below 0
-    int KillAfterMicros = -1;  ///< killed so long after its start
-    std::string OutputFile;    ///< standard output goes there
-    std::string Program;       ///< a copy of the program, with what lies beside it
+    long FileLimit = -1;              ///< bytes that a file may grow to; none below 0
+    std::optional<FaultPlan> Faults;  ///< calls that fail, or kill it
+    std::string OutputFile;           ///< standard output goes there
+    std::string Program;              ///< a copy of the program, with what lies beside it
 };
 
 /// A temporary folder of CRFs and settings, and the program.

@@ -5,12 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <set>
 
 #include "calc/Calc_All.h"
 #include "import/ImportASCII.h"
 #include "store/FilledCrf.h"
+#include "store/harness/Faults.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/modAddS2.h"
 #include "support/TestCrf.h"
@@ -72,27 +72,46 @@ protected:
         return content;
     }
 
-    /// The operation undisturbed: how long it takes, and what it leaves.
-    double Undisturbed(const std::function<void()>& work) {
-        double seconds = 0;
-        for (int round = 0; round < 2; ++round) {
-            StartAnew();
-            const auto end = RunInChild([&] { Open(); }, work);
-            EXPECT_EQ(end.Status, 0) << end.Message;
-            seconds = end.Seconds;
-        }
+    /// The operation undisturbed: how many calls it changes files with, and what it leaves.
+    int Undisturbed(const std::function<void()>& work) {
+        StartAnew();
+        const auto end = RunInChild([&] { Open(); },
+                                    [&] {
+                                        FaultsArm(work_.c_str(), 0, -1, "");
+                                        work();
+                                        std::ofstream(folder.File("calls")) << FaultsDisarm();
+                                    });
+        EXPECT_EQ(end.Status, 0) << end.Message;
         afterBytes_ = BytesOf(path_);
         after_ = Content();
         StartAnew();
         before_ = Content();
         EXPECT_NE(before_, after_);
-        return seconds;
+        int calls = 0;
+        std::ifstream(folder.File("calls")) >> calls;
+        return calls;
     }
 
-    /// Half of the kills fall into the end of the operation, where it is written.
-    double Moment(double seconds) {
-        const double from = random_() % 2 ? 0.7 * seconds : 0;
-        return std::uniform_real_distribution<double>(from, 1.1 * seconds)(random_);
+    /// Calls to die at: every one of a short operation; of a long one the first and the last,
+    /// where it is decided, and some between.
+    static std::set<int> Moments(int calls, int rounds) {
+        std::set<int> moments;
+        for (int i = 1; i <= rounds / 4; ++i) {
+            moments.insert(std::min(i, calls));
+            moments.insert(std::max(calls - i + 1, 1));
+        }
+        for (int i = 1; i <= rounds / 2; ++i) moments.insert(std::max(1, calls * i * 2 / rounds));
+        return moments;
+    }
+
+    /// Runs the operation and kills it at a call.
+    void KillAt(int call, const std::function<void()>& work) {
+        StartAnew();
+        const auto prepare = [&] {
+            Open();
+            FaultsArm(work_.c_str(), call, -1, "");
+        };
+        EXPECT_TRUE(RunInChild(prepare, work).Killed) << "call " << call;
     }
 
     void ExpectBeforeOrAfter() const {
@@ -106,16 +125,13 @@ protected:
     }
 
     void KillManyTimes(int rounds, const std::function<void()>& work) {
-        const double seconds = Undisturbed(work);
-        int killed = 0;
-        for (int round = 0; round < rounds && !HasFailure(); ++round) {
-            StartAnew();
-            killed += RunInChild([&] { Open(); }, work, Moment(seconds)).Killed ? 1 : 0;
-            SCOPED_TRACE(testing::Message() << "round " << round);
+        for (const int call : Moments(Undisturbed(work), rounds)) {
+            SCOPED_TRACE(testing::Message() << "call " << call);
+            KillAt(call, work);
             ExpectBeforeOrAfter();
             EXPECT_EQ(Names(), std::set<std::string>{"Work.CRF"});
+            if (HasFailure()) return;
         }
-        EXPECT_GT(killed, 0);
     }
 
     std::string base_ = folder.File("Base.CRF");
@@ -125,7 +141,6 @@ protected:
     std::string before_;
     std::string after_;
     std::string afterBytes_;
-    std::mt19937 random_{287};
 };
 
 TEST_F(Kill, DuringTheCalculation) { KillManyTimes(60, Calc_All); }
@@ -149,23 +164,21 @@ TEST_F(Kill, WhileAComponentIsAdded) {
 // The temporary tables go first, then the file is compacted: the CRF is under its own name at
 // every moment, and what a killed close leaves beside it goes with the next.
 TEST_F(Kill, DuringTheClose) {
-    const double seconds = Undisturbed(mnuReportClose);
-    int killed = 0;
-    for (int round = 0; round < 60 && !HasFailure(); ++round) {
-        StartAnew();
-        killed += RunInChild([&] { Open(); }, mnuReportClose, Moment(seconds)).Killed ? 1 : 0;
-        SCOPED_TRACE(testing::Message() << "round " << round);
+    for (const int call : Moments(Undisturbed(mnuReportClose), 80)) {
+        SCOPED_TRACE(testing::Message() << "call " << call);
+        KillAt(call, mnuReportClose);
         ASSERT_TRUE(fs::exists(path_));
         ExpectBeforeOrAfter();
         auto names = Names();
-        names.erase(std::string(kCompactionFile));
+        for (const char* journal : {"", "-journal"})
+            names.erase(std::string(kCompactionFile) + journal);
         EXPECT_EQ(names, std::set<std::string>{"Work.CRF"});
         Open();
         mnuReportClose();
         EXPECT_EQ(Names(), std::set<std::string>{"Work.CRF"});
         EXPECT_EQ(Content(), after_);
+        if (HasFailure()) return;
     }
-    EXPECT_GT(killed, 0);
 }
 
 }  // namespace

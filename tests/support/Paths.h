@@ -10,5 +10,6 @@ extern const char* const kCli;           ///< zolmara-cli
 extern const char* const kGui;           ///< zolmara
 extern const char* const kHcfafp;        ///< a fingerprint library
 extern const char* const kEmptyLibrary;  ///< a library without the function
+extern const char* const kFaultLibrary;  ///< lets a program's writes fail
 
 }  // namespace zolmara::test
