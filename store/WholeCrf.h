@@ -10,8 +10,8 @@ namespace zolmara {
 
 /// Compacts the CRF `path` by way of the file `through`, which this makes and, however it ends,
 /// takes away. StoreError when `through` stands there already, when another program holds the CRF,
-/// or when the disk has no room; the CRF is then as it was. A CRF whose name is gone behind the copy
-/// gets it back by that.
+/// or when the disk has no room; the CRF is then as it was. A CRF whose name is gone behind the
+/// copy gets it back by that.
 void CompactCrfThrough(const std::string& path, const std::string& through);
 
 /// Copies a CRF, as its last commit left it, over one that is there or as a new file with the

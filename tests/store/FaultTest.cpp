@@ -1,0 +1,382 @@
+// Every act that writes or replaces a file, with each of its calls failing once and with the
+// program dying at each of them. What stood there before is there, or what was to come, whole;
+// nothing else stays beside it for longer than to the next close.
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include "cli/CliRunner.h"
+#include "print/Reports.h"
+#include "store/Files.h"
+#include "store/FilledCrf.h"
+#include "store/files/Scratch.h"
+#include "store/harness/Faults.h"
+#include "store/session/Settings.h"
+#include "support/TestCrf.h"
+
+namespace zolmara::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kKill = -1;
+/// In a short run not every call of a long act is tried.
+constexpr int kMostCalls = 30;
+
+class Faults : public SessionTest {
+protected:
+    Faults() {
+        OpenFilledCopy(base_);
+        SetCell("A", 8, "Col_1", 6001);
+        gDB.Execute("SELECT * INTO tblWork FROM A;");
+        gDB.Close();
+    }
+
+    std::string In(std::string_view name) const { return work_ + "/" + std::string(name); }
+    void StartAnew() const {
+        fs::remove_all(work_);
+        fs::create_directory(work_);
+        fs::copy_file(base_, In("One.CRF"));
+    }
+    static void Open(const std::string& path) {
+        SetCrfPath(path);
+        gDB = DBEngine::OpenDatabase(path);
+    }
+    /// What an opening finds in a CRF; it must be whole.
+    static std::string ContentOfFile(const std::string& path) {
+        Open(path);
+        std::string content = ContentOfCrf();
+        DropCrf();
+        EXPECT_FALSE(DBEngine::RepairDatabase(path).WasDamaged);
+        return content;
+    }
+    /// What stays but for the scratch of the dead, which the next close clears.
+    std::set<std::string> Names() const {
+        ClearScratch(work_);
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(work_))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+
+    /// How many calls the act makes, undisturbed.
+    int CountCalls(const std::function<void()>& prepare, const std::function<void()>& act) {
+        StartAnew();
+        const auto end = RunInChild(prepare, [&] {
+            FaultsArm(work_.c_str(), 0, kKill, "");
+            act();
+            std::ofstream(folder.File("calls")) << FaultsDisarm() << ' ' << FaultsDroppedLocks();
+        });
+        EXPECT_EQ(end.Status, 0) << end.Message;
+        int calls = 0;
+        int dropped = -1;
+        std::ifstream(folder.File("calls")) >> calls >> dropped;
+        EXPECT_EQ(dropped, 0) << "a descriptor was closed under SQLite's locks";
+        EXPECT_GT(calls, 2);
+        return calls;
+    }
+
+    /// Lets each call fail, by a full disk, by a disk error and by the death of the program.
+    void Try(const std::function<void()>& prepare, const std::function<void()>& act,
+             const std::function<void()>& check) {
+        const int calls = CountCalls(prepare, act);
+        check();
+        const int step = std::max(1, calls / kMostCalls);
+        for (const int error : {kKill, ENOSPC, EIO}) {
+            for (int call = 1; call <= calls && !HasFailure(); call += call < 6 ? 1 : step) {
+                SCOPED_TRACE(testing::Message() << "error " << error << ", call " << call);
+                StartAnew();
+                const auto end = RunInChild(
+                    [&] {
+                        prepare();
+                        FaultsArm(work_.c_str(), call, error, "");
+                    },
+                    act);
+                EXPECT_EQ(end.Killed, error == kKill);
+                check();
+                ++tries_;
+            }
+        }
+        RecordProperty("tries", tries_);
+    }
+
+    std::string base_ = folder.File("Base.CRF");
+    std::string work_ = folder.File("work");
+    int tries_ = 0;
+};
+
+TEST_F(Faults, ACloseLeavesTheCrfWhole) {
+    StartAnew();
+    const std::string before = ContentOfFile(In("One.CRF"));
+    std::string after;
+    Try([&] { Open(In("One.CRF")); }, mnuReportClose,
+        [&] {
+            const std::string now = ContentOfFile(In("One.CRF"));
+            if (after.empty()) after = now;
+            EXPECT_TRUE(now == before || now == after);
+            Open(In("One.CRF"));
+            mnuReportClose();
+            EXPECT_EQ(Names(), std::set<std::string>{"One.CRF"});
+        });
+    EXPECT_NE(before, after);
+}
+
+TEST_F(Faults, SaveAsLeavesTheOldFileOrTheNewOne) {
+    StartAnew();
+    const std::string one = ContentOfFile(In("One.CRF"));
+    Open(base_);
+    const std::string other = folder.File("Other.CRF");
+    SaveCrfAs(other);
+    SetCell("A", 8, "Col_1", 1);
+    DropCrf();
+    const std::string two = ContentOfFile(other);
+    ASSERT_NE(one, two);
+    Try(
+        [&] {
+            fs::copy_file(other, In("Two.CRF"));
+            Open(In("One.CRF"));
+        },
+        [&] { SaveCrfAs(In("Two.CRF")); },
+        [&] {
+            const std::string now = ContentOfFile(In("Two.CRF"));
+            EXPECT_TRUE(now == one || now == two);
+            EXPECT_EQ(ContentOfFile(In("One.CRF")), one);
+            EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", "Two.CRF"}));
+        });
+}
+
+TEST_F(Faults, SaveAsUnderANewNameMakesAWholeFileOrNone) {
+    StartAnew();
+    const std::string one = ContentOfFile(In("One.CRF"));
+    Try([&] { Open(In("One.CRF")); }, [&] { SaveCrfAs(In("Two.CRF")); },
+        [&] {
+            EXPECT_EQ(ContentOfFile(In("One.CRF")), one);
+            if (FileExists(In("Two.CRF"))) {
+                EXPECT_EQ(ContentOfFile(In("Two.CRF")), one);
+            }
+            std::set<std::string> names = Names();
+            names.erase("Two.CRF");
+            EXPECT_EQ(names, std::set<std::string>{"One.CRF"});
+        });
+}
+
+TEST_F(Faults, NewOverACrfLeavesTheOldOneOrTheNewOne) {
+    StartAnew();
+    const std::string before = ContentOfFile(In("One.CRF"));
+    const auto amount = [&] {
+        Open(In("One.CRF"));
+        const Variant cell = Cell("A", 8, "Col_1");
+        const int rows = test::Rows("CostCenters");
+        DropCrf();
+        return std::pair(cell.IsNull() ? 0.0 : NumOr(cell), rows);
+    };
+    Try([] {}, [&] { CreateCrf(In("One.CRF"), SampleFields()); },
+        [&] {
+            const auto now = amount();
+            EXPECT_TRUE(now == std::pair(6001.0, 27) || now == std::pair(0.0, 26))
+                << now.first << " " << now.second;
+            EXPECT_FALSE(DBEngine::RepairDatabase(In("One.CRF")).WasDamaged);
+            EXPECT_EQ(Names(), std::set<std::string>{"One.CRF"});
+        });
+}
+
+TEST_F(Faults, APrintFileIsTheFormerOneOrTheNewOne) {
+    const std::string former = "\f\x02\r\n Zolmara 287 System [Version: 1.0.0]\r\nformer\r\n";
+    std::string fresh;
+    Try(
+        [&] {
+            WriteWholeFile(In("A.prt"), former);
+            Open(In("One.CRF"));
+        },
+        [] { Print_A(0); },
+        [&] {
+            const std::string now = ReadWholeFile(In("A.prt")).value_or("");
+            if (fresh.empty()) fresh = now;
+            EXPECT_TRUE(now == former || now.size() == fresh.size());
+            EXPECT_EQ(Names(), (std::set<std::string>{"A.prt", "One.CRF"}));
+        });
+    EXPECT_NE(fresh, former);
+}
+
+TEST_F(Faults, SettingsAreTheFormerOnesOrTheNewOnes) {
+    const auto save = [&](const std::string& value) {
+        return Settings(In("settings.ini")).Save("Zolmara 287-22", "Startup", "CRFLoc", value);
+    };
+    Try([&] { save("/former"); }, [&] { save("/new"); },
+        [&] {
+            const std::string now =
+                Settings(In("settings.ini")).Get("Zolmara 287-22", "Startup", "CRFLoc", "lost");
+            EXPECT_TRUE(now == "/former" || now == "/new") << now;
+            EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", "settings.ini"}));
+        });
+}
+
+// --- Save As over what a killed program left -----------------------------------------------
+
+TEST_F(Faults, AnOldJournalIsNotPlayedIntoTheCopy) {
+    StartAnew();
+    const std::string one = ContentOfFile(In("One.CRF"));
+    fs::copy_file(base_, In("Two.CRF"));
+    // The death at the last call leaves a journal that the next opening would play back.
+    const auto change = [] { SetCell("A", 8, "Col_1", 4711); };
+    const auto open = [&] {
+        Open(In("Two.CRF"));
+        FaultsArm(work_.c_str(), 1, kKill, "unlink");
+    };
+    EXPECT_TRUE(RunInChild(open, change).Killed);
+    ASSERT_TRUE(FileExists(In("Two.CRF-journal")));
+    fs::copy_file(In("Two.CRF-journal"), In("Three.CRF-journal"));
+    Open(In("One.CRF"));
+    EXPECT_TRUE(SaveCrfAs(In("Two.CRF")));
+    EXPECT_TRUE(SaveCrfAs(In("Three.CRF")));
+    DropCrf();
+    EXPECT_EQ(ContentOfFile(In("Two.CRF")), one);
+    EXPECT_EQ(ContentOfFile(In("Three.CRF")), one);
+    EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", "Three.CRF", "Two.CRF"}));
+}
+
+// --- Several programs ----------------------------------------------------------------------
+
+class Pairs : public CliTest {
+protected:
+    /// Runs commands at the same time and gives their results.
+    std::vector<CliResult> Together(const std::vector<std::vector<std::string>>& commands) {
+        std::vector<CliResult> results(commands.size());
+        std::vector<std::thread> threads;
+        for (std::size_t i = 0; i < commands.size(); ++i)
+            threads.emplace_back([&, i] { results[i] = Run(commands[i]); });
+        for (std::thread& thread : threads) thread.join();
+        return results;
+    }
+    /// Gives a close something to do.
+    static void Fatten(const std::string& crf) {
+        Database file = DBEngine::OpenDatabase(crf);
+        file.Execute("SELECT * INTO tblWork FROM Bp1;");
+    }
+};
+
+TEST_F(Pairs, WhatIsKeyedWhileAnotherProgramClosesStays) {
+    const std::string crf = NewCrf();
+    for (int round = 1; round <= 8; ++round) {
+        Fatten(crf);
+        const auto ends = Together({{"--quiet", "compact", crf},
+                                    {"set", crf, "A", "8", "1", std::to_string(round)},
+                                    {"set", crf, "A", "9", "1", std::to_string(round)}});
+        for (std::size_t i : {1U, 2U}) {
+            if (ends[i].Status != 0) continue;  // told that the file was busy
+            EXPECT_EQ(Do({"get", crf, "A", i == 1 ? "8" : "9", "1"}), std::to_string(round) + "\n");
+        }
+        EXPECT_FALSE(DBEngine::RepairDatabase(crf).WasDamaged);
+    }
+}
+
+TEST_F(Pairs, ThreeClosesAtOnceLoseNothing) {
+    const std::string crf = SampleCrf();
+    const std::string figures = Do({"show", crf, "A"});
+    for (int round = 0; round < 4; ++round) {
+        Fatten(crf);
+        Together({3, {"--quiet", "compact", crf}});
+        EXPECT_EQ(Do({"show", crf, "A"}), figures);
+        EXPECT_FALSE(DBEngine::RepairDatabase(crf).WasDamaged);
+    }
+    EXPECT_FALSE(FileExists(File("VLQTemp.CRF")));
+}
+
+TEST_F(Pairs, TwoClosesInOneFolderKeepTheStatementsApart) {
+    const std::string one = NewCrf("One.CRF");
+    const std::string two = NewCrf("Two.CRF");
+    Do({"set", one, "A", "8", "1", "1"});
+    Do({"set", two, "A", "8", "1", "2"});
+    for (int round = 0; round < 8; ++round) {
+        Fatten(one);
+        Fatten(two);
+        Together({{"--quiet", "compact", one}, {"--quiet", "compact", two}});
+        EXPECT_EQ(Do({"get", one, "A", "8", "1"}), "1\n");
+        EXPECT_EQ(Do({"get", two, "A", "8", "1"}), "2\n");
+    }
+}
+
+TEST_F(Pairs, ACrfThatAnotherProgramHasOpenIsNotReplaced) {
+    const std::string crf = NewCrf();
+    Do({"set", crf, "A", "8", "1", "4711"});
+    const Database open = DBEngine::OpenDatabase(crf);
+    const CliResult result = Run({"new", crf, "--number", "12-3456", "--start", "10/1/2022",
+                                  "--name", "Another", "--force"});
+    EXPECT_EQ(result.Status, 4);
+    EXPECT_EQ(result.Err, "ERROR\t" + crf + ": the file is open in another program\n");
+    EXPECT_EQ(Do({"get", crf, "A", "8", "1"}), "4711\n");
+}
+
+// --- Names, links, rights ------------------------------------------------------------------
+
+TEST_F(Pairs, ACloseThroughALinkKeepsLinkModeAndFile) {
+    fs::create_directory(File("real"));
+    const std::string real = NewCrf("real/One.CRF");
+    fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink("real/One.CRF", File("link.CRF"));
+    fs::create_hard_link(real, File("hard.CRF"));
+    Fatten(real);
+    Do({"--quiet", "compact", File("link.CRF")});
+    EXPECT_TRUE(fs::is_symlink(File("link.CRF")));
+    EXPECT_TRUE(fs::equivalent(real, File("hard.CRF")));
+    EXPECT_EQ(fs::status(real).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(Run({"show", real, "tblWork"}).Status, 2);
+}
+
+TEST_F(Pairs, InfoLeavesAUsersFilesAlone) {
+    const std::string crf = NewCrf();
+    for (const char* suffix : {"~compact", "~repair"})
+        TextFile("Sample.CRF" + std::string(suffix), "mine");
+    Do({"info", crf});
+    Do({"--quiet", "compact", crf});
+    for (const char* suffix : {"~compact", "~repair"}) EXPECT_EQ(ContentOf(crf + suffix), "mine");
+}
+
+TEST_F(Pairs, ANameThatLeavesNoRoomForAJournalIsToldAsAFileMatter) {
+    const std::string longest(243, 'n');
+    NewCrf(longest + ".CRF");
+    const std::string tooLong = File(std::string(251, 'n') + ".CRF");
+    const std::vector<std::string> words{"new",     tooLong,     "--number", "12-3456",
+                                         "--start", "10/1/2022", "--name",   "Home Office"};
+    const CliResult result = Run(words);
+    EXPECT_EQ(result.Status, 4);
+    EXPECT_EQ(result.Err, "ERROR\t" + tooLong +
+                              ": the name is too long; a Cost Report File's has "
+                              "at most 247 bytes\n");
+    fs::copy_file(File(longest + ".CRF"), tooLong);
+    EXPECT_EQ(Run({"info", tooLong}).Status, 4);
+}
+
+TEST_F(Pairs, NoDescriptorIsClosedUnderTheLocksOfSqlite) {
+    const std::string crf = SampleCrf();
+    const std::string samples = TextFile("a.txt", "A\t8\t1\t77\n");
+    CliSetting watched;
+    watched.Faults = FaultPlan{folder.Path().string(), 0, -1, "", File("report")};
+    const std::vector<std::vector<std::string>> commands{
+        {"info", crf},
+        {"--quiet", "calc", crf},
+        {"--quiet", "import", crf, samples},
+        {"--quiet", "import", crf, crf},
+        {"--quiet", "print", crf, "A", "--pdf", File("a.pdf")},
+        {"--quiet", "print", crf, "A", "--pdf", crf, "--force"},
+        {"--quiet", "ecr", crf, "--manual"},
+        {"cc", "add", crf, "28", "Marketing", "--whole"},
+        {"identity", crf, "--name", "Other", "--save-as", File("Copy.CRF")},
+        {"--quiet", "compact", crf},
+        {"new", crf, "--number", "12-3456", "--start", "10/1/2022", "--name", "N", "--force"}};
+    for (const auto& words : commands) {
+        fs::remove(File("report"));
+        Run(words, watched);
+        EXPECT_EQ(ReadFaultReport(*watched.Faults).DroppedLocks, 0) << words[1] << " " << words[2];
+    }
+}
+
+}  // namespace
+}  // namespace zolmara::test
