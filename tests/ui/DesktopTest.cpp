@@ -8,6 +8,7 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 #include <cstdlib>
 
@@ -271,6 +272,16 @@ TEST_F(Places, ABoxBelongsToTheFormThatTheUserLooksAt) {
     EXPECT_EQ(DialogOwner(), Form("frmCreateNewCRF"));
     Click("frmCreateNewCRF", "cmdCancel");
     EXPECT_EQ(DialogOwner(), main.get());
+}
+
+TEST_F(Places, ADialogIsNoTallerThanTheScreenBelowItsTitle) {
+    QDialog dialog;
+    const QSize screen = dialog.screen()->availableSize();
+    FitScreen(&dialog, QSize(300, 200));
+    EXPECT_EQ(dialog.size(), QSize(300, 200));
+    FitScreen(&dialog, QSize(9000, 9000));
+    EXPECT_EQ(dialog.width(), screen.width());
+    EXPECT_LT(dialog.height(), screen.height());
 }
 
 TEST_F(Places, FormsAnnounceThemselves) {

@@ -105,6 +105,7 @@ bool MayBeTaken(const std::string& path, const FileDialog& dialog) {
 std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
     QFileDialog box(DialogOwner());
     SetUp(box, dialog);
+    FitScreen(&box, box.sizeHint());
     while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
         const std::string path = S(WholeName(box.selectedFiles().first(), dialog));
         if (MayBeTaken(path, dialog)) return path;

@@ -250,6 +250,12 @@ bool ShowOpenForm(const std::string& name) {
     return form;
 }
 
+void FitScreen(QWidget* dialog, const QSize& wanted) {
+    const QWidget* const owner = dialog->parentWidget();
+    const QScreen* const screen = owner ? owner->screen() : QGuiApplication::primaryScreen();
+    dialog->resize(wanted.boundedTo(screen->availableSize() - QSize(0, kTitleBar)));
+}
+
 QWidget* DialogOwner() {
     for (QWidget* const owner : {QApplication::activeModalWidget(), QApplication::activeWindow()})
         if (owner && owner->isVisible()) return owner;

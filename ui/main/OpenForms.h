@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+class QSize;
 class QWidget;
 
 namespace zolmara::ui {
@@ -66,6 +67,9 @@ void ShowForm(QWidget* form);
 
 /// Shows the open form of this name in front. False where there is none.
 bool ShowOpenForm(const std::string& name);
+
+/// Gives a dialog this size, or what the screen has room for beside the desktop's title bar.
+void FitScreen(QWidget* dialog, const QSize& wanted);
 
 /// What a box or dialog belongs to: the form that the user looks at. None where none shows.
 QWidget* DialogOwner();

@@ -3,13 +3,12 @@
 #include <fmt/format.h>
 
 #include <QComboBox>
-#include <QGuiApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -86,8 +85,7 @@ frmPreview::frmPreview(Document document, QPrinter& printer)
     column->addWidget(MakeBar());
     column->addWidget(area_, 1);
     MakeKeys();
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    resize(std::min(1000, screen.width()), std::min(760, screen.height()));
+    FitScreen(this, QSize(1000, 760));
     GoTo(0);
     area_->viewport()->installEventFilter(this);
     area_->setFocus();
