@@ -20,8 +20,9 @@ namespace {
 constexpr int kMostLinks = 40;
 constexpr std::array<std::string_view, 4> kBesides{"", "-journal", "-wal", "-shm"};
 
+/// Never destroyed: the open CRF, a global, is protected until the program has ended.
 std::vector<const ProtectedFile*>& ProtectedFiles() {
-    static std::vector<const ProtectedFile*> files;
+    static auto& files = *new std::vector<const ProtectedFile*>();
     return files;
 }
 
