@@ -17,6 +17,7 @@ struct PageSpool::Store {
     QTemporaryFile File{QDir::tempPath() + "/zolmara-print-XXXXXX"};
     std::vector<Place> Places;
     qint64 End = 0;
+    std::size_t Reads = 0;
 
     [[noreturn]] void Fail() const {
         throw std::runtime_error("The printed pages cannot be kept: " + S(File.errorString()));
@@ -43,6 +44,7 @@ void PageSpool::Add(const PrintedPage& page) {
 }
 
 std::size_t PageSpool::Size() const { return store_->Places.size(); }
+std::size_t PageSpool::Reads() const { return store_->Reads; }
 
 int PageSpool::OrientationOf(std::size_t number) const {
     return store_->Places.at(number).Orientation;
@@ -51,6 +53,7 @@ int PageSpool::OrientationOf(std::size_t number) const {
 PrintedPage PageSpool::At(std::size_t number) const {
     const Store::Place& place = store_->Places.at(number);
     PrintedPage page{place.Orientation, {}};
+    ++store_->Reads;
     if (!store_->File.seek(place.Start)) store_->Fail();
     const QByteArray bytes = store_->File.read(place.Bytes);
     if (bytes.size() != place.Bytes) store_->Fail();

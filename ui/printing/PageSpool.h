@@ -29,6 +29,8 @@ public:
     /// The page of this number, from 0.
     PrintedPage At(std::size_t number) const;
     int OrientationOf(std::size_t number) const;
+    /// How many pages were read back, in all copies.
+    std::size_t Reads() const;
 
 private:
     struct Store;
