@@ -56,10 +56,22 @@ int DepthOf(const Inputs& inputs) {
 
 // --- The tree --------------------------------------------------------------------------------
 
+/// A tree that opens every sum of a large statement has no end that anybody reads.
+constexpr std::size_t kMostCells = 10000;
+
 /// What is asked of a cell: where it comes from, or what depends on it.
 struct Question {
     Explainer& Teller;
     bool Uses;
+    std::size_t Told = 0;
+
+    Explanation Explain(const CellRef& cell) {
+        if (++Told > kMostCells)
+            throw std::runtime_error(
+                fmt::format("More than {} cells would have to be told; choose a smaller --depth",
+                            Figure(kMostCells)));
+        return Teller.Explain(cell);
+    }
 
     std::vector<CellRef> Next(const Explanation& told) const {
         return Uses ? Teller.Uses(told.Cell) : told.Inputs;
@@ -68,8 +80,8 @@ struct Question {
     bool Opens(const Explanation& told) const { return Uses || told.Kind == CellState::Computed; }
 };
 
-JsonDoc JsonOf(const Question& question, const CellRef& cell, int depth) {
-    const Explanation told = question.Teller.Explain(cell);
+JsonDoc JsonOf(Question& question, const CellRef& cell, int depth) {
+    const Explanation told = question.Explain(cell);
     JsonDoc json = {
         {"item", cell.Item},   {"line", JsonValue(cell.Line)},   {"column", cell.Field},
         {"title", told.Title}, {"value", JsonValue(told.Value)}, {"kind", NameOf(told.Kind)},
@@ -88,22 +100,23 @@ std::string ValueText(const Variant& value) {
     return value.IsNumber() ? Figure(value.Number()) : OneLine(Text(value));
 }
 
-void PrintTree(const Question& question, const CellRef& cell, int depth, std::size_t indent) {
-    const Explanation told = question.Teller.Explain(cell);
+/// The lines of the tree, which are printed when all are known.
+void TellTree(Question& question, const CellRef& cell, int depth, std::size_t indent,
+              std::vector<std::string>& lines) {
+    const Explanation told = question.Explain(cell);
     const std::string margin(indent, ' ');
     const std::string title = told.Title.empty() ? "" : fmt::format(" ({})", told.Title);
-    PrintLine(fmt::format("{}{}{}: {}", margin, told.Name, title, ValueText(told.Value)));
-    PrintLine(fmt::format("{}  {}", margin, told.Rule));
-    if (!told.Formula.empty()) PrintLine(fmt::format("{}  {}", margin, told.Formula));
+    lines.push_back(fmt::format("{}{}{}: {}", margin, told.Name, title, ValueText(told.Value)));
+    lines.push_back(fmt::format("{}  {}", margin, told.Rule));
+    if (!told.Formula.empty()) lines.push_back(fmt::format("{}  {}", margin, told.Formula));
     if (depth == 0 || !question.Opens(told)) return;
     for (const CellRef& other : question.Next(told)) {
-        PrintTree(question, other, depth - 1, indent + 4);
+        TellTree(question, other, depth - 1, indent + 4, lines);
     }
 }
 
-void Flatten(const Question& question, const CellRef& cell, int depth, int level,
-             Listing& listing) {
-    const Explanation told = question.Teller.Explain(cell);
+void Flatten(Question& question, const CellRef& cell, int depth, int level, Listing& listing) {
+    const Explanation told = question.Explain(cell);
     listing.Rows.push_back({level, cell.Item, cell.Line, cell.Field, told.Title, told.Value,
                             NameOf(told.Kind), told.Rule, told.Formula});
     if (depth == 0 || !question.Opens(told)) return;
@@ -117,7 +130,7 @@ ExitStatus ExplainCell(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const CellRef cell = CellOf(inputs);
     Explainer explainer;
-    const Question question{explainer, inputs.Has("--uses")};
+    Question question{explainer, inputs.Has("--uses")};
     if (TheFormat() == OutputFormat::Json) {
         PutJson(JsonOf(question, cell, depth));
     } else if (TheFormat() == OutputFormat::Csv) {
@@ -126,7 +139,9 @@ ExitStatus ExplainCell(const Inputs& inputs) {
         Flatten(question, cell, depth, 0, listing);
         PrintListing(listing);
     } else {
-        PrintTree(question, cell, depth, 0);
+        std::vector<std::string> lines;
+        TellTree(question, cell, depth, 0, lines);
+        for (const std::string& line : lines) PrintLine(line);
     }
     return kDone;
 }

@@ -35,9 +35,16 @@ std::string CellName(const CellRef& cell) {
                        numbered ? "column " : "", number);
 }
 
-std::string ColumnTitle(const CellRef& cell) {
-    const auto field = FindField(cell.Item, cell.Field);
-    return field ? Replace(Replace(field->Title, "-|", ""), "|", " ") : std::string();
+std::string ColumnTitle(const CellRef& cell) { return ColumnTitles(cell.Item)[cell.Field]; }
+
+std::map<std::string, std::string> ColumnTitles(std::string_view item) {
+    std::map<std::string, std::string> titles;
+    const Worksheet* sheet = FindWorksheet(item);
+    if (sheet == nullptr) return titles;
+    for (const WorksheetField& field : sheet->Fields(sheet->Item)) {
+        titles[field.Name] = Replace(Replace(field.Title, "-|", ""), "|", " ");
+    }
+    return titles;
 }
 
 }  // namespace zolmara

@@ -2,6 +2,7 @@
 
 // How a cell is called to a person.
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -21,5 +22,7 @@ std::string CellName(const CellRef& cell);
 /// The column's title as on the form, on one line; a schedule's column has its cost center's name.
 /// Empty where the form has none.
 std::string ColumnTitle(const CellRef& cell);
+/// The titles of all columns of a worksheet, by field; none for a name that is no worksheet.
+std::map<std::string, std::string> ColumnTitles(std::string_view item);
 
 }  // namespace zolmara

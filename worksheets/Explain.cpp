@@ -6,6 +6,7 @@
 #include <set>
 
 #include "core/Globals.h"
+#include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/CellNames.h"
 #include "worksheets/Descriptions.h"
@@ -21,6 +22,17 @@ bool IsFixedFormula(const Node& formula) {
 
 /// Tables beside the worksheets whose cells are keyed.
 bool IsKeyedTable(std::string_view item) { return item == "CostCenters" || item == "ES"; }
+
+/// What the worksheet has in the column; of a cost center's column without asking which there are.
+std::optional<CellKind> KindOf(const CellRef& cell) {
+    const Worksheet* sheet = FindWorksheet(cell.Item);
+    if (sheet == nullptr) return std::nullopt;
+    if (IsCostCenterColumn(cell.Field)) return sheet->CostCenterCells;
+    for (const WorksheetField& field : sheet->FixedFields(sheet->Item)) {
+        if (field.Name == cell.Field) return field.Kind;
+    }
+    return std::nullopt;
+}
 
 std::string KeyedRule(const CellRef& cell) {
     if (IsKeyedTable(cell.Item)) return "Keyed in the cost centers, or imported.";
@@ -81,19 +93,24 @@ CellState StateOf(const CellRef& cell) {
         return IsFixedFormula(description->Formula) ? CellState::Fixed : CellState::Computed;
     }
     if (FindOverwriting(cell) != nullptr || IsKeyedTable(cell.Item)) return CellState::Keyed;
-    const auto field = FindField(cell.Item, cell.Field);
-    const bool keyed = field && field->Kind == CellKind::Keyed &&
-                       !IsComputedCell(cell.Item, cell.Line, cell.Field);
+    const bool keyed =
+        KindOf(cell) == CellKind::Keyed && !IsComputedCell(cell.Item, cell.Line, cell.Field);
     return keyed ? CellState::Keyed : CellState::Fixed;
 }
 
 Explainer::Explainer() : own_(std::make_unique<StoreCells>()), cells_(*own_), walker_(cells_) {}
 Explainer::Explainer(CellSource& cells) : cells_(cells), walker_(cells) {}
 
+const std::string& Explainer::TitleOf(const CellRef& cell) {
+    const auto [titles, isNew] = titles_.try_emplace(cell.Item);
+    if (isNew) titles->second = ColumnTitles(cell.Item);
+    return titles->second[cell.Field];
+}
+
 Explanation Explainer::Explain(const CellRef& cell) {
     Explanation told{.Cell = cell,
                      .Name = CellName(cell),
-                     .Title = ColumnTitle(cell),
+                     .Title = TitleOf(cell),
                      .Value = cells_.Value(cell),
                      .Kind = StateOf(cell)};
     told.Rule = RuleOf(cell, told.Kind);

@@ -11,6 +11,7 @@
 // entry or a calculation. Worksheets and fields are named as their tables spell them. A cell that
 // is not there is explained as empty. StoreError when the CRF cannot be read.
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -68,6 +69,9 @@ public:
     Evaluator& Walker() { return walker_; }
 
 private:
+    const std::string& TitleOf(const CellRef& cell);
+
+    std::map<std::string, std::map<std::string, std::string>> titles_;
     std::unique_ptr<StoreCells> own_;
     CellSource& cells_;
     Evaluator walker_;

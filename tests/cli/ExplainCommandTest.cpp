@@ -110,6 +110,15 @@ TEST_F(ExplainCommand, ADepthThatIsNoneIsAWrongCommandLine) {
     }
 }
 
+TEST_F(ExplainCommand, ATreeWithoutEndIsRefused) {
+    const std::string sample = SampleCrf();
+    const CliResult result = Run({"explain", sample, "A", "100", "8", "--depth", "20"});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Out, "");
+    EXPECT_NE(result.Err.find("More than 10,000 cells would have to be told"), std::string::npos)
+        << result.Err;
+}
+
 TEST_F(ExplainCommand, TraceListsTheKeyedCells) {
     const Json trace = Run({"trace", crf, "A", "100", "5", "--format", "json"}).Json();
     ASSERT_EQ(trace.size(), 2u) << trace.dump();

@@ -5,9 +5,13 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <chrono>
+
 #include "calc/Calc_All.h"
 #include "store/DatabaseImpl.h"
+#include "worksheets/CellNames.h"
 #include "worksheets/Descriptions.h"
+#include "worksheets/Explain.h"
 #include "worksheets/ExplainedStatements.h"
 #include "worksheets/Worksheet.h"
 
@@ -44,6 +48,31 @@ TEST_F(Descriptions, ComeToTheStoredCellsOfANewFile) {
 TEST_F(Descriptions, ComeToTheStoredCellsOfALargeStatement) {
     test::MakeLarge(folder, {.Components = 300, .CostCenters = 60});
     Prove(25000);
+}
+
+/// Takes minutes: run it with --gtest_also_run_disabled_tests. Explanations are timed on the way.
+TEST_F(Descriptions, DISABLED_ComeToTheStoredCellsOfTheLargestStatement) {
+    test::MakeLarge(folder, {});
+    using Clock = std::chrono::steady_clock;
+    const auto milliseconds = [](Clock::time_point from) {
+        return std::chrono::duration<double, std::milli>(Clock::now() - from).count();
+    };
+    const CellRef cells[] = {
+        {"Dp1", Currency::FromWhole(1), "CC_800"},  {"D1p3", kUnitCostMultiplier, "CC_800"},
+        {"D1p1", Currency::FromWhole(1), "CC_800"}, {"E1p1", Currency::FromWhole(1), "CC_800"},
+        {"F1p1", Currency::FromWhole(1), "Col_9"},  {"A", kTotalOfA, "Col_8"}};
+    for (const CellRef& cell : cells) {
+        const auto explained = Clock::now();
+        Explainer().Explain(cell);
+        const double forward = milliseconds(explained);
+        const auto asked = Clock::now();
+        Explainer().Uses(cell);
+        fmt::print("{}: explained in {:.1f} ms, uses in {:.1f} ms\n", CellName(cell), forward,
+                   milliseconds(asked));
+    }
+    const auto begin = Clock::now();
+    Prove(1000000);
+    fmt::print("proved in {:.0f} ms\n", milliseconds(begin));
 }
 
 TEST_F(Descriptions, HoldWhenCentsAndNegativeAmountsMustClose) {
