@@ -29,6 +29,7 @@ std::span<const Command* const> AllCommands() {
                                           &kLineAdd,
                                           &kLineDelete,
                                           &kRebuild,
+                                          &kDiff,
                                           &kPrint,
                                           &kEcr,
                                           &kHeader,

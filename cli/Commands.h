@@ -30,6 +30,7 @@ extern const Command kComponentRename;
 extern const Command kLineAdd;
 extern const Command kLineDelete;
 extern const Command kRebuild;
+extern const Command kDiff;
 extern const Command kPrint;
 extern const Command kEcr;
 extern const Command kHeader;

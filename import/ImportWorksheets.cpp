@@ -11,7 +11,7 @@
 #include "core/Windows.h"
 #include "import/S2Agreement.h"
 #include "store/CopyRows.h"
-#include "store/Step.h"
+#include "store/WholeStep.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
@@ -25,7 +25,7 @@ constexpr std::string_view kIdentity = "S1p1";
 bool Remake(std::string_view item) {
     try {
         bool made = false;
-        RunStep(gDB, [&] { made = BuildWorksheet(item); });
+        RunWholeStep(gDB, [&] { made = BuildWorksheet(item); });
         if (made) return true;
         MsgOrLog(fmt::format("Error: The following error was returned when trying to rebuild table "
                              "{}\r\nit is no worksheet of this form",

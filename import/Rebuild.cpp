@@ -7,7 +7,7 @@
 #include "core/Dialogs.h"
 #include "core/Status.h"
 #include "core/Windows.h"
-#include "store/Step.h"
+#include "store/WholeStep.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
@@ -41,7 +41,7 @@ void UnloadWindows(std::string_view item) {
 bool Make(std::string_view item) {
     try {
         bool made = false;
-        RunStep(gDB, [&] { made = BuildWorksheet(item); });
+        RunWholeStep(gDB, [&] { made = BuildWorksheet(item); });
         return made;
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;

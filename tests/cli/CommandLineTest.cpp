@@ -9,9 +9,9 @@ namespace {
 using CommandLine = CliTest;
 
 const std::vector<std::string> kCommands{
-    "new",     "info",    "calc", "check",  "show",       "get",    "set",       "explain",
-    "trace",   "summary", "find", "import", "import-crf", "cc",     "component", "line",
-    "rebuild", "print",   "ecr",  "header", "identity",   "compact"};
+    "new",     "info",    "calc",  "check",  "show",       "get",      "set",       "explain",
+    "trace",   "summary", "find",  "import", "import-crf", "cc",       "component", "line",
+    "rebuild", "diff",    "print", "ecr",    "header",     "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -53,6 +53,7 @@ const std::vector<HelpCase> kHelp{
     {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
     {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
     {{"rebuild"}, {"FILE", "ITEM"}, {}},
+    {{"diff"}, {"FILE", "OTHER", "ITEM"}, {"--keyed", "--over", "--over-percent"}},
     {{"print"}, {"FILE", "ITEM"}, {"--pdf", "--force"}},
     {{"ecr"}, {"FILE"}, {"--out", "--force", "--manual", "--first", "--last", "--title"}},
     {{"header"}, {"FILE", "N", "TEXT"}, {}},

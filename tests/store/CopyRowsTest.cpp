@@ -9,7 +9,7 @@
 
 #include "store/CopyRows.h"
 #include "store/FilledCrf.h"
-#include "store/Step.h"
+#include "store/WholeStep.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -196,17 +196,17 @@ TEST_F(CopyRowsTest, AFailedStepLeavesWhatStoodBeforeIt) {
     Turn();
     RunBatch(gDB, [] {
         SetCell("A", 8, "Col_1", 5);
-        EXPECT_THROW(RunStep(gDB,
-                             [] {
-                                 SetCell("A", 8, "Col_1", 6);
-                                 gDB.DeleteTable("G");
-                                 throw std::runtime_error("no");
-                             }),
+        EXPECT_THROW(RunWholeStep(gDB,
+                                  [] {
+                                      SetCell("A", 8, "Col_1", 6);
+                                      gDB.DeleteTable("G");
+                                      throw std::runtime_error("no");
+                                  }),
                      std::runtime_error);
         EXPECT_TRUE(gDB.HasTable("G"));
     });
     EXPECT_EQ(Cell("A", 8, "Col_1"), Variant(5.0));
-    RunStep(gDB, [] { SetCell("A", 8, "Col_1", 7); });
+    RunWholeStep(gDB, [] { SetCell("A", 8, "Col_1", 7); });
     EXPECT_EQ(Cell("A", 8, "Col_1"), Variant(7.0));
 }
 

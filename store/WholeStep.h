@@ -10,6 +10,6 @@ namespace zolmara {
 
 /// Runs a step. When it fails, what it has written is taken back and the exception goes on to the
 /// caller; what stood before it in the batch stays.
-void RunStep(Database& db, const std::function<void()>& work);
+void RunWholeStep(Database& db, const std::function<void()>& work);
 
 }  // namespace zolmara

@@ -1,10 +1,10 @@
-#include "store/Step.h"
+#include "store/WholeStep.h"
 
 #include "store/DatabaseImpl.h"
 
 namespace zolmara {
 
-void RunStep(Database& db, const std::function<void()>& work) {
+void RunWholeStep(Database& db, const std::function<void()>& work) {
     RunBatch(db, [&] {
         Database::Impl& impl = db.impl();
         SqliteRun(impl.Handle, "SAVEPOINT whole_step", impl.Path);
