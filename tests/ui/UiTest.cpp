@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QTimer>
 #include <cstdlib>
+#include <filesystem>
 
 #include "core/Dialogs.h"
 #include "import/ImportASCII.h"
@@ -99,11 +100,19 @@ std::string UiTest::MakeCrf(const std::string& name, const std::string& field,
 }
 
 std::string UiTest::MakeSample(const std::string& name) {
+    // Made once in a run; each test has a copy.
+    static const test::TempFolder kept;
+    static const std::string made = kept.File("Sample.CRF");
     const std::string path = folder.File(name);
+    if (std::filesystem::exists(made)) {
+        std::filesystem::copy_file(made, path);
+        return path;
+    }
     CreateCrf(path, {"287", "14-9012", "1/1/2023", "12/31/2023", "Northfield Health System"});
     ImportAsciiFile(std::string(test::kSamples) + "/northfield.txt");
     UnloadFormsLike("frmView");
     DropCrf();
+    std::filesystem::copy_file(path, made);
     return path;
 }
 

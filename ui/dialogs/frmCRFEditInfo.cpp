@@ -1,11 +1,13 @@
 #include "ui/dialogs/frmCRFEditInfo.h"
 
+#include <QCloseEvent>
 #include <QFocusEvent>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
@@ -67,8 +69,12 @@ frmCRFEditInfo::frmCRFEditInfo(std::function<void(bool)> after) : after_(std::mo
     AddForm(this);
 }
 
-frmCRFEditInfo::~frmCRFEditInfo() {
-    if (after_) QTimer::singleShot(0, [after = after_, saved = saved_] { after(saved); });
+/// What follows comes once the dialog has gone.
+void frmCRFEditInfo::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (after_)
+        QTimer::singleShot(0,
+                           [after = std::exchange(after_, {}), saved = saved_] { after(saved); });
 }
 
 void frmCRFEditInfo::MakeFields() {

@@ -16,9 +16,9 @@ class frmCRFEditInfo : public QWidget {
 public:
     /// `after` runs once the dialog has gone; with False where it was cancelled.
     explicit frmCRFEditInfo(std::function<void(bool saved)> after);
-    ~frmCRFEditInfo() override;
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QStyle>
 
+#include "ui/worksheets/SheetModel.h"
+
 namespace zolmara::ui {
 namespace {
 
@@ -67,7 +69,7 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     cell.state &= ~QStyle::State_HasFocus;
     const bool current = index == current_;
     const bool selected = cell.state.testFlag(QStyle::State_Selected);
-    if (!selected && !index.flags().testFlag(Qt::ItemIsEditable)) PaintLocked(painter, option);
+    if (!selected && index.data(kLockedRole).toBool()) PaintLocked(painter, option);
     if (selected && current) {
         cell.state &= ~QStyle::State_Selected;
         painter->fillRect(option.rect, option.palette.base());

@@ -39,8 +39,9 @@ bool GridPart::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event
     return true;
 }
 
-/// One that has been closed lives on, hidden, for a while.
+/// One that has been closed lives on for a while.
 QWidget* GridPart::OpenEditor() const {
+    if (!isPersistentEditorOpen(currentIndex())) return nullptr;
     for (QWidget* editor : viewport()->findChildren<QWidget*>("txtCell"))
         if (!editor->isHidden()) return editor;
     return nullptr;

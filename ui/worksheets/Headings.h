@@ -12,7 +12,8 @@ namespace zolmara::ui {
 using TextWidth = std::function<double(const QString& text)>;
 
 /// Breaks a title between its words where the next word would pass the width. Each word counts a
-/// twentieth more than it measures. Two blanks are one; a word wider than the column stands alone.
+/// twentieth more than it measures. Two blanks are one; a word wider than the column goes on behind
+/// its hyphens, or stands alone.
 /// "|" always begins a new line.
 QString FoldTitle(const QString& title, double width, const TextWidth& measure);
 

@@ -49,6 +49,14 @@ private:
     QPointer<QWidget> form_;
 };
 
+/// A block and all that follows from it on other worksheets go to the disk at once.
+template <class Work>
+BlockResult InOneAct(const Work& work) {
+    BlockResult result;
+    RunBatch(gDB, [&] { result = work(); });
+    return result;
+}
+
 struct SheetCommand {
     const char* Name;
     const char* Caption;
@@ -139,9 +147,11 @@ void frmWorksheet::Paste() {
         cells.front().assign(width, cells.front().front());
         cells.assign(static_cast<std::size_t>(range.LastRow - range.FirstRow) + 1, cells.front());
     }
-    AfterBlock(
-        PasteBlock(*model_.SharedForm(), model_.Rows(), range.FirstRow, range.FirstColumn, cells),
-        "Paste");
+    AfterBlock(InOneAct([&] {
+                   return PasteBlock(*model_.SharedForm(), model_.Rows(), range.FirstRow,
+                                     range.FirstColumn, cells);
+               }),
+               "Paste");
 }
 
 void frmWorksheet::ClearSelection() {
@@ -155,14 +165,16 @@ void frmWorksheet::ClearSelection() {
         return;
     }
     if (!CommitGrid()) return;
-    AfterBlock(ClearBlock(*model_.SharedForm(), model_.Rows(), range), "Clear");
+    AfterBlock(InOneAct([&] { return ClearBlock(*model_.SharedForm(), model_.Rows(), range); }),
+               "Clear");
 }
 
 void frmWorksheet::FillDownSelection() {
     if (!CommitGrid()) return;
     const BlockRange range = Selected();
     if (range.FirstRow < 0 || range.FirstRow == range.LastRow) return;
-    AfterBlock(FillDown(*model_.SharedForm(), model_.Rows(), range), "Fill Down");
+    AfterBlock(InOneAct([&] { return FillDown(*model_.SharedForm(), model_.Rows(), range); }),
+               "Fill Down");
 }
 
 void frmWorksheet::AfterBlock(const BlockResult& result, const QString& what) {

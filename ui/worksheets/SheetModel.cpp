@@ -194,6 +194,8 @@ QVariant SheetModel::Look(const QModelIndex& index, int role) const {
             return static_cast<int>(AlignmentOf(Column(index.column()).Align));
         case Qt::AccessibleTextRole:
             return Spoken(index.row(), index.column());
+        case kLockedRole:
+            return form_->Mode == FormMode::Edit && !IsOpen(index.row(), index.column());
         default:
             return {};
     }

@@ -13,6 +13,9 @@
 
 namespace zolmara::ui {
 
+/// True for a cell of an editor that takes no entry.
+inline constexpr int kLockedRole = Qt::UserRole;
+
 class SheetModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;

@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QStringList>
+#include <QStyle>
 #include <algorithm>
 #include <cmath>
 
@@ -57,7 +58,8 @@ std::string Joined(const std::vector<int>& numbers) {
 QSize LargestWindow(const QWidget& window) {
     const QSize screen = window.screen()->availableGeometry().size();
     const int edge = Pixels(window, kScreenEdge);
-    return {screen.width() - edge, screen.height() - edge};
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return {screen.width() - edge, screen.height() - edge - title};
 }
 
 int WantedWidth(frmWorksheet& window) {

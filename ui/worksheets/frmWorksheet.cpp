@@ -58,7 +58,7 @@ frmWorksheet::frmWorksheet() : model_(this) {
     connect(grd_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& to, const QModelIndex& from) {
                 CurrentChanged();
-                if (to.row() != from.row()) RowChanged(from.row(), to.row());
+                if (to.row() != from.row()) RowChanged();
             });
     MakeCommands();
 }
@@ -194,7 +194,7 @@ bool frmWorksheet::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void frmWorksheet::RowChanged(int from, int /*to*/) {
+void frmWorksheet::RowChanged() {
     const int keyed = model_.KeyedRow();
     if (keyed >= 0 && keyed != grd_->currentIndex().row() && !committing_ && !CommitGrid()) {
         // What was refused stays under the cursor.
@@ -204,7 +204,7 @@ void frmWorksheet::RowChanged(int from, int /*to*/) {
             if (back.isValid()) grd_->GoTo(back);
         });
     }
-    if (from >= 0 && SameText(Form().Item, "S1p1")) grd_->FoldHeadings();
+    if (SameText(Form().Item, "S1p1")) grd_->FoldHeadings();
     ShowButtonStates();
 }
 

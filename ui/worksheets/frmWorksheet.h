@@ -72,7 +72,7 @@ private:
     bool KeyEntry(const QModelIndex& cell, const QString& text);
     void ShowList(const QModelIndex& cell, const QPoint& place);
     void Move(Step step);
-    void RowChanged(int from, int to);
+    void RowChanged();
     void CurrentChanged();
     void ShowStatus();
     QString SumsText() const;

@@ -1,0 +1,169 @@
+// "Calculate after each entry", the menu Tools, and the window of the home office's identity.
+
+#include <QMenuBar>
+
+#include "SheetTest.h"
+#include "calc/Calc_All.h"
+#include "ui/tools/EntryCalculation.h"
+
+namespace zolmara::ui {
+namespace {
+
+class EntryCalculationTest : public SheetTest {
+protected:
+    EntryCalculationTest() {
+        Start();
+        Open(MakeSample("Sample.CRF"));
+        Calc_All();
+        Boxes.clear();
+    }
+    QAction* Switch() const { return main->menuBar()->findChild<QAction*>("tlsEntryCalculation"); }
+};
+
+TEST_F(EntryCalculationTest, IsOffAtFirstAndRemembered) {
+    ASSERT_NE(Switch(), nullptr);
+    EXPECT_FALSE(Switch()->isChecked());
+    Switch()->trigger();
+    EXPECT_TRUE(Switch()->isChecked());
+    EXPECT_TRUE(EntryCalculation::IsOn());
+    EXPECT_EQ(host->GetSetting("Zolmara 287-22", "Windows", "CalculateAfterEntry", ""), "True");
+}
+
+TEST_F(EntryCalculationTest, OffARowLeavesTheOthersAsTheyAre) {
+    auto* a = Sheet("edit", "A");
+    const std::string total = Stored("A", 100, "Col_1");
+    Enter(a, 12, "Col_1", "1");
+    Wait(50);
+    EXPECT_EQ(Stored("A", 100, "Col_1"), total);
+}
+
+TEST_F(EntryCalculationTest, EachSavedRowCalculatesAndOpenViewsFollow) {
+    Switch()->trigger();
+    Wait(300);
+    auto* view = Sheet("view", "A");
+    auto* a = Sheet("edit", "A");
+    const double former = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 12;"));
+    const double total = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 100;"));
+    Enter(a, 12, "Col_1", NumberText(former + 1000));
+    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total + 1000));
+    EXPECT_EQ(Shown(view, 100, "Col_1"), FormatNumber(total + 1000, "#,##0"));
+    EXPECT_TRUE(Boxes.empty());
+    EXPECT_NE(Status(a).find("Calculated"), std::string::npos);
+    EXPECT_FALSE(Enabled("mnuReportSubmit"));
+}
+
+TEST_F(EntryCalculationTest, TheRunKeepsCellSelectionScrollAndOpenEditor) {
+    Switch()->trigger();
+    Wait(300);
+    auto* a = Sheet("edit", "A");
+    a->resize(a->width(), 300);
+    Enter(a, 12, "Col_1", "5");
+    At(a, 24, "Col_1");
+    Type("12");
+    const int top = a->Grid().rowAt(0);
+    EntryCalculation::RowSaved();
+    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    Type("34");
+    auto* editor = qobject_cast<QLineEdit*>(a->Grid().Editor());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(S(editor->text()), "1234");
+    EXPECT_EQ(Current(a), "24 Col_1");
+    EXPECT_EQ(a->Grid().rowAt(0), top);
+}
+
+TEST_F(EntryCalculationTest, BoxesOfTheRunAreCountedInstead) {
+    gDB.Execute("UPDATE A8 SET Col_5 = 77, Col_3 = 5 WHERE LineNum = 2;");
+    Switch()->trigger();
+    auto* a8 = Sheet("edit", "A8");
+    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    EXPECT_TRUE(Boxes.empty());
+    EXPECT_NE(Status(a8).find("message"), std::string::npos);
+}
+
+// --- The identity ----------------------------------------------------------------------------
+
+class EditInfo : public EntryCalculationTest {};
+
+TEST_F(EditInfo, EnteringTheIdentityOpensTheWindowInsteadOfTheCell) {
+    auto* s1 = Sheet("edit", "S1p1");
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    ASSERT_NE(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_EQ(s1->Grid().Editor(), nullptr);
+    EXPECT_EQ(TextOf("frmCRFEditInfo", "txtProviderNum"), "14-9012");
+    EXPECT_EQ(TextOf("frmCRFEditInfo", "txtFacilityName"), "Northfield Health System");
+    EXPECT_TRUE(Control<QPushButton>("frmCRFEditInfo", "cmdSaveAs")->isEnabled());
+}
+
+TEST_F(EditInfo, CancelLeavesEveryWindowOpen) {
+    auto* s1 = Sheet("edit", "S1p1");
+    Sheet("view", "A");
+    Activate(s1);
+    At(s1, 2, "Col_2");
+    Press(Qt::Key_F2);
+    Click("frmCRFEditInfo", "cmdCancel");
+    Wait(20);
+    EXPECT_EQ(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_NE(FindOpenForm("edit", "S1p1"), nullptr);
+    EXPECT_NE(FindOpenForm("view", "A"), nullptr);
+}
+
+TEST_F(EditInfo, ASavedIdentityStartsAnewWithTheMainWindowAndTheSplash) {
+    gDB.Execute("UPDATE Master SET ESFirstName = 'A';");
+    auto* s1 = Sheet("edit", "S1p1");
+    Sheet("view", "A");
+    Activate(s1);
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Key("frmCRFEditInfo", "txtFacilityName", "Southfield");
+    Click("frmCRFEditInfo", "cmdSave");
+    for (int i = 0; i < 40 && !WorksheetWindows().empty(); ++i) Wait(50);
+    EXPECT_EQ(BoxTexts(), std::vector<std::string>());
+    EXPECT_EQ(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_EQ(gProviderName, "Southfield");
+    EXPECT_EQ(Stored("S1p1", 2, "Col_1"), "Southfield");
+    EXPECT_TRUE(gDB.Scalar("SELECT ESFirstName FROM Master;").IsNull());
+    EXPECT_TRUE(WorksheetWindows().empty());
+    EXPECT_NE(FindForm("frmSplash"), nullptr);
+}
+
+TEST_F(EditInfo, ARefusalLeavesTheWindowOpenAndTheFieldUnderTheCursor) {
+    auto* s1 = Sheet("edit", "S1p1");
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Key("frmCRFEditInfo", "txtProviderNum", "12");
+    Click("frmCRFEditInfo", "cmdSave");
+    EXPECT_NE(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_FALSE(Boxes.empty());
+    EXPECT_EQ(gProviderNumber, "14-9012");
+}
+
+TEST_F(EditInfo, SaveAsOntoTheOpenFileIsRefused) {
+    auto* s1 = Sheet("edit", "S1p1");
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Files.emplace_back(gCRFPath);
+    Click("frmCRFEditInfo", "cmdSaveAs");
+    EXPECT_EQ(Boxes.back().Title, "Selection Error");
+    EXPECT_TRUE(CrfIsOpen());
+    EXPECT_NE(FindForm("frmCRFEditInfo"), nullptr);
+}
+
+TEST_F(EditInfo, SaveAsGoesOnWithTheCopy) {
+    const std::string before = gCRFPath;
+    auto* s1 = Sheet("edit", "S1p1");
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Key("frmCRFEditInfo", "txtFacilityName", "Copy");
+    Files.emplace_back(folder.File("Copy.CRF"));
+    Click("frmCRFEditInfo", "cmdSaveAs");
+    Wait(20);
+    EXPECT_EQ(gCRFPath, folder.File("Copy.CRF"));
+    EXPECT_EQ(gProviderName, "Copy");
+    Database old = DBEngine::OpenDatabase(before);
+    EXPECT_EQ(Text(old.Scalar("SELECT ProviderName FROM Master;")), "Northfield Health System");
+}
+
+}  // namespace
+}  // namespace zolmara::ui
