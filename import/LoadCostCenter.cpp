@@ -1,5 +1,7 @@
 // The loader of the cost center structure, which creates the cost centers that it names.
 
+#include <fmt/format.h>
+
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "import/LoaderTools.h"
@@ -17,14 +19,19 @@ constexpr Currency kCodeColumn = Currency::FromWhole(6);
 constexpr Currency kFirstWithoutCode = Currency::FromWhole(3);
 constexpr Range kLabelColumns[] = {{4, 4}, {5, 5}};
 
-std::string BrokenRule(const SourceRow& row) {
+/// Each rule that a row breaks is told.
+bool PassesRules(const SourceRow& row) {
+    bool passes = true;
+    auto fail = [&](std::string_view rule) {
+        Complain("CostCenter", row, fmt::format("CostCenter only allows {}: ", rule));
+        passes = false;
+    };
     if (!InAny(kRows, Currency::FromWhole(row.Row.Whole())))
-        return "CostCenter only allows rows 1, 2, 4, 6, 8-98 and their subscripts: ";
+        fail("rows 1, 2, 4, 6, 8-98 and their subscripts");
     if (InAny(kLabelColumns, row.Col) && InAny(std::span(&kNoBasis, 1), row.Row))
-        return "CostCenter only allows column 4 and 5 on rows 1-2.99 and 8-98.99: ";
-    if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode)
-        return "CostCenter only allows column 6 on rows 1-2.99: ";
-    return {};
+        fail("column 4 and 5 on rows 1-2.99 and 8-98.99");
+    if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode) fail("column 6 on rows 1-2.99");
+    return passes;
 }
 
 /// Creates a cost center. One that cannot be made is told by the caller.
@@ -40,7 +47,7 @@ bool Create(TargetRow& target, Currency line) {
 }
 
 std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
-    if (auto rule = BrokenRule(row); !rule.empty()) return rule;
+    if (!PassesRules(row)) return {};
     if (!target.GoTo(row.Row)) {
         if (row.Col != kNameColumn)
             return "CostCenter must create new cost centers with column 0: ";

@@ -36,7 +36,8 @@ bool IsFull(Currency line, Currency last) {
 /// Why no cost center can be made at the line; empty when it can.
 std::string Obstacle(Currency line) {
     const auto last = LastCostCenter();
-    if (TablesWithColumn(line).empty()) return "that line is no cost center";
+    const bool isLine = line.Units() % kSubscriptStep.Units() == 0;
+    if (!isLine || TablesWithColumn(line).empty()) return "that line is no cost center";
     if (line > last + kWholeStep)
         return fmt::format("the last cost center is {}", NumberText(last));
     if (IsFull(line, last)) return "the lines behind it cannot move up";

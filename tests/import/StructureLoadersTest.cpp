@@ -122,6 +122,36 @@ TEST_F(StructureLoadersTest, S1p1ReportsAColumnThatItLacksAndALongText) {
     EXPECT_EQ(StrOr(Cell("S1p1", 5.01, "Col_6")), "a@b");
 }
 
+TEST_F(StructureLoadersTest, ACostCentersRowGivesEveryMessage) {
+    EXPECT_EQ(RulesOf("CostCenter|3|4|x"), (std::vector<std::string>{kRowRule, kLabelRule}));
+    EXPECT_EQ(
+        RulesOf("CostCenter|7|6|x"),
+        (std::vector<std::string>{kRowRule, "CostCenter only allows column 6 on rows 1-2.99: "}));
+}
+
+TEST_F(StructureLoadersTest, ALineHasTwoDecimals) {
+    EXPECT_EQ(RuleOf("CostCenter|9.015|0|x"), "CostCenter was unable to create cost center : ");
+    EXPECT_EQ(Rows("CostCenters"), 26);
+    EXPECT_EQ(RuleOf("S2p1|1.005|1|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S2p1"), 0);
+    EXPECT_EQ(Lines("Bp1", 0, 50.99), "");
+}
+
+TEST_F(StructureLoadersTest, AColumnBetweenTwoMakesNoLine) {
+    EXPECT_EQ(RuleOf("S1p2|6|1.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S1p2"), 5);
+    EXPECT_EQ(RuleOf("S2p1|1|1.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S2p1"), 0);
+    EXPECT_EQ(RuleOf("A81p2|1|3.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("A81p2"), 0);
+}
+
+TEST_F(StructureLoadersTest, AFileWithoutItsLogIsImportedInto) {
+    gDB.DeleteTable("Log");
+    EXPECT_TRUE(Import({"A|5|1|7"}));
+    EXPECT_EQ(NumOr(Cell("A", 5, "Col_1")), 7);
+}
+
 TEST_F(StructureLoadersTest, S1p2GrowsByItself) {
     for (auto row : {"1", "5"})
         EXPECT_EQ(RuleOf(fmt::format("S1p2|{}|1|x", row)),
