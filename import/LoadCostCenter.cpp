@@ -7,6 +7,7 @@
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/CostCenterColumns.h"
 
 namespace zolmara {
 
@@ -35,9 +36,9 @@ bool PassesRules(const SourceRow& row) {
 }
 
 /// Creates a cost center. One that cannot be made is told by the caller.
-bool Create(TargetRow& target, Currency line) {
+bool Create(TargetRow& target, NewColumns& columns, Currency line) {
     try {
-        if (!AddCostCenter(line)) return false;
+        if (!AddCostCenter(line, columns)) return false;
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;
         return false;
@@ -46,12 +47,13 @@ bool Create(TargetRow& target, Currency line) {
     return target.Refind(line);
 }
 
-std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
+std::string LoadOneCostCenter(TargetRow& target, NewColumns& columns, const SourceRow& row) {
     if (!PassesRules(row)) return {};
     if (!target.GoTo(row.Row)) {
         if (row.Col != kNameColumn)
             return "CostCenter must create new cost centers with column 0: ";
-        if (!Create(target, row.Row)) return "CostCenter was unable to create cost center : ";
+        if (!Create(target, columns, row.Row))
+            return "CostCenter was unable to create cost center : ";
     }
     target.Set(Ordinal(row.Col, 1), row.Contents);
     if (row.Col == kNameColumn) CarryCostCenterName(row.Row, row.Contents);
@@ -60,10 +62,19 @@ std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
 
 }  // namespace
 
+/// Each table is rebuilt once, however many cost centers are new; also where the load stops, since
+/// their rows stand.
 void Load_CostCenter() {
     TargetRow target("CostCenters", "LineNum");
-    LoadRows("CostCenter", target,
-             [&](const SourceRow& row) { return LoadOneCostCenter(target, row); });
+    NewColumns columns;
+    try {
+        LoadRows("CostCenter", target,
+                 [&](const SourceRow& row) { return LoadOneCostCenter(target, columns, row); });
+    } catch (const StoreError& error) {
+        if (!error.IsFileError()) columns.Finish();
+        throw;
+    }
+    columns.Finish();
 }
 
 }  // namespace zolmara
