@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -31,6 +32,16 @@ struct CommonOptions {
     std::string Format = "text";
 };
 
+/// The arguments that go into a file as text. Paths may be of any bytes.
+constexpr std::string_view kTextArguments[] = {"NAME",   "CCN",     "VALUE",  "TEXT",
+                                               "--name", "--first", "--last", "--title"};
+
+void CheckText(std::string_view argument, const std::string& text) {
+    if (std::ranges::find(kTextArguments, argument) == std::end(kTextArguments)) return;
+    if (!IsValidUtf8(text))
+        throw CommandLineError{fmt::format("{} must be text in UTF-8", argument)};
+}
+
 /// What one command's arguments were given as, kept until the command runs.
 struct Given {
     const Command* Which = nullptr;
@@ -41,6 +52,8 @@ struct Given {
 
     Inputs Collect() const {
         Inputs inputs;
+        for (std::size_t i = 0; i < Options.size(); ++i)
+            CheckText(Which->Arguments[i].Name, Texts[i]);
         for (std::size_t i = 0; i < Options.size(); ++i) {
             const Argument& argument = Which->Arguments[i];
             if (argument.Kind == ArgumentKind::Several)

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -13,7 +14,11 @@ namespace zolmara::cli {
 std::string FullPath(const std::string& path) {
     std::error_code error;
     const auto full = std::filesystem::absolute(path, error);
-    return error ? path : full.lexically_normal().string();
+    if (error) return path;
+    // What ".." leads to behind a link is for the file system to say.
+    if (std::ranges::find(full, "..") == full.end()) return full.lexically_normal().string();
+    const auto folder = std::filesystem::canonical(full.parent_path(), error);
+    return error ? full.string() : (folder / full.filename()).string();
 }
 
 bool OpenFile(const Inputs& inputs) {

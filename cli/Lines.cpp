@@ -27,10 +27,13 @@ std::runtime_error NoSuchLine(std::string_view item, Currency line) {
 }
 
 /// The line that was named is not there; it may be the very one that comes next.
-std::optional<Currency> NextLineIfNamed(std::string_view item, Currency line) {
+std::optional<Currency> NextLineIfNamed(std::string_view item, Currency line,
+                                        std::optional<LineStep> wish) {
     const LineOffer offer = OfferLine(item);
     if (offer.Refused()) return ChooseLine(offer);
-    if (offer.Whole == line || offer.Subscript == line) return line;
+    const bool whole = offer.Whole == line && wish != LineStep::Subscript;
+    const bool subscript = offer.Subscript == line && wish != LineStep::Whole;
+    if (whole || subscript) return line;
     throw NoSuchLine(item, line);
 }
 
@@ -50,7 +53,7 @@ Currency NeedLine(std::string_view item, const Inputs& inputs) {
 std::optional<Currency> NewLine(std::string_view item, const Inputs& inputs) {
     const auto wish = WishOf(inputs);
     const auto current = LineGiven(inputs);
-    if (current && !HasRow(item, *current)) return NextLineIfNamed(item, *current);
+    if (current && !HasRow(item, *current)) return NextLineIfNamed(item, *current, wish);
     const LineOffer offer = OfferLine(item, current);
     const auto line = ChooseLine(offer, wish);
     if (!line && !offer.Refused())

@@ -8,6 +8,7 @@
 
 #include "cli/Json.h"
 #include "core/Globals.h"
+#include "core/Utf8.h"
 
 namespace zolmara::cli {
 
@@ -159,11 +160,27 @@ void PrintMessages(const Listing& messages) {
 
 void PrintValue(const Variant& value) {
     if (gFormat == OutputFormat::Json) return PutJson(JsonValue(value));
-    Put((gFormat == OutputFormat::Csv ? CsvField(PlainText(value)) : Text(value)) + "\n");
+    Put((gFormat == OutputFormat::Csv ? CsvField(PlainText(value)) : ForPeople(Text(value))) +
+        "\n");
 }
 
 void PrintLine(std::string_view line) {
     if (gFormat == OutputFormat::Text) Put(std::string(line) + "\n");
+}
+
+std::string ForPeople(std::string_view text) {
+    std::string shown;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t start = at;
+        const char32_t character = DecodeUtf8(text, at);
+        const bool isLayout = character == U'\n' || character == U'\t';
+        const bool isControl = character < U' ' || (character >= 0x7F && character < 0xA0);
+        if (character == kBadByte || (isControl && !isLayout))
+            shown += '?';
+        else
+            shown += text.substr(start, at - start);
+    }
+    return shown;
 }
 
 std::string OneLine(std::string_view text) {
@@ -177,7 +194,7 @@ std::string OneLine(std::string_view text) {
         line += ' ';
         if (i + 1 < text.size() && isBreak(text[i + 1]) && text[i + 1] != text[i]) ++i;
     }
-    return line;
+    return ForPeople(line);
 }
 
 }  // namespace zolmara::cli

@@ -37,6 +37,9 @@ void PrintValue(const Variant& value);
 /// A line for people; nothing in CSV and JSON.
 void PrintLine(std::string_view line);
 
+/// A text as a terminal may have it: a control character of a file must not steer it. Tabs and
+/// line feeds stay; what is no character is "?".
+std::string ForPeople(std::string_view text);
 /// The text of a message on one line: each line break, of one or two characters, is a blank.
 std::string OneLine(std::string_view text);
 

@@ -69,7 +69,7 @@ std::string StoreDateText(const DateTime& value) {
 std::string ShortDateText(const DateTime& value) {
     const date::year_month_day day = CalendarOf(value);
     const std::string text =
-        fmt::format("{}/{}/{}", static_cast<unsigned>(day.month()),
+        fmt::format("{}/{}/{:04}", static_cast<unsigned>(day.month()),
                     static_cast<unsigned>(day.day()), static_cast<int>(day.year()));
     if (SecondOfDay(value) == 0) return text;
     const int hour = value.Hour() % 12 == 0 ? 12 : value.Hour() % 12;

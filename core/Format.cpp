@@ -192,7 +192,7 @@ std::string DatePiece(const DateTime& value, char letter, std::size_t length, bo
         case 'd':
             return DayPiece(value, length);
         case 'y':
-            return length > 2 ? fmt::format("{}", value.Year())
+            return length > 2 ? fmt::format("{:04}", value.Year())
                               : fmt::format("{:02}", value.Year() % 100);
         case 'h':
             return PlainOrPadded(hour, length);

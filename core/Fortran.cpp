@@ -93,14 +93,15 @@ std::string KindC(const Field& field) {
     return std::string(LeftText(UCaseIn1252(text) + Copies(field.Width, field.Fill), field.Width));
 }
 
-/// A number stands for the days since the end of 1899.
+/// A number stands for the days since the end of 1899, ahead of which it counts back. Years have
+/// four digits.
 std::optional<DateTime> DateForMask(const Variant& value) {
-    static constexpr double kSecondsADay = 86400;
-    static constexpr double kLastDay = 2958465;  // 12/31/9999
+    static constexpr double kFirstDay = -657434;  // 1/1/100
+    static constexpr double kLastDay = 2958465;   // 12/31/9999
     if (!value.IsNumber()) return DateOf(value);
-    if (std::abs(value.Number()) > kLastDay) return std::nullopt;
-    const auto seconds = static_cast<std::int64_t>(std::llround(value.Number() * kSecondsADay));
-    return DateTime::FromSeconds(DateTime(1899, 12, 30).Seconds() + seconds);
+    const double day = std::trunc(value.Number());
+    if (!Between(day, kFirstDay, kLastDay)) return std::nullopt;
+    return DateTime(1899, 12, 30).AddDays(static_cast<std::int64_t>(day));
 }
 
 std::string KindD(const Field& field) {

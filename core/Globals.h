@@ -51,8 +51,8 @@ Variant RoundTo(const Variant& value, int digits);
 /// False when rounding to so many decimals moves the value by 0.0001 or more of the last one.
 bool IsExactTo(double value, int digits);
 
-/// The number at the start of a text: 0 without one; blanks inside it are passed over and
-/// whatever follows it is ignored.
+/// The number at the start of a text, behind leading blanks: 0 without one, or for one that is too
+/// large. It ends at the first character that cannot belong to a number.
 double Val(std::string_view text);
 
 /// A number in statements, messages, captions and records: at most 15 significant digits,

@@ -10,6 +10,7 @@
 
 #include "core/Characters.h"
 #include "core/Globals.h"
+#include "core/LeadingNumber.h"
 
 namespace zolmara {
 namespace {
@@ -128,17 +129,19 @@ std::optional<double> ParseNumber(std::string_view text) {
     return ParseWritten(text);
 }
 
-double Val(std::string_view text) {
-    std::string clean(text);
-    std::erase_if(clean, [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
-    std::string_view rest = clean;
-    if (rest.starts_with('+')) rest.remove_prefix(1);
-    const std::size_t first = rest.starts_with('-') && rest.data() == clean.data() ? 1 : 0;
+std::optional<double> LeadingNumber(std::string_view text) {
+    std::string_view rest = LTrim(text);
+    const bool signedUp = rest.starts_with('+');
+    if (signedUp) rest.remove_prefix(1);
+    const std::size_t first = !signedUp && rest.starts_with('-') ? 1 : 0;
     if (first >= rest.size() || !(IsDigit(rest[first]) || rest[first] == '.')) return 0;
     double value = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+    if (result.ec == std::errc::result_out_of_range) return std::nullopt;
     return result.ec == std::errc() ? value : 0;
 }
+
+double Val(std::string_view text) { return LeadingNumber(text).value_or(0); }
 
 // --- Text form -----------------------------------------------------------------------------
 

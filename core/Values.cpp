@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
-#include "core/Machine.h"
 
 namespace zolmara {
 namespace {
@@ -80,7 +80,7 @@ bool IsValidDate(const Variant& value) {
     static constexpr int kYearsAhead = 2;
     const std::optional<DateTime> date = DateOf(value);
     if (!date) return false;
-    const DateTime last = TheMachine().Now().AddYears(kYearsAhead);
+    const DateTime last = Now().AddYears(kYearsAhead);
     return *date >= DateTime(1966, 1, 1) && date->DayNumber() <= last.DayNumber();
 }
 

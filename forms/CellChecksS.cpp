@@ -3,10 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
+#include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Machine.h"
 #include "forms/CellChecks.h"
 #include "store/session/Session.h"
 
@@ -95,8 +96,10 @@ void Check_Digit(CellEntry& entry, const CheckArgument& /*argument*/) {
 }
 
 void Check_State(CellEntry& entry, const CheckArgument& /*argument*/) {
-    if (TextLength(KeyedText(entry)) != 2)
-        entry.Refuse("Please only use the two character state code.");
+    const std::string state = KeyedText(entry);
+    if (TextLength(state) != 2)
+        return entry.Refuse("Please only use the two character state code.");
+    entry.Value = state;
 }
 
 void Check_Zip(CellEntry& entry, const CheckArgument& /*argument*/) {
@@ -110,7 +113,7 @@ void Check_Zip(CellEntry& entry, const CheckArgument& /*argument*/) {
 
 void Check_Control(CellEntry& entry, const CheckArgument& /*argument*/) {
     const auto number = ParseNumber(KeyedText(entry));
-    if (!number || !IsExactTo(*number, 0) || !Between(*number, 1.0, 14.0))
+    if (!number || *number != std::trunc(*number) || !Between(*number, 1.0, 14.0))
         return entry.Refuse("The Type of Control must be 1 - 14.", "Input Error");
     entry.Value = NumberText(*number);
 }
@@ -127,8 +130,7 @@ void Check_Available(CellEntry& entry, const CheckArgument& argument) {
     Check_Date(entry, argument);
     if (entry.Refused) return;
     const auto date = DateOf(entry.Value);
-    if (!date || *date <= TheMachine().Now())
-        entry.Refuse("Line 4, Column 4 must be a future date.");
+    if (!date || *date <= Now()) entry.Refuse("Line 4, Column 4 must be a future date.");
 }
 
 void Check_Ccn(CellEntry& entry, const CheckArgument& /*argument*/) {
@@ -164,9 +166,11 @@ void Check_RegionNumber(CellEntry& entry, const CheckArgument& /*argument*/) {
 }
 
 void Check_RegionState(CellEntry& entry, const CheckArgument& /*argument*/) {
-    if (TextLength(KeyedText(entry)) != 2)
-        entry.Refuse(InvalidDataText(entry.Value) + "Enter the two character state code.",
-                     kInvalidEntry);
+    const std::string state = KeyedText(entry);
+    if (TextLength(state) != 2)
+        return entry.Refuse(InvalidDataText(entry.Value) + "Enter the two character state code.",
+                            kInvalidEntry);
+    entry.Value = state;
 }
 
 }  // namespace zolmara

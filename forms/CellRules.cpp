@@ -154,7 +154,8 @@ bool EnterCell(CellEntry& entry) {
     Tell(entry.Message());
     if (entry.Refused) return false;
     const RowEntry row = RowOf(entry);
-    const EntryMessage refusal = CheckRow(row);
+    EntryMessage refusal = CheckRow(row);
+    if (refusal.Text.empty() && SameText(entry.Item, "A6")) refusal = CheckKept_A6(entry);
     Tell(refusal);
     entry.Refused = !refusal.Text.empty();
     if (!entry.Refused) StoreRow(row);

@@ -38,6 +38,7 @@ std::string LoadPart1(TargetRow& target, const SourceRow& row) {
 std::string LoadPart2(TargetRow& target, const SourceRow& row) {
     if (!InAny(kRows2, row.Row) || !InAny(kColumns2, row.Col))
         return "Table A81p2 only allows changes to rows 1-50 and columns 1-7: ";
+    if (!row.Col.IsWhole()) return std::string(kConversionError);
     target.GoToOrAdd(row.Row);
     if (row.Col == kInterrelationship && StrOr(target["Col_1"]) != "G")
         return "Table A81p2 only allows changes to column 2 when column 1 is 'G': ";

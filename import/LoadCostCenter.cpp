@@ -1,10 +1,13 @@
 // The loader of the cost center structure, which creates the cost centers that it names.
 
+#include <fmt/format.h>
+
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/CostCenterColumns.h"
 
 namespace zolmara {
 
@@ -17,20 +20,25 @@ constexpr Currency kCodeColumn = Currency::FromWhole(6);
 constexpr Currency kFirstWithoutCode = Currency::FromWhole(3);
 constexpr Range kLabelColumns[] = {{4, 4}, {5, 5}};
 
-std::string BrokenRule(const SourceRow& row) {
+/// Each rule that a row breaks is told.
+bool PassesRules(const SourceRow& row) {
+    bool passes = true;
+    auto fail = [&](std::string_view rule) {
+        Complain("CostCenter", row, fmt::format("CostCenter only allows {}: ", rule));
+        passes = false;
+    };
     if (!InAny(kRows, Currency::FromWhole(row.Row.Whole())))
-        return "CostCenter only allows rows 1, 2, 4, 6, 8-98 and their subscripts: ";
+        fail("rows 1, 2, 4, 6, 8-98 and their subscripts");
     if (InAny(kLabelColumns, row.Col) && InAny(std::span(&kNoBasis, 1), row.Row))
-        return "CostCenter only allows column 4 and 5 on rows 1-2.99 and 8-98.99: ";
-    if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode)
-        return "CostCenter only allows column 6 on rows 1-2.99: ";
-    return {};
+        fail("column 4 and 5 on rows 1-2.99 and 8-98.99");
+    if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode) fail("column 6 on rows 1-2.99");
+    return passes;
 }
 
 /// Creates a cost center. One that cannot be made is told by the caller.
-bool Create(TargetRow& target, Currency line) {
+bool Create(TargetRow& target, NewColumns& columns, Currency line) {
     try {
-        if (!AddCostCenter(line)) return false;
+        if (!AddCostCenter(line, columns)) return false;
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;
         return false;
@@ -39,12 +47,13 @@ bool Create(TargetRow& target, Currency line) {
     return target.Refind(line);
 }
 
-std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
-    if (auto rule = BrokenRule(row); !rule.empty()) return rule;
+std::string LoadOneCostCenter(TargetRow& target, NewColumns& columns, const SourceRow& row) {
+    if (!PassesRules(row)) return {};
     if (!target.GoTo(row.Row)) {
         if (row.Col != kNameColumn)
             return "CostCenter must create new cost centers with column 0: ";
-        if (!Create(target, row.Row)) return "CostCenter was unable to create cost center : ";
+        if (!Create(target, columns, row.Row))
+            return "CostCenter was unable to create cost center : ";
     }
     target.Set(Ordinal(row.Col, 1), row.Contents);
     if (row.Col == kNameColumn) CarryCostCenterName(row.Row, row.Contents);
@@ -53,10 +62,19 @@ std::string LoadOneCostCenter(TargetRow& target, const SourceRow& row) {
 
 }  // namespace
 
+/// Each table is rebuilt once, however many cost centers are new; also where the load stops, since
+/// their rows stand.
 void Load_CostCenter() {
     TargetRow target("CostCenters", "LineNum");
-    LoadRows("CostCenter", target,
-             [&](const SourceRow& row) { return LoadOneCostCenter(target, row); });
+    NewColumns columns;
+    try {
+        LoadRows("CostCenter", target,
+                 [&](const SourceRow& row) { return LoadOneCostCenter(target, columns, row); });
+    } catch (const StoreError& error) {
+        if (!error.IsFileError()) columns.Finish();
+        throw;
+    }
+    columns.Finish();
 }
 
 }  // namespace zolmara

@@ -57,6 +57,7 @@ std::string LoadS1p2(TargetRow& target, const SourceRow& row) {
     const auto* rule = FindRule(kRulesS1p2, row.Row);
     if (rule == nullptr) return "Table S1p2 only allows rows 1-20.99: ";
     if (!InRange(rule->Columns, row.Col)) return std::string(rule->Refusal);
+    if (!row.Col.IsWhole()) return std::string(kConversionError);
     target.GoToOrAdd(row.Row);
     target.Set(Ordinal(row.Col, 0), row.Contents);
     return {};

@@ -67,6 +67,7 @@ void Load_S2px(int part) {
     TargetRow target(item, "LineNum");
     LoadRows(item, target, [&](const SourceRow& row) -> std::string {
         if (!PassesRules(item, part, row)) return {};
+        if (!row.Col.IsWhole()) return std::string(kConversionError);
         if (!target.GoTo(row.Row)) Create(target, part, row.Row);
         StoreComponent(target, part, row);
         return {};

@@ -91,7 +91,7 @@ void LoadRows(std::string_view sheet, TargetRow& target, const LoadOne& loadOne)
             if (!complaint.empty()) Complain(sheet, row, complaint);
         } catch (const StoreError& error) {
             if (error.IsFileError()) throw;
-            Complain(sheet, row, "Conversion error: ");
+            Complain(sheet, row, kConversionError);
         }
         TheStatus().DoEvents();
     }

@@ -63,6 +63,9 @@ private:
     std::optional<Currency> line_;
 };
 
+/// What a value that the store refuses, and a column that the table lacks, is told by.
+inline constexpr std::string_view kConversionError = "Conversion error: ";
+
 /// The position of the field that a column number stands for: the column and an offset. -1 for a
 /// column that is no whole number.
 int Ordinal(Currency column, int offset);

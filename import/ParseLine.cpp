@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/Globals.h"
+#include "core/LeadingNumber.h"
 #include "import/Staging.h"
 
 namespace zolmara {
@@ -40,8 +41,8 @@ std::optional<std::string_view> NextField(std::string_view& rest) {
 }
 
 std::optional<Currency> FixedPoint(std::string_view text) {
-    const double value = Val(text);
-    return Currency::Holds(value) ? std::optional(Currency(value)) : std::nullopt;
+    const auto value = LeadingNumber(text);
+    return value && Currency::Holds(*value) ? std::optional(Currency(*value)) : std::nullopt;
 }
 
 /// Quoted contents end at the next quote and may hold anything, others at the next TAB.

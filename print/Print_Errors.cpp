@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
-#include "core/Machine.h"
 #include "print/PrintPage.h"
 #include "print/Report.h"
 #include "print/Reports.h"
@@ -23,7 +23,7 @@ std::string FindingLine(std::string_view level, std::string_view code, std::stri
 }
 
 void BeginPage(ReportPage& page) {
-    const DateTime now = TheMachine().Now();
+    const DateTime now = Now();
     StartPage(page.File);
     ++page.PageNumber;
     page.Lines = 1;

@@ -34,17 +34,18 @@ bool IsFull(Currency line, Currency last) {
 }
 
 /// Why no cost center can be made at the line; empty when it can.
-std::string Obstacle(Currency line) {
+std::string Obstacle(Currency line, NewColumns& columns) {
     const auto last = LastCostCenter();
-    if (TablesWithColumn(line).empty()) return "that line is no cost center";
+    const bool isLine = line.Units() % kSubscriptStep.Units() == 0;
+    if (!isLine || TablesWithColumn(line).empty()) return "that line is no cost center";
     if (line > last + kWholeStep)
         return fmt::format("the last cost center is {}", NumberText(last));
     if (IsFull(line, last)) return "the lines behind it cannot move up";
-    return ColumnObstacle(line);
+    return columns.Obstacle(line);
 }
 
-void RefuseImpossible(Currency line) {
-    const auto obstacle = Obstacle(line);
+void RefuseImpossible(Currency line, NewColumns& columns) {
+    const auto obstacle = Obstacle(line, columns);
     if (obstacle.empty()) return;
     throw StoreError(StoreError::Kind::Other,
                      fmt::format("Unable to add cost center {}: {}.", NumberText(line), obstacle));
@@ -132,13 +133,24 @@ constexpr std::string_view kAddOrDelete =
 
 }  // namespace
 
-bool AddCostCenter(Currency line) {
-    RefuseImpossible(line);
+bool AddCostCenter(Currency line, NewColumns& columns) {
+    RefuseImpossible(line, columns);
     bool done = false;
     RunBatch(gDB, [&] {
         MoveLinesUp(line);
         InsertRows(line);
-        done = AddCCColumn(line);
+        done = columns.Add(line);
+    });
+    return done;
+}
+
+bool AddCostCenter(Currency line) {
+    NewColumns columns;
+    RefuseImpossible(line, columns);
+    bool done = false;
+    RunBatch(gDB, [&] {
+        done = AddCostCenter(line, columns);
+        columns.Finish();
     });
     return done;
 }

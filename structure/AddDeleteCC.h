@@ -10,6 +10,8 @@
 
 namespace zolmara {
 
+class NewColumns;
+
 /// Adds a cost center at a line: a whole line moves the lines from it by one, a subscript the
 /// rest of its group by .01; then come the rows and the columns. The caller has made sure that
 /// the line is free to take and closed the worksheet forms. False when a column could not be
@@ -17,6 +19,8 @@ namespace zolmara {
 /// cannot become a cost center: outside the sections, in a group that is full to its end, more
 /// than one whole line above the last, or with columns that cannot all move up.
 bool AddCostCenter(Currency line);
+/// The same as one of several, whose columns the caller finishes together.
+bool AddCostCenter(Currency line, NewColumns& columns);
 
 /// Deletes a cost center with its rows and columns and closes the gap. Only a subscript or a line
 /// of 29 and above can go; another line only beeps. No question is asked.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/Currency.h"
+#include "structure/TableShape.h"
 
 namespace zolmara {
 
@@ -16,14 +17,34 @@ namespace zolmara {
 /// parts of a schedule stand together. None for a line that is no cost center.
 std::vector<std::string_view> TablesWithColumn(Currency line);
 
-/// Adds the line's column, Null on every row, to every table of TablesWithColumn. False when a
-/// field could not be appended: the reason has been reported, and the tables done so far stay.
-/// The last rebuilt table's copy stays behind as tblTemp.
-bool AddCCColumn(Currency line);
+/// The columns of new cost centers, any number of them: they are noted one after the other, and
+/// Finish rebuilds each table once. Until then the tables are as they were.
+class NewColumns {
+public:
+    /// Why the line's column cannot be placed, or empty: two columns would have one name, or the
+    /// column would stand behind the closing total.
+    std::string Obstacle(Currency line);
+    /// Notes the line's column for every table of TablesWithColumn. False when a table cannot take
+    /// a field: the reason has been reported, and the tables ahead of it have theirs noted.
+    bool Add(Currency line);
+    /// Rebuilds the tables. The last one's copy stays behind as tblTemp.
+    void Finish();
 
-/// Why AddCCColumn cannot place the line's column, or empty: two columns would have one name, or
-/// the column would stand behind the closing total.
-std::string ColumnObstacle(Currency line);
+private:
+    struct Family {
+        std::vector<std::string_view> Tables;  ///< the parts of a schedule
+        std::string Refusal;                   ///< why no field can be added to them
+        std::vector<TableShape> Shape;  ///< of the first, which stands for all; none with a refusal
+        bool Changed = false;
+    };
+    std::vector<std::size_t> FamiliesOf(Currency line);
+    std::size_t FamilyOf(std::vector<std::string_view> tables);
+
+    std::vector<Family> families_;
+};
+
+/// Adds one line's column, Null on every row. False as NewColumns::Add.
+bool AddCCColumn(Currency line);
 
 /// Removes the line's column from every worksheet that has it; the columns behind it in the
 /// line's group come down by .01.

@@ -44,7 +44,8 @@ LineOffer OfferCostCenter(std::optional<Currency> current = std::nullopt);
 LineOffer OfferComponent(int part, std::optional<Currency> current = std::nullopt);
 
 /// Shows a refusal, or asks which of the offered lines it shall be; with a wish only the question
-/// for the first line is asked. Nothing when the user cancels or the wish is not offered.
+/// for the first line is asked, and for a subscript not that. Nothing when the user cancels or the
+/// wish is not offered.
 std::optional<Currency> ChooseLine(const LineOffer& offer,
                                    std::optional<LineStep> wish = std::nullopt);
 

@@ -184,7 +184,7 @@ std::optional<Currency> ChooseLine(const LineOffer& offer, std::optional<LineSte
         return std::nullopt;
     }
     const std::string title(kProductName);
-    if (offer.First &&
+    if (offer.First && wish != LineStep::Subscript &&
         TheDialogs().MsgBox(offer.FirstQuestion, kYesNo | kDefaultButton2, title) == kYes)
         return offer.First;
     if (wish) return *wish == LineStep::Whole ? offer.Whole : offer.Subscript;

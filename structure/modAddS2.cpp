@@ -41,6 +41,9 @@ bool IsFullBehind(const std::array<std::string, 11>& tables, Currency line) {
 }
 
 void RefuseFullRange(const std::array<std::string, 11>& tables, Currency line) {
+    if (line.Units() % kSubscriptStep.Units() != 0)
+        throw StoreError(StoreError::Kind::Other, fmt::format("{} is no line of table {}.",
+                                                              NumberText(line), tables.front()));
     const bool full = line.IsWhole() ? IsFullBehind(tables, line)
                                      : HasLine(tables.front(), kKey, LastOfGroup(line));
     if (!full) return;

@@ -11,6 +11,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/session/CoreTables.h"
 
 namespace fs = std::filesystem;
 
@@ -100,6 +101,8 @@ int MsgOrLog(const std::string& message, std::optional<int> style, const std::st
 }
 
 void ClearLog(std::string_view logType) {
+    // A CRF of an earlier program may lack the table.
+    if (!gDB.HasTable("Log")) Build_Log();
     if (!logType.empty()) gLogType = UCase(LeftText(logType, 1));
     gDB.Execute("DELETE * FROM Log WHERE LogType = ?;", {gLogType});
 }

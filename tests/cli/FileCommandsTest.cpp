@@ -88,6 +88,15 @@ TEST_F(FileCommands, AnEmptyFileIsNoCrf) {
     EXPECT_EQ(ContentOf(path), "");
 }
 
+TEST_F(FileCommands, APathThroughALinkLeadsWhereTheSystemSays) {
+    fs::create_directories(File("far/away"));
+    fs::create_directory_symlink(File("far/away"), File("link"));
+    fs::rename(NewCrf(), File("far/there.CRF"));
+    EXPECT_EQ(Run({"info", File("link/../there.CRF")}).Status, 0);
+    EXPECT_EQ(Run({"info", File("far/../far/./there.CRF")}).Status, 0);
+    EXPECT_EQ(Run({"info", File("link/../missing.CRF")}).Status, 4);
+}
+
 TEST_F(FileCommands, AFolderIsNoFile) {
     const CliResult result = Run({"info", folder.Path().string()});
     EXPECT_EQ(result.Status, 4);

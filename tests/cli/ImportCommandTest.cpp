@@ -68,6 +68,19 @@ TEST_F(ImportCommand, LinesThatArePassedOverAreCountedAndTheStatusStays) {
               "F.Y.I.\t\t1 line of the file was passed over: worksheet SP1 (1).\n");
 }
 
+TEST_F(ImportCommand, AControlCharacterOfTheFileDoesNotReachTheTerminal) {
+    const std::string crf = NewCrf();
+    const CliResult result =
+        Run({"import", crf,
+             TextFile("a.txt", "\x1b[2Jnonsense\nS1p2\t1\t2\tAnn\x1b]0;x\x07\xC2\x9B\n")});
+    EXPECT_EQ(result.Out,
+              "Read\t\tThe Row specification is missing from ASCII Import line:  "
+              "?[2Jnonsense\n");
+    EXPECT_EQ(Do({"get", crf, "S1p2", "1", "2"}), "Ann?]0;x??\n");
+    for (const char* format : {"text", "json"})
+        EXPECT_EQ(Do({"show", crf, "S1p2", "--format", format}).find('\x1b'), std::string::npos);
+}
+
 TEST_F(ImportCommand, TheSampleImportsWithoutAMessage) {
     const std::string crf = SampleCrf();
     EXPECT_EQ(Do({"get", crf, "S2p2", "2", "1"}), "Northfield Properties, LLC\n");

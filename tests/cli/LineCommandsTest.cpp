@@ -214,6 +214,21 @@ TEST_F(LineCommands, OtherTablesHaveNoFreeLines) {
     }
 }
 
+TEST_F(LineCommands, AnEmptyWorksheetHasNoSubscriptToOffer) {
+    EXPECT_EQ(Run({"line", "add", crf, "A6", "1", "--sub"}).Status, 2);
+    EXPECT_EQ(Run({"component", "add", crf, "1", "1", "Alpha", "--sub"}).Status, 2);
+    EXPECT_EQ(LinesOf("A6"), Lines{"100"});
+    EXPECT_TRUE(LinesOf("S2p1").empty());
+    EXPECT_EQ(Do({"line", "add", crf, "A6", "1", "--whole"}), "1\n");
+}
+
+// The first line of other expenses is a whole line; it is not asked for.
+TEST_F(LineCommands, ASubscriptOfG1IsAddedWithoutTheQuestionForLine16) {
+    EXPECT_EQ(Do({"line", "add", crf, "G1", "9", "--whole", "--no"}), "10\n");
+    Do({"set", crf, "G1", "10", "1", "Royalties"});
+    EXPECT_EQ(Do({"line", "add", crf, "G1", "10", "--sub", "--yes"}), "10.01\n");
+}
+
 TEST_F(LineCommands, WholeAndSubExcludeEachOther) {
     EXPECT_EQ(Run({"line", "add", crf, "A8", "17", "--whole", "--sub"}).Status, 1);
 }

@@ -90,6 +90,36 @@ TEST_F(SetCommand, AnEntryOfA6BringsTheNameOfItsCostCenter) {
     EXPECT_EQ(Get("A6", "1", "4"), "9");
 }
 
+// Stored, it would be taken out again with the name of no cost center.
+TEST_F(SetCommand, AnAmountOfA6WithoutItsLineIsRefused) {
+    Do({"line", "add", crf, "A6", "1"});
+    Do({"set", crf, "A6", "1", "1", "Move salaries"});
+    const CliResult up = Set("A6", "1", "5", "1000");
+    EXPECT_EQ(up.Status, 2);
+    EXPECT_EQ(up.Err, "ERROR\tThe UpLineNum is not a valid cost center number\n");
+    EXPECT_EQ(Set("A6", "1", "8", "1000").Err,
+              "ERROR\tThe DnLineNum is not a valid cost center number\n");
+    EXPECT_EQ(Set("A6", "1", "5", "0").Status, 0);
+    EXPECT_EQ(Set("A6", "1", "4", "9").Status, 0);
+    EXPECT_EQ(Set("A6", "1", "5", "1000").Status, 0);
+    EXPECT_EQ(Get("A6", "1", "5"), "1000");
+}
+
+TEST_F(SetCommand, TheLabelOfATotalIsLocked) {
+    EXPECT_EQ(Set("G1", "15", "1", "foo").Err, kLocked);
+    EXPECT_EQ(Get("G1", "15", "1"), "Total other income");
+}
+
+TEST_F(SetCommand, TextThatIsNoUtf8IsAWrongCommandLine) {
+    const CliResult result = Set("S1p1", "1", "1", "Caf\xE9");
+    EXPECT_EQ(result.Status, 1);
+    EXPECT_EQ(result.Err, "ERROR\tVALUE must be text in UTF-8\n");
+    EXPECT_EQ(Run({"header", crf, "1", "\xFF"}).Status, 1);
+    EXPECT_EQ(Run({"cc", "add", crf, "4", "\xFF", "--sub"}).Status, 1);
+    EXPECT_EQ(Run({"component", "add", crf, "1", "1", "\xFF"}).Status, 1);
+    EXPECT_EQ(Set("S1p1", "1", "1", "Café").Status, 0);
+}
+
 TEST_F(SetCommand, ANameWithQuotesIsCarriedToAllSchedules) {
     Do({"component", "add", crf, "1", "1"});
     const std::string name = "St. \"Mary's\" O'Neil; -- Home";

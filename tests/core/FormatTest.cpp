@@ -62,6 +62,7 @@ TEST(FormatDate, ShowsTheParts) {
     const DateTime at(2023, 9, 3, 13, 5, 9);
     EXPECT_EQ(FormatDate(at, "m/d/yyyy"), "9/3/2023");
     EXPECT_EQ(FormatDate(at, "mm/dd/yyyy"), "09/03/2023");
+    EXPECT_EQ(FormatDate(DateTime(123, 9, 3), "mm/dd/yyyy"), "09/03/0123");
     EXPECT_EQ(FormatDate(at, "mm/dd/yy"), "09/03/23");
     EXPECT_EQ(FormatDate(at, "mmmm d, yyyy"), "September 3, 2023");
     EXPECT_EQ(FormatDate(at, "dddd, mmmm d, yyyy"), "Sunday, September 3, 2023");

@@ -69,6 +69,7 @@ TEST(Fortran, TextIsScannedForANumberFromTheLeft) {
     EXPECT_EQ(Field("abc", "I16"), Blanks(15) + "0");
     EXPECT_EQ(Field("  12abc", "I4"), "  12");
     EXPECT_EQ(Field("", "I2"), " 0");
+    EXPECT_EQ(Field("1 2", "I4"), "   1");
     EXPECT_EQ(Field("123456", "I6", "0"), "123456");
 }
 
@@ -181,6 +182,13 @@ TEST_F(FortranDates, KindDHasTheLengthOfItsMask) {
     EXPECT_EQ(Field(DateTime(2023, 1, 5), "D10"), "01/05/2023");
     EXPECT_EQ(Field("2023-01-05", "D4"), "01/05/2023");
     EXPECT_EQ(Field(DateTime(1850, 12, 31), "D10"), "12/31/1850");
+}
+
+TEST_F(FortranDates, KindDOfANumberGoesBackToTheYear100) {
+    EXPECT_EQ(Field(0, "D10"), "12/30/1899");
+    EXPECT_EQ(Field(-1.25, "D10"), "12/29/1899");
+    EXPECT_EQ(Field(-657434, "D10"), "01/01/0100");
+    EXPECT_EQ(Field(-657435, "D10"), "-657435");
 }
 
 TEST_F(FortranDates, KindDShowsWhatIsNoDateAsTheMaskDoes) {

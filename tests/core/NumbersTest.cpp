@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/Globals.h"
+#include "core/LeadingNumber.h"
 
 namespace zolmara {
 namespace {
@@ -52,11 +53,22 @@ TEST(ParseNumber, RefusesEveryOtherText) {
 TEST(Val, ReadsTheNumberAtTheStart) {
     EXPECT_EQ(Val("4.01"), 4.01);
     EXPECT_EQ(Val("12 Main Street"), 12);
-    EXPECT_EQ(Val("1 2 3"), 123);
+    EXPECT_EQ(Val("1 2 3"), 1);
+    EXPECT_EQ(Val("  12"), 12);
+    EXPECT_EQ(Val("- 5"), 0);
+    EXPECT_EQ(Val("\t5"), 0);
     EXPECT_EQ(Val("-7x"), -7);
     EXPECT_EQ(Val("+7"), 7);
     EXPECT_EQ(Val(".5."), 0.5);
     EXPECT_EQ(Val("1e2"), 100);
+}
+
+TEST(LeadingNumber, IsNothingForANumberThatIsTooLarge) {
+    EXPECT_FALSE(LeadingNumber("1e400"));
+    EXPECT_FALSE(LeadingNumber(" " + std::string(400, '9') + " lines"));
+    EXPECT_EQ(LeadingNumber("x"), 0);
+    EXPECT_EQ(LeadingNumber(" 4.01 x"), 4.01);
+    EXPECT_EQ(Val("1e400"), 0);
 }
 
 TEST(Val, IsZeroWithoutANumber) {

@@ -44,7 +44,7 @@ TEST_F(CellRulesS, AnswersAreReadByFirstAndLastLetter) {
     EXPECT_EQ(Stored("Sp1", 1, "Col_1", "yN"), "Yes");
     EXPECT_EQ(Stored("Sp1", 1, "Col_1", "AY"), "Yes");
     EXPECT_EQ(Refusal("Sp1", 1, "Col_1", "maybe"), "Entry Error|Please enter Y or N.");
-    EXPECT_EQ(Refusal("Sp1", 1, "Col_1", ""), "Entry Error|Please enter Y or N.");
+    EXPECT_EQ(Stored("Sp1", 1, "Col_1", " "), "");
 }
 
 TEST_F(CellRulesS, TheAmendmentNumberIsOneDigit) {
@@ -56,6 +56,9 @@ TEST_F(CellRulesS, TheAmendmentNumberIsOneDigit) {
 
 TEST_F(CellRulesS, StateAndZipOfTheHomeOffice) {
     EXPECT_EQ(Stored("S1p1", 1, "Col_5", "IL"), "IL");
+    EXPECT_EQ(Stored("S1p1", 1, "Col_5", " NY "), "NY");
+    EXPECT_EQ(Refusal("S1p1", 1, "Col_5", "N "),
+              "Entry Error|Please only use the two character state code.");
     EXPECT_EQ(Refusal("S1p1", 1, "Col_5", "ILL"),
               "Entry Error|Please only use the two character state code.");
     EXPECT_EQ(Stored("S1p1", 1, "Col_6", "60201"), "60201");
@@ -91,7 +94,7 @@ TEST_F(CellRulesS, OperationsThatBeganBehindThePeriodAreTold) {
 
 TEST_F(CellRulesS, TheTypeOfControlOpensItsDescription) {
     for (const char* type : {"1", "14"}) EXPECT_EQ(Stored("S1p1", 3, "Col_1", type), type);
-    for (const char* type : {"0", "15", "2.5", "church"})
+    for (const char* type : {"0", "15", "2.5", "church", "5.00000000001", "1e400"})
         EXPECT_EQ(Refusal("S1p1", 3, "Col_1", type),
                   "Input Error|The Type of Control must be 1 - 14.");
     EXPECT_EQ(Stored("S1p1", 3, "Col_2", "Hospital district"), "Hospital district");
@@ -180,6 +183,7 @@ TEST_F(ComponentRules, RegionsHaveNumberStateAndAmount) {
     EXPECT_EQ(Refusal("S2p3", 1, "Col_5", "Ohio"),
               "Error: Invalid Entry|You're attempting to enter invalid data ['Ohio'].  Enter the "
               "two character state code.");
+    EXPECT_EQ(Stored("S2p3", 1, "Col_5", " OH"), "OH");
     EXPECT_EQ(Stored("S2p3", 1, "Col_6", "125000"), "125000");
     EXPECT_EQ(Stored("S2p3", 1, "Col_7", "n"), "No");
     EXPECT_EQ(Refusal("S2p3", 1, "Col_3", "x"), kLocked);

@@ -159,12 +159,16 @@ TEST_F(ReaderTest, ColumnsGoFrom0To110) {
 
 TEST_F(ReaderTest, RowsAndColumnsAreTheNumbersAtTheStartOfTheirText) {
     Import({"X|abc|def|a", "X| 4 . 0 1 x9|2b|b", "X|-3|1|c", "X|1.00004|1|d"});
-    EXPECT_EQ(Staged(), (StagedRows{"X|0|0|a", "X|4.01|2|b", "X|-3|1|c", "X|1|1|d"}));
+    EXPECT_EQ(Staged(), (StagedRows{"X|0|0|a", "X|4|2|b", "X|-3|1|c", "X|1|1|d"}));
 }
 
 TEST_F(ReaderTest, NumbersThatNoLineCanHaveAreRefused) {
     Import({"X|1e300|1|a"});
     EXPECT_EQ(OnlyMessage().find("The row number is illegal for: "), 0u);
+    Import({"X|1e400|1|a"});
+    EXPECT_EQ(OnlyMessage().find("The row number is illegal for: "), 0u);
+    Import({"X|1|1e400|a"});
+    EXPECT_EQ(OnlyMessage().find("The column number is illegal for: "), 0u);
     Import({"X|1|1e300|a"});
     EXPECT_EQ(OnlyMessage().find("The column number is illegal for: "), 0u);
 }

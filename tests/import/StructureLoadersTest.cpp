@@ -3,7 +3,10 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "import/ImportTools.h"
+#include "structure/AddDeleteCC.h"
 #include "structure/modAddS2.h"
 
 namespace zolmara::test {
@@ -120,6 +123,68 @@ TEST_F(StructureLoadersTest, S1p1ReportsAColumnThatItLacksAndALongText) {
     EXPECT_EQ(RuleOf("S1p1|1|2|" + std::string(41, 'x')), "Conversion error: ");
     EXPECT_EQ(RuleOf("S1p1|5.01|6|a@b"), "");
     EXPECT_EQ(StrOr(Cell("S1p1", 5.01, "Col_6")), "a@b");
+}
+
+TEST_F(StructureLoadersTest, ACostCentersRowGivesEveryMessage) {
+    EXPECT_EQ(RulesOf("CostCenter|3|4|x"), (std::vector<std::string>{kRowRule, kLabelRule}));
+    EXPECT_EQ(
+        RulesOf("CostCenter|7|6|x"),
+        (std::vector<std::string>{kRowRule, "CostCenter only allows column 6 on rows 1-2.99: "}));
+}
+
+// Placed one by one, each column would cost a copy of the tables that grow with it.
+TEST_F(StructureLoadersTest, ManyNewCostCentersOfOneImportStandWhereSingleOnesDo) {
+    std::string text;
+    for (const char* line : {"4.02", "9.01", "4.01", "29", "1.01", "30", "9.03", "29.01"})
+        text += std::string("CostCenter\t") + line + "\t0\tNumber " + line + "\n";
+    EXPECT_TRUE(ImportBytes(text));
+    EXPECT_EQ(Lines("CostCenters", 4, 4.99), "4 4.01 4.02");
+    EXPECT_EQ(CostCenterColumns("Bp1"), "CC_100 CC_101 CC_200 CC_400 CC_401 CC_402 CC_500 CC_600");
+    EXPECT_EQ(CostCenterColumns("Cp3"), "CC_100 CC_101 CC_200");
+    const std::string direct = CostCenterColumns("D1p2");
+    EXPECT_NE(direct.find("CC_900 CC_901 CC_903 CC_1000"), std::string::npos) << direct;
+    EXPECT_TRUE(direct.ends_with("CC_2800 CC_2900 CC_2901 CC_3000")) << direct;
+    for (auto table : {"Bp2", "B1p1", "Dp3", "E"})
+        EXPECT_EQ(gDB.Table(table).Indexes.size(), 1u) << table;
+}
+
+TEST_F(StructureLoadersTest, EightHundredNewCostCentersTakeNoMinute) {
+    std::string text;
+    for (int whole = 10; whole < 18; ++whole)
+        for (int part = 1; part < 100; ++part)
+            text +=
+                fmt::format("CostCenter\t{}.{:02}\t0\tNumber {}.{:02}\n", whole, part, whole, part);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(ImportBytes(text));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+    EXPECT_EQ(gDB.Table("Dp1").FieldIndex("CC_1799"), gDB.Table("Dp1").FieldIndex("CC_1700") + 99);
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(DeleteCostCenter(Line(10.01)), LineResult::Done);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(30));
+    EXPECT_EQ(gDB.Table("Dp1").FieldIndex("CC_1099"), -1);
+}
+
+TEST_F(StructureLoadersTest, ALineHasTwoDecimals) {
+    EXPECT_EQ(RuleOf("CostCenter|9.015|0|x"), "CostCenter was unable to create cost center : ");
+    EXPECT_EQ(Rows("CostCenters"), 26);
+    EXPECT_EQ(RuleOf("S2p1|1.005|1|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S2p1"), 0);
+    EXPECT_EQ(Lines("Bp1", 0, 50.99), "");
+}
+
+TEST_F(StructureLoadersTest, AColumnBetweenTwoMakesNoLine) {
+    EXPECT_EQ(RuleOf("S1p2|6|1.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S1p2"), 5);
+    EXPECT_EQ(RuleOf("S2p1|1|1.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("S2p1"), 0);
+    EXPECT_EQ(RuleOf("A81p2|1|3.5|x"), "Conversion error: ");
+    EXPECT_EQ(Rows("A81p2"), 0);
+}
+
+TEST_F(StructureLoadersTest, AFileWithoutItsLogIsImportedInto) {
+    gDB.DeleteTable("Log");
+    EXPECT_TRUE(Import({"A|5|1|7"}));
+    EXPECT_EQ(NumOr(Cell("A", 5, "Col_1")), 7);
 }
 
 TEST_F(StructureLoadersTest, S1p2GrowsByItself) {

@@ -1,5 +1,6 @@
 // The list of the findings of the edit checks.
 
+#include "core/Clock.h"
 #include "print/PrintSupport.h"
 #include "print/Reports.h"
 
@@ -72,6 +73,14 @@ TEST_F(ErrorReportTest, ManyFindingsContinueOnFurtherPages) {
     EXPECT_EQ(PageOf(lines, 1).size(), 93U);
     EXPECT_EQ(Trim(PageOf(lines, 2).at(1)), "Error Report For, continued");
     EXPECT_EQ(PageOf(lines, 2).size(), 7U + 14);
+}
+
+TEST_F(ErrorReportTest, TheTimeOfItsHeadIsTheProgramsClock) {
+    AddErrorRow("Potential Error", "2000S", "Something");
+    SetClock(DateTime(2024, 2, 1, 9, 15, 0));
+    const Lines lines = Printed();
+    ResetClock();
+    EXPECT_EQ(Trim(PageOf(lines, 1).at(3)), "February 1, 2024 at 09:15 AM");
 }
 
 TEST_F(ErrorReportTest, ItIsSentToThePrinter) {
