@@ -92,7 +92,8 @@ constexpr CellRule kRules[] = {
 
     {"A6", Lines(1, 99), "Col_1 Col_2 Col_4 Col_5 Col_7 Col_8", Check_A6, {}, true},
 
-    {"A7p1", Lines(1, 8), "Col_1 Col_2 Col_3 Col_5 Col_7", Check_Number, {}, true},
+    {"A7p1", Lines(1, 6), "Col_1 Col_2 Col_3 Col_5 Col_7", Check_Number, {}, true},
+    {"A7p1", Lines(8, 8), "Col_1 Col_2 Col_3 Col_5 Col_7", Check_Number, {}, true},
     {"A7p2",
      Lines(1, 2),
      "Col_1 Col_2 Col_9 Col_10 Col_11 Col_12 Col_13 Col_14",
@@ -114,8 +115,11 @@ constexpr CellRule kRules[] = {
     {"G", Lines(1, 48), "Col_1", Check_G, {}, true},
     {"G", Lines(49, 49), "Col_1", Check_Number, {}, true},
     {"G", Lines(49, 49), "Description", Check_Text},
-    {"G1", Lines(1, 20), "Col_2", Check_Number, {}, true},
-    {"G1", Lines(10, 20), "Col_1", Check_Text},
+    {"G1", Lines(1, 1), "Col_2", Check_Number, {}, true},
+    {"G1", Lines(4, 14), "Col_2", Check_Number, {}, true},
+    {"G1", Lines(16, 20), "Col_2", Check_Number, {}, true},
+    {"G1", Lines(10, 14), "Col_1", Check_Text},
+    {"G1", Lines(16, 20), "Col_1", Check_Text},
 
     {"CostCenters", Lines(1, 98), "CCName", Check_CCName, {}, true, OpenCCName},
     {"CostCenters", Lines(1, 98), "ColLabel1 ColLabel2 ColLabel3", Check_CCLabel},
@@ -137,9 +141,9 @@ constexpr CellRule kRules[] = {
     {"S1p1", Line(4), "Col_2", Check_Answer, kStatements},
     {"S1p1", Line(4), "Col_4", Check_Available, {}, false, OpenAvailable},
     {"S1p1", Line(5), "Col_*", Check_Text},
-    {"S1p1", Lines(1, 98), "Col_*", Check_Text, {}, false, OpenSubscript},
+    {"S1p1", Lines(1, 5), "Col_6", Check_Text, {}, false, OpenSubscript},
 
-    {"S1p2", Lines(1, 98), "Col_1 Col_2", Check_Text},
+    {"S1p2", Lines(1, 999), "Col_1 Col_2", Check_Text},
 
     {"S2p?", Lines(1, 50), "Col_1", Check_Text},
     {"S2p1", Lines(1, 50), "Col_2", Check_Ccn},
