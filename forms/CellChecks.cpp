@@ -78,6 +78,19 @@ EntryMessage CheckPercentage(const Variant& value, std::string_view name) {
     return {};
 }
 
+/// An amount that is keyed beside no cost center would be lost as soon as the row is stored.
+EntryMessage AmountWithoutLine(const RowEntry& row) {
+    for (const int column : {4, 7}) {
+        const std::string amountField = fmt::format("Col_{}", column + 1);
+        const Variant* amount = row.Find(amountField);
+        if (amount == nullptr || NumOr(*amount) == 0) continue;
+        if (NumOr(RowCell(row, fmt::format("Col_{}", column))) != 0) continue;
+        const auto words = std::ranges::find(kA6Words, column, &RefusalWords::Column);
+        return {std::string(words->Text), std::string(words->Title), kCritical, false, amountField};
+    }
+    return {};
+}
+
 Variant StoredCell(std::string_view table, Currency line, std::string_view field) {
     return gDB.Scalar(
         fmt::format("SELECT [{}] FROM [{}] WHERE {}=?;", field, table, LineKeyOf(table)), {line});
@@ -242,6 +255,7 @@ void Check_G(CellEntry& entry, const CheckArgument& argument) {
 }
 
 EntryMessage CheckRow_A6(const RowEntry& row) {
+    if (const EntryMessage lost = AmountWithoutLine(row); !lost.Text.empty()) return lost;
     if (!IsBlankValue(RowCell(row, "Col_1"))) return {};
     const Variant earlier = gDB.Scalar(
         "SELECT Count(Len([Col_1])) AS Cnt From A6 Where LineNum < ? And Col_2 = ? "

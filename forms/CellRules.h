@@ -21,6 +21,7 @@ struct EntryMessage {
     std::string Title;
     int Style = 0;
     bool Beeps = false;
+    std::string Field = {};  ///< the cell that is at fault, where the row can do without it
 };
 
 /// An entry on its way into a cell of the open CRF.

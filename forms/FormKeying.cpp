@@ -67,9 +67,9 @@ std::vector<FormChoice> ChoicesOf(const WorksheetForm& form, const RowEntry& row
     return choices;
 }
 
-std::string ChoiceMenuOf(const WorksheetForm& form, int column) {
+std::string ChoiceMenuOf(const WorksheetForm& form, const RowEntry& row, int column) {
     const FormColumn* found = ColumnAt(form, column);
-    return found == nullptr ? "" : std::string(ListOf(form.Table, found->Field).Menu);
+    return found == nullptr ? "" : std::string(ListOf(form.Table, row.Line, found->Field).Menu);
 }
 
 bool OpensIdentity(const WorksheetForm& form, Currency line, int column) {

@@ -45,8 +45,12 @@ public:
         std::vector<PastedCell> taken;
         for (const PastedCell& cell : cells)
             if (KeySilently(row, cell)) taken.push_back(cell);
+        EntryMessage refusal = CheckRow(row);
+        while (row.Changed() && row.Find(refusal.Field) != nullptr) {
+            RefuseCell(row, taken, refusal);
+            refusal = CheckRow(row);
+        }
         if (!row.Changed()) return;
-        const EntryMessage refusal = CheckRow(row);
         if (!refusal.Text.empty()) return RefuseRow(row, taken, refusal.Text);
         StoreOrRefuse(row, taken);
     }
@@ -68,6 +72,17 @@ private:
               bool refused) {
         Result.Findings.push_back({form_.Item, row.Line, OneLineTitle(form_, row, cell.Column),
                                    cell.Text, reason, refused});
+    }
+
+    /// The row goes in without the cell that is at fault.
+    void RefuseCell(RowEntry& row, PastedRow& taken, const EntryMessage& refusal) {
+        for (const PastedCell& cell : taken)
+            if (SameText(ColumnAt(form_, cell.Column).Field, refusal.Field))
+                Note(row, cell, refusal.Text, true);
+        std::erase_if(taken, [&](const PastedCell& cell) {
+            return SameText(ColumnAt(form_, cell.Column).Field, refusal.Field);
+        });
+        row.Erase(refusal.Field);
     }
 
     void RefuseRow(const RowEntry& row, const PastedRow& cells, const std::string& reason) {

@@ -21,4 +21,8 @@ void RowEntry::Set(std::string_view field, const Variant& value) {
     Cells.emplace_back(field, value);
 }
 
+void RowEntry::Erase(std::string_view field) {
+    std::erase_if(Cells, [&](const auto& cell) { return SameText(cell.first, field); });
+}
+
 }  // namespace zolmara

@@ -22,6 +22,7 @@ struct RowEntry {
     /// The keyed value of a field, without regard to case; null when it was not keyed.
     const Variant* Find(std::string_view field) const;
     void Set(std::string_view field, const Variant& value);
+    void Erase(std::string_view field);
 };
 
 }  // namespace zolmara

@@ -173,7 +173,7 @@ struct FormChoice {
 /// Empty where the cell has no list, or cannot be keyed.
 std::vector<FormChoice> ChoicesOf(const WorksheetForm& form, const RowEntry& row, int column);
 /// The menu that the list is, for its objectName: "ButtonListYN", "ButtonListCodes", "mnuType" ...
-std::string ChoiceMenuOf(const WorksheetForm& form, int column);
+std::string ChoiceMenuOf(const WorksheetForm& form, const RowEntry& row, int column);
 
 /// Whether cmdAdd and cmdDelete work with the cursor on the line; without a line, on no row.
 struct LineButtons {

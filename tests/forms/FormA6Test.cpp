@@ -79,6 +79,22 @@ TEST_F(FormA6, TheFirstRowOfACodeNeedsAnExplanationAndTheSecondDoesNot) {
     EXPECT_TRUE(Key(form, 2, "Col_2", "A"));
 }
 
+TEST_F(FormA6, AnAmountBesideNoCostCenterIsRefusedInsteadOfLost) {
+    RowEntry row = BeginRow(form, Currency(1.0));
+    KeyCell(form, row, form.ColumnOf("Col_1"), "Rent");
+    KeyCell(form, row, form.ColumnOf("Col_2"), "A");
+    EXPECT_TRUE(KeyCell(form, row, form.ColumnOf("Col_8"), "60"));
+    EXPECT_FALSE(CommitRow(form, row));
+    EXPECT_EQ(LastBox(),
+              "Error: Invalid 'UpLineNum' Entry|The DnLineNum is not a valid cost center number");
+    EXPECT_TRUE(KeyCell(form, row, form.ColumnOf("Col_7"), "9"));
+    EXPECT_TRUE(CommitRow(form, row));
+    EXPECT_EQ(NumOr(Cell("A6", 1, "Col_8")), 60);
+    // A line that is emptied takes its amount with it.
+    EXPECT_TRUE(Key(form, 1, "Col_7", ""));
+    EXPECT_TRUE(Cell("A6", 1, "Col_8").IsNull());
+}
+
 TEST_F(FormA6, ViewsOfA6AndAFollowEachRow) {
     host.OpenForms = {"frmViewA6", "frmViewA"};
     KeyRow(1, "A", 8, 100);
@@ -138,7 +154,7 @@ TEST_F(FormA6, ABlockIsPastedInTheStylesOfSpreadsheetsAndGrows) {
     EXPECT_EQ(NumOr(Cell("A6", 3, "Col_5")), 1235);
     EXPECT_EQ(NumOr(Cell("A6", 4, "Col_5")), 1234);
     EXPECT_EQ(result.Added.size(), 4U);
-    ASSERT_EQ(result.Findings.size(), 3U);
+    ASSERT_EQ(result.Findings.size(), 4U);
     EXPECT_FALSE(result.Findings[0].Refused);
     EXPECT_EQ(result.Findings[0].Line, Currency(3.0));
     EXPECT_EQ(result.Findings[0].Column, "Up Amount");
@@ -146,7 +162,9 @@ TEST_F(FormA6, ABlockIsPastedInTheStylesOfSpreadsheetsAndGrows) {
     EXPECT_TRUE(result.Findings[1].Refused);
     EXPECT_EQ(result.Findings[1].Column, "Up CC Line #");
     EXPECT_EQ(result.Findings[1].Reason, "The UpLineNum is not a valid cost center number");
-    EXPECT_EQ(result.Findings[2].Value, "?");
+    EXPECT_EQ(result.Findings[2].Value, "5") << "an amount beside no cost center";
+    EXPECT_EQ(Text(Cell("A6", 5, "Col_1")), "Oil") << "the rest of its row stays";
+    EXPECT_EQ(result.Findings[3].Value, "?");
     EXPECT_EQ(FormRows(form).Count(), 5) << "a line into which nothing went is not left behind";
     EXPECT_TRUE(host.Boxes.empty());
 }

@@ -197,7 +197,7 @@ void frmWorksheet::ShowList(const QModelIndex& cell, const QPoint& place) {
     const auto form = model_.SharedForm();
     grd_->CloseEditors();
     auto* menu = new QMenu(this);
-    menu->setObjectName(Q(ChoiceMenuOf(*form, cell.column())));
+    menu->setObjectName(Q(ChoiceMenuOf(*form, model_.EntryOf(cell.row()), cell.column())));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QPersistentModelIndex at = cell;
     for (const FormChoice& choice : ChoicesOf(*form, model_.EntryOf(cell.row()), cell.column())) {
