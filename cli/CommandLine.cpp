@@ -17,6 +17,7 @@
 #include "core/Host.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
+#include "worksheets/CrfMaker.h"
 
 namespace zolmara::cli {
 
@@ -190,6 +191,7 @@ void Prepare(const CommonOptions& options) {
     SetFormat(options.Format == "csv"    ? OutputFormat::Csv
               : options.Format == "json" ? OutputFormat::Json
                                          : OutputFormat::Text);
+    HandCrfMaker();
     StartUp();
 }
 

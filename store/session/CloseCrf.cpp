@@ -1,11 +1,14 @@
 // Closing a Cost Report File: temporary tables go, the file is repaired and compacted.
 
+#include "store/session/CloseCrf.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
@@ -13,6 +16,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -43,45 +47,50 @@ void DropTemporaryTables() {
 }
 
 /// Each step of a close is tried, and the next one follows whatever came of it.
-void Try(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const std::exception&) {
+class Steps {
+public:
+    void Try(const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const std::exception& error) {
+            Note(error.what());
+        }
     }
-}
+    void Note(const std::string& trouble) {
+        if (!trouble_) trouble_ = trouble;
+    }
+    const std::optional<std::string>& Trouble() const { return trouble_; }
 
-void ShowRepair(const std::string& text) {
-    TheDialogs().MsgBox(text, kExclamation, "Repair Report");
-}
+private:
+    std::optional<std::string> trouble_;
+};
 
 /// What a repair could not save is told: the user must know which cells to key again.
-void RepairCrf() {
+void RepairAndTell(Steps& steps) {
     try {
-        const RepairReport report = DBEngine::RepairDatabase(gCRFPath);
-        if (report.Losses.empty()) return;
-        std::string text =
-            gCRFPath + " was damaged and has been repaired.  These parts of it were lost:";
-        for (const std::string& loss : report.Losses) text += "\r" + loss;
-        ShowRepair(text);
+        ShowRepairReport(gCRFPath, RepairCrf(gCRFPath));
     } catch (const StoreError& error) {
+        steps.Note(error.what());
         const bool damaged = error.kind() == StoreError::Kind::Damaged ||
                              error.kind() == StoreError::Kind::NotADatabase;
         if (damaged)
-            ShowRepair(fmt::format("{} could not be repaired.\r{}", gCRFPath, error.what()));
+            TheDialogs().MsgBox(
+                fmt::format("{} could not be repaired.\r{}", gCRFPath, error.what()), kExclamation,
+                "Repair Report");
     }
 }
 
 /// The CRF keeps its name all through its compaction: the temporary name is a second one for the
 /// same content, and the compact copy takes the CRF's name only when it is complete. A program
 /// that dies in between leaves the CRF, old or new, where the user looks for it.
-void CompactCrf(const std::string& temporary) {
-    Try([&] { CopyWholeFile(gCRFPath, temporary); });
+void CompactCrf(const std::string& temporary, Steps& steps) {
+    steps.Try([&] { CopyWholeFile(gCRFPath, temporary); });
     if (!FileExists(temporary)) return;
-    Try([&] { DBEngine::CompactDatabase(temporary, gCRFPath); });
+    steps.Try([&] { DBEngine::CompactDatabase(temporary, gCRFPath); });
     if (FileExists(gCRFPath)) {
         DeleteFile(temporary);
     } else {
-        Try([&] { std::filesystem::rename(temporary, gCRFPath); });
+        steps.Try([&] { std::filesystem::rename(temporary, gCRFPath); });
     }
     if (FileExists(gCRFPath)) return;
     TheDialogs().MsgBox(
@@ -92,16 +101,16 @@ void CompactCrf(const std::string& temporary) {
     TheMachine().EndProgram();
 }
 
-void RepairAndCompact() {
+void RepairAndCompact(Steps& steps) {
     const std::string temporary = (std::filesystem::path(gCRFDir) / kCompactionFile).string();
-    Try([] { gDB.Close(); });
+    steps.Try([] { gDB.Close(); });
     // A CRF that itself has the temporary name is no leftover.
     const bool ownName = IsSameFile(gCRFPath, temporary) && gCRFTitle == kCompactionFile;
     if (!ownName) DeleteFile(temporary);
-    RepairCrf();
+    RepairAndTell(steps);
     TheStatus().DoEvents();
     TheStatus().ShowCalcMsg(" Compacting " + gCRFPath);
-    if (!ownName) CompactCrf(temporary);
+    if (!ownName) CompactCrf(temporary, steps);
 }
 
 void ResetSession() {
@@ -131,14 +140,18 @@ public:
 
 }  // namespace
 
-void mnuReportClose() {
+std::optional<std::string> CloseCrf() {
     const BlockedMain blocked;
-    if (CloseAllForms(false) != 0) return;
+    if (CloseAllForms(false) != 0) return std::nullopt;
+    Steps steps;
     TheStatus().ShowCalcMsg(" Repairing " + gCRFPath);
     // A damaged file may refuse it, and the repair is what that file needs.
-    Try(DropTemporaryTables);
-    if (!gCRFPath.empty()) RepairAndCompact();
+    Steps().Try(DropTemporaryTables);
+    if (!gCRFPath.empty()) RepairAndCompact(steps);
     ResetSession();
+    return steps.Trouble();
 }
+
+void mnuReportClose() { CloseCrf(); }
 
 }  // namespace zolmara

@@ -7,6 +7,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -144,7 +145,7 @@ void mnuReportOpen() {
         TheWindows().RefreshMenus();
         TheStatus().SetPointer(Pointer::Normal);
     } else {
-        OpenCrf(*chosen);
+        OpenOrRepairCrf(*chosen);
     }
 }
 
