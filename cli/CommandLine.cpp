@@ -18,6 +18,7 @@
 #include "core/Host.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
+#include "worksheets/CrfMaker.h"
 
 namespace zolmara::cli {
 
@@ -203,6 +204,7 @@ void Prepare(const CommonOptions& options) {
     SetFormat(options.Format == "csv"    ? OutputFormat::Csv
               : options.Format == "json" ? OutputFormat::Json
                                          : OutputFormat::Text);
+    HandCrfMaker();
     StartUp();
 }
 

@@ -6,6 +6,7 @@
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "core/PlainName.h"
 #include "ecr/Labels.h"
 #include "store/session/Session.h"
 
@@ -32,7 +33,7 @@ std::string VersionDigit() {
     return std::string(LastCharacters(NumberText(1 + NumOr(number)), 1));
 }
 
-std::string Stem() { return fmt::format("{}.{}", BaseName(), FiscalYear()); }
+std::string Stem() { return PlainFileName(fmt::format("{}.{}", BaseName(), FiscalYear())); }
 
 FileDialog EcrDialog(const std::string& folder, const std::string& name) {
     FileDialog dialog;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/Globals.h"
+#include "core/PlainName.h"
 #include "print/SendPrtFile.h"
 #include "print/TextFields.h"
 #include "store/session/Session.h"
@@ -198,6 +199,8 @@ void PrintReport(FileNumber file, std::string_view name, const std::vector<Repor
     });
 }
 
-std::string PrintFilePath(std::string_view name) { return fmt::format("{}/{}", gCRFDir, name); }
+std::string PrintFilePath(std::string_view name) {
+    return fmt::format("{}/{}", gCRFDir, PlainFileName(name));
+}
 
 }  // namespace zolmara

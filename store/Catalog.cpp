@@ -80,6 +80,13 @@ std::string FieldDeclaration(const FieldDef& field) {
                        IsTextType(field.Type) ? " COLLATE NOCASE" : "", CheckText(field));
 }
 
+FieldDef FieldOfType(std::string name, std::string_view declared) {
+    FieldDef field;
+    field.Name = std::move(name);
+    ReadDeclaredType(declared, field);
+    return field;
+}
+
 std::string CreateTableSql(const TableDef& table) {
     std::string fields;
     for (const auto& field : table.Fields)
@@ -148,9 +155,7 @@ TablePtr Catalog::Load(const std::string& name) {
     table->Version = version;
     SqliteStatement fields(handle_, fmt::format("PRAGMA table_info({})", Quoted(name)));
     while (fields.Step()) {
-        FieldDef field;
-        field.Name = fields.Text(1);
-        ReadDeclaredType(fields.Text(2), field);
+        FieldDef field = FieldOfType(fields.Text(1), fields.Text(2));
         field.Required = fields.Integer(3) != 0;
         table->Def.Fields.push_back(std::move(field));
     }

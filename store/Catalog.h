@@ -28,6 +28,9 @@ std::string Quoted(std::string_view name);
 /// The declaration of a field with its type and the check that keeps out what it cannot hold.
 std::string FieldDeclaration(const FieldDef& field);
 std::string CreateTableSql(const TableDef& table);
+/// A field by the type that a file declares for it. A type that the system does not declare
+/// counts as memo.
+FieldDef FieldOfType(std::string name, std::string_view declared);
 
 /// What happened to a table.
 enum class Shape { New, Changed, Gone };

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "store/PlainSchema.h"
 #include "store/Sqlite.h"
 
 namespace zolmara {
@@ -32,6 +33,7 @@ void Connect(Connection& connection, const std::string& path, int flags) {
     sqlite3_extended_result_codes(connection.Handle, 1);
     sqlite3_busy_timeout(connection.Handle, 1000);
     RegisterSqlFunctions(connection.Handle);
+    GuardConnection(connection.Handle, path);
 }
 
 /// A saved row is on the disk and the file stands alone; a batch keeps its pages in memory until
@@ -39,8 +41,14 @@ void Connect(Connection& connection, const std::string& path, int flags) {
 void SetUp(sqlite3* handle, const std::string& path) {
     SqliteRun(handle,
               "PRAGMA synchronous=EXTRA; PRAGMA cache_size=-262144; PRAGMA cache_spill=OFF; "
-              "PRAGMA temp_store=MEMORY; PRAGMA trusted_schema=ON;",
+              "PRAGMA temp_store=MEMORY;",
               path);
+    // The other way of writing keeps two more files beside this one.
+    SqliteStatement mode(handle, "PRAGMA journal_mode");
+    const bool apart = mode.Step(path) && mode.Text(0) == "wal";
+    mode = SqliteStatement();
+    if (apart && !sqlite3_db_readonly(handle, "main"))
+        SqliteRun(handle, "PRAGMA journal_mode=DELETE", path);
 }
 
 void NeedRegularFile(const std::string& path) {
@@ -75,13 +83,34 @@ std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string&
     return select.Step(path) ? select.Integer(0) : 0;
 }
 
-void NeedCostReportFile(sqlite3* handle, const std::string& path) {
-    SqliteStatement schema(handle, "SELECT count(*) FROM sqlite_schema");
-    schema.Step(path);
+std::optional<std::string> MarkObjection(sqlite3* handle, const std::string& path) {
     if (Pragma(handle, "application_id", path) != kApplicationId)
-        Fail(StoreError::Kind::NotADatabase, path, "is not a Cost Report File");
-    if (Pragma(handle, "user_version", path) > kUserVersion)
-        Fail(StoreError::Kind::NotADatabase, path, "was made by a later version of the program");
+        return "is not a Cost Report File";
+    const auto version = Pragma(handle, "user_version", path);
+    // Beyond what any version will count to, the number is damaged.
+    constexpr std::int64_t kMostVersions = 100;
+    if (version > kUserVersion && version < kMostVersions)
+        return "was made by a later version of the program";
+    return version < 0 || version >= kMostVersions ? std::optional("its first page is damaged")
+                                                   : std::nullopt;
+}
+
+void NeedCostReportFile(sqlite3* handle, const std::string& path) {
+    try {
+        SqliteStatement schema(handle, "SELECT count(*) FROM sqlite_schema");
+        schema.Step(path);
+    } catch (const StoreError& error) {
+        if (error.kind() == StoreError::Kind::NotADatabase)
+            Fail(error.kind(), path, "is not a Cost Report File");
+        if (error.kind() == StoreError::Kind::ReadOnly)
+            Fail(error.kind(), path,
+                 "a program that ended in the middle of its work left the file unfinished; open "
+                 "it once as a Cost Report File and close it");
+        throw;
+    }
+    if (const auto objection = MarkObjection(handle, path))
+        Fail(StoreError::Kind::NotADatabase, path, *objection);
+    NeedPlainSchema(handle, path);
 }
 
 void MarkAsCostReportFile(sqlite3* handle, const std::string& path) {

@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -28,8 +29,11 @@ void Connect(Connection& connection, const std::string& path, int flags);
 void SetUp(sqlite3* handle, const std::string& path);
 /// Gives a new file the marks of a CRF.
 void MarkAsCostReportFile(sqlite3* handle, const std::string& path);
-/// Raises NotADatabase for a file without the marks of a CRF.
+/// Raises NotADatabase for a file without the marks of a CRF, and for one that holds more than
+/// tables and plain indexes.
 void NeedCostReportFile(sqlite3* handle, const std::string& path);
+/// What the marks of a file have against its being a CRF of this version; nothing when nothing.
+std::optional<std::string> MarkObjection(sqlite3* handle, const std::string& path);
 
 /// The value of a pragma that gives one whole number; 0 without a row.
 std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string& path);

@@ -11,21 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Reads the first page, rolling back what a killed program left behind.
-void ReadFirstPage(Connection& connection, const std::string& path) {
-    try {
-        NeedCostReportFile(connection.Handle, path);
-    } catch (const StoreError& error) {
-        if (error.kind() == StoreError::Kind::NotADatabase)
-            Fail(error.kind(), path, "is not a Cost Report File");
-        if (error.kind() == StoreError::Kind::ReadOnly)
-            Fail(error.kind(), path,
-                 "a program that ended in the middle of its work left the file unfinished; open "
-                 "it once as a Cost Report File and close it");
-        throw;
-    }
-}
-
 /// A program that was killed early leaves a journal with nothing in it, which SQLite would keep
 /// until the next write. Leaving the persistent mode deletes it under the lock that makes sure
 /// that it is nobody's.
@@ -81,7 +66,8 @@ Database DBEngine::OpenDatabase(const std::string& path) {
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-    ReadFirstPage(connection, path);
+    // The first look at the file rolls back what a killed program left behind.
+    NeedCostReportFile(connection.Handle, path);
     if (!readOnly) DropDeadJournal(connection.Handle, path);
     SetUp(connection.Handle, path);
     Database database;

@@ -215,8 +215,9 @@ private:
 
 /// Runs a long operation as one transaction. Whatever way out `work` takes, what it has written
 /// is committed; an exception then goes on to the caller. Only the death of the process takes
-/// the whole back, or a disk that has no room: then StoreError::DiskFull is raised and the file
-/// is as it was. A batch that leaves every row as it found it writes nothing. Batches nest.
+/// the whole back, or an error of the file itself (no room, a failing disk, damage), also one
+/// that `work` passed over: then StoreError of that kind is raised and the file is as it was. A
+/// batch that leaves every row as it found it writes nothing. Batches nest.
 void RunBatch(Database& db, const std::function<void()>& work);
 
 /// What a repair found and did.

@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <new>
+
 #include "core/Globals.h"
 #include "store/DatabaseImpl.h"
 
@@ -23,6 +25,7 @@ Database::Impl& Need(const std::shared_ptr<Database::Impl>& impl) {
 }
 
 TablePtr NeedTable(Database::Impl& impl, std::string_view name) {
+    impl.LookForChanges();
     if (auto table = impl.Tables.Find(name)) return table;
     throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
 }
@@ -66,9 +69,17 @@ Variant Database::Scalar(std::string_view sql, std::initializer_list<Variant> ar
 
 void Database::RefreshTableDefs() { Need(impl_).Tables.Refresh(); }
 
-std::vector<std::string> Database::TableNames() { return Need(impl_).Tables.Names(); }
+std::vector<std::string> Database::TableNames() {
+    auto& impl = Need(impl_);
+    impl.LookForChanges();
+    return impl.Tables.Names();
+}
 
-bool Database::HasTable(std::string_view name) { return Need(impl_).Tables.Find(name) != nullptr; }
+bool Database::HasTable(std::string_view name) {
+    auto& impl = Need(impl_);
+    impl.LookForChanges();
+    return impl.Tables.Find(name) != nullptr;
+}
 
 const TableDef& Database::Table(std::string_view name) { return NeedTable(Need(impl_), name)->Def; }
 
@@ -122,11 +133,19 @@ void RunBatch(Database& db, const std::function<void()>& work) {
     Need(impl).BeginBatch();
     try {
         work();
+    } catch (const StoreError& error) {
+        impl->EndBatch(&error);
+        throw;
+    } catch (const std::bad_alloc&) {
+        // Where memory gives out is no place that anybody chose to stop at.
+        impl->TakeBatchBack();
+        impl->EndBatch(nullptr);
+        throw;
     } catch (...) {
-        impl->EndBatch();
+        impl->EndBatch(nullptr);
         throw;
     }
-    impl->EndBatch();
+    impl->EndBatch(nullptr);
 }
 
 }  // namespace zolmara

@@ -88,6 +88,7 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       Mark(std::move(mark)),
       Tables(connection) {
     sqlite3_commit_hook(Handle, CountCommit, this);
+    Others.Look(*this);
 }
 
 Database::Impl::~Impl() {
@@ -100,6 +101,7 @@ Database::Impl::~Impl() {
 
 RequestPtr Database::Impl::Ask(std::string_view sql, bool snapshot) {
     if (Closed) throw StoreError(StoreError::Kind::Other, "no Cost Report File is open");
+    LookForChanges();
     const auto found = RequestsByText.find(sql);
     if (found != RequestsByText.end() && !snapshot) return found->second;
     const auto tokens = sql::Tokenize(sql);
@@ -126,6 +128,7 @@ PreparedPtr Database::Impl::Prepare(const sql::TokenList& tokens, std::string_vi
 }
 
 RequestPtr Database::Impl::AskFind(std::string_view criteria, const TablePtr& table) {
+    LookForChanges();
     const auto text = fmt::format("F|{}|{}", table->Def.Name, criteria);
     if (const auto found = RequestsByText.find(text); found != RequestsByText.end())
         return found->second;
@@ -199,9 +202,7 @@ int Database::Impl::Execute(const Request& request, std::span<const Variant> arg
 // --- Writing
 
 void Database::Impl::CheckBatch() const {
-    if (BatchDepth > 0 && sqlite3_get_autocommit(Handle))
-        throw StoreError(StoreError::Kind::DiskFull,
-                         Path + ": the disk is full; nothing of this operation was kept");
+    if (BatchDepth > 0 && sqlite3_get_autocommit(Handle)) throw LostBatch();
 }
 
 void Database::Impl::RunWrite(SqliteStatement& statement, const TablePtr& table) {
@@ -209,19 +210,25 @@ void Database::Impl::RunWrite(SqliteStatement& statement, const TablePtr& table)
     const auto before = sqlite3_total_changes64(Handle);
     statement.Step(table->Def.Name);
     statement.Reset();
-    if (sqlite3_total_changes64(Handle) != before) ++*table->Version;
+    if (sqlite3_total_changes64(Handle) == before) return;
+    ++*table->Version;
+    if (BatchDepth == 0) Others.TakeOwnCommit(Handle);
+}
+
+void Database::Impl::ForgetStatements() {
+    RequestsByText.clear();
+    StatementsByKey.clear();
 }
 
 void Database::Impl::AfterSchemaChange(const std::string& table, Shape shape) {
-    RequestsByText.clear();
-    StatementsByKey.clear();
+    ForgetStatements();
+    if (BatchDepth == 0) Others.TakeOwnCommit(Handle);
     Tables.Forget(table, shape);
     Changes.MarkSchemaChange();
 }
 
 void Database::Impl::AfterLostChange() {
-    RequestsByText.clear();
-    StatementsByKey.clear();
+    ForgetStatements();
     Tables.Refresh();
     Changes.MarkSchemaChange();
 }
@@ -307,6 +314,8 @@ void Database::Impl::BeginBatch() {
         --BatchDepth;
         throw;
     }
+    BatchTrouble.reset();
+    Others.Look(*this);
     Changes.Start(Handle);
 }
 
@@ -319,32 +328,43 @@ bool Database::Impl::AnyNetChange() {
     }
 }
 
-void Database::Impl::EndBatch() {
+StoreError Database::Impl::LostBatch() const {
+    static constexpr std::string_view kNothingKept = "; nothing of this operation was kept";
+    const auto kind = BatchTrouble ? BatchTrouble->kind() : StoreError::Kind::DiskFull;
+    std::string text =
+        BatchTrouble ? BatchTrouble->what() : Path + ": the file could not be read or written";
+    if (!text.ends_with(kNothingKept)) text += kNothingKept;
+    return StoreError(kind, text);
+}
+
+/// The transaction is gone when the file failed in its course: what a step after that did not
+/// notice must not stand alone.
+void Database::Impl::EndBatch(const StoreError* error) {
+    if (error && !BatchTrouble && sqlite3_get_autocommit(Handle)) BatchTrouble = *error;
     if (BatchDepth > 1) {
         --BatchDepth;
         return;
     }
-    const auto atEnd = [this](const char* sql) {
-        Changes.Stop();
-        --BatchDepth;
-        const int code = sqlite3_exec(Handle, sql, nullptr, nullptr, nullptr);
-        if (code == SQLITE_OK) return;
-        const std::string reason = sqlite3_errmsg(Handle);
-        sqlite3_exec(Handle, "ROLLBACK", nullptr, nullptr, nullptr);
-        AfterLostChange();
-        throw StoreError(StoreError::Kind::DiskFull,
-                         Path + ": " + reason + "; nothing of this operation was kept");
-    };
-    if (sqlite3_get_autocommit(Handle)) {
-        Changes.Stop();
-        --BatchDepth;
-        AfterLostChange();
-        throw StoreError(StoreError::Kind::DiskFull,
-                         Path + ": the disk is full; nothing of this operation was kept");
-    }
     const bool changed = AnyNetChange();
-    atEnd(changed ? "COMMIT" : "ROLLBACK");
-    if (!changed) Tables.TouchAll();
+    Changes.Stop();
+    try {
+        CheckBatch();
+        --BatchDepth;
+        SqliteRun(Handle, changed ? "COMMIT" : "ROLLBACK", Path);
+    } catch (const StoreError& failure) {
+        BatchDepth = 0;
+        if (!sqlite3_get_autocommit(Handle))
+            sqlite3_exec(Handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        AfterLostChange();
+        if (!BatchTrouble) BatchTrouble = failure;
+        throw LostBatch();
+    }
+    changed ? Others.TakeOwnCommit(Handle) : Tables.TouchAll();
+}
+
+void Database::Impl::TakeBatchBack() {
+    if (!sqlite3_get_autocommit(Handle))
+        sqlite3_exec(Handle, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 }  // namespace zolmara

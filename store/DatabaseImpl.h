@@ -4,7 +4,9 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -50,11 +52,36 @@ struct TextHash {
 template <class T>
 using TextMap = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 
+/// Knows by the file's change counter whether another program wrote to it.
+class OtherPrograms {
+public:
+    void Look(Database::Impl& impl);
+    /// One commit of this program's own is no news.
+    void TakeOwnCommit(sqlite3* handle);
+
+private:
+    /// The change counter and what follows it, up to the number of the schema.
+    using Mark = std::array<unsigned char, 20>;
+    bool ReadMark(sqlite3* handle, Mark& mark);
+    static std::uint32_t CounterOf(const Mark& mark);
+
+    sqlite3_file* file_ = nullptr;
+    bool known_ = false;
+    Mark seen_{};
+};
+
 struct Database::Impl {
     Impl(sqlite3* connection, std::string file, bool readOnly, std::unique_ptr<OpenMark> mark);
     ~Impl();
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
+
+    // --- Others
+    /// Looks whether another program changed the file since the last look, and forgets what was
+    /// known of it. In a batch nobody can.
+    void LookForChanges() {
+        if (BatchDepth == 0) Others.Look(*this);
+    }
 
     // --- Statements
     RequestPtr Ask(std::string_view sql, bool snapshot);
@@ -70,6 +97,7 @@ struct Database::Impl {
     void RunWrite(SqliteStatement& statement, const TablePtr& table);
     /// A table has come, gone or changed its fields.
     void AfterSchemaChange(const std::string& table, Shape shape);
+    void ForgetStatements();
     /// What was changed is taken back: nothing that was known of the file is sure.
     void AfterLostChange();
     void RunSchemaChange(const std::string& sql, const std::string& table,
@@ -79,7 +107,9 @@ struct Database::Impl {
 
     // --- Batches
     void BeginBatch();
-    void EndBatch();
+    /// Ends a batch that an error ended, or none. StoreError when nothing of it was kept.
+    void EndBatch(const StoreError* error);
+    void TakeBatchBack();
 
     sqlite3* Handle;
     std::string Path;
@@ -91,10 +121,13 @@ struct Database::Impl {
     TextMap<PreparedPtr> StatementsByKey;
     ChangeTracker Changes;
     int BatchDepth = 0;
+    std::optional<StoreError> BatchTrouble;  ///< the file's error that took the batch back
     std::int64_t Commits = 0;
+    OtherPrograms Others;
 
 private:
     bool AnyNetChange();
+    StoreError LostBatch() const;
     void SelectInto(const Request& request, std::span<const Variant> args);
     void CreateIndex(const sql::Translation& what);
     void RequireFields(const TableDef& table, const std::vector<std::string>& fields);

@@ -119,10 +119,11 @@ struct Recordset::State {
     bool OnRow() const { return Position >= 0 && static_cast<std::size_t>(Position) < Count(); }
     const std::string& TableName() const { return Statement->What.Table->Def.Name; }
     std::int64_t Key() const { return Keys[static_cast<std::size_t>(Position)]; }
-    /// The row was read, and its table not written to since.
+    /// The row was read, and its table not written to since, by whatever program.
     bool RowIsCurrent() const {
-        return OnRow() && !Db->Closed && RowKey == Key() &&
-               RowVersion == *Statement->What.Table->Version;
+        if (!OnRow() || Db->Closed || RowKey != Key()) return false;
+        Db->LookForChanges();
+        return RowVersion == *Statement->What.Table->Version;
     }
 
     void Open();
@@ -311,6 +312,7 @@ SqliteStatement& Recordset::State::Writer() {
 
 void Recordset::State::WriteEdit() {
     Modified = Key();
+    Db->LookForChanges();
     const bool current = RowVersion == *Statement->What.Table->Version;
     Fetch();
     bool changed = false;

@@ -8,6 +8,7 @@ namespace {
 StoreError::Kind KindOf(int code) {
     switch (code & 0xff) {
         case SQLITE_CORRUPT:
+        case SQLITE_INTERRUPT:
             return StoreError::Kind::Damaged;
         case SQLITE_NOTADB:
             return StoreError::Kind::NotADatabase;
@@ -31,6 +32,21 @@ StoreError::Kind KindOf(int code) {
     }
 }
 
+/// True for an error that no statement can be blamed for. What a statement of its own connection
+/// stands in the way of is not of that kind.
+bool IsTheFiles(int code) {
+    const int primary = code & 0xff;
+    return primary == SQLITE_NOMEM ||
+           (primary != SQLITE_LOCKED && StoreError(KindOf(code), "").IsFileError());
+}
+
+/// A transaction whose file failed is never committed: whatever is caught and passed over on the
+/// way out of it, the half that was done before is gone.
+void TakeBack(sqlite3* handle) {
+    if (!sqlite3_get_autocommit(handle))
+        sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 bool IsFileTrouble(StoreError::Kind kind) { return StoreError(kind, "").IsFileError(); }
 
 /// A trouble of the file's own is told by the file's name, whatever table was in hand.
@@ -41,12 +57,25 @@ std::string ContextOf(sqlite3* handle, StoreError::Kind kind, const std::string&
     return file;
 }
 
+/// The limit on a statement's steps is one on each of its runs.
+void ForgetSteps(sqlite3_stmt* statement) {
+    if (statement) sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_VM_STEP, 1);
+}
+
+/// An error in words for the person who opened the file.
+std::string TextOf(sqlite3* handle, int code) {
+    if (code == SQLITE_INTERRUPT) return "is damaged: its tables do not come to an end";
+    return handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+}
+
 }  // namespace
 
 void ThrowSqlite(sqlite3* handle, int code, const std::string& context) {
-    const std::string text = handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
-    const auto kind = KindOf(handle ? sqlite3_extended_errcode(handle) : code);
+    const std::string text = TextOf(handle, code);
+    const int reason = handle ? sqlite3_extended_errcode(handle) : code;
+    const auto kind = KindOf(reason);
     const auto where = ContextOf(handle, kind, context);
+    if (handle && IsTheFiles(reason)) TakeBack(handle);
     throw StoreError(kind, where.empty() ? text : where + ": " + text);
 }
 
@@ -78,7 +107,10 @@ SqliteStatement::~SqliteStatement() { sqlite3_finalize(statement_); }
 bool SqliteStatement::Step(const std::string& context) {
     const int code = sqlite3_step(statement_);
     if (code == SQLITE_ROW) return true;
-    if (code == SQLITE_DONE) return false;
+    if (code == SQLITE_DONE) {
+        ForgetSteps(statement_);
+        return false;
+    }
     try {
         ThrowSqlite(handle_, code, context);
     } catch (...) {
@@ -87,7 +119,10 @@ bool SqliteStatement::Step(const std::string& context) {
     }
 }
 
-void SqliteStatement::Reset() { sqlite3_reset(statement_); }
+void SqliteStatement::Reset() {
+    sqlite3_reset(statement_);
+    ForgetSteps(statement_);
+}
 
 void SqliteStatement::Bind(int position, const Variant& value) {
     if (value.IsNull())

@@ -12,7 +12,8 @@
 
 namespace zolmara {
 
-/// Raises what SQLite reports of a result code, with the given words ahead of SQLite's.
+/// Raises what SQLite reports of a result code, with the given words ahead of SQLite's. An error
+/// of the file itself takes an open transaction back.
 [[noreturn]] void ThrowSqlite(sqlite3* handle, int code, const std::string& context);
 
 /// Runs statements that give no rows.

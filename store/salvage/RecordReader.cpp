@@ -148,16 +148,53 @@ bool SameValue(const Value& a, const Value& b) {
     return a.Kind == b.Kind && a.Bytes == b.Bytes;
 }
 
-std::optional<Record> ReadRecord(const PageFile& file, PageNo page, const Cell& cell) {
-    const auto payload = ReadPayload(file, page, cell);
-    if (!payload) return std::nullopt;
-    const Bytes bytes(*payload);
+namespace {
+
+std::optional<Record> Decode(Bytes bytes) {
     std::size_t at = 0;
     const auto serials = ReadSerials(bytes, at);
     if (!serials) return std::nullopt;
     Record record = ReadValues(bytes, at, *serials);
     if (record.size() != serials->size() || at != bytes.size()) return std::nullopt;
     return record;
+}
+
+}  // namespace
+
+std::optional<Record> ReadRecord(const PageFile& file, PageNo page, const Cell& cell) {
+    const auto payload = ReadPayload(file, page, cell);
+    return payload ? Decode(*payload) : std::nullopt;
+}
+
+std::vector<Record> ReadRecordsByOneBit(const PageFile& file, PageNo page, const Cell& cell) {
+    constexpr std::size_t kLongestHeader = 2048;
+    std::vector<Record> records;
+    auto payload = ReadPayload(file, page, cell);
+    if (!payload || payload->empty()) return records;
+    std::size_t at = 0;
+    const auto told = ReadVarint(*payload, at).value_or(0);
+    const auto header = std::min({static_cast<std::size_t>(std::max<std::uint64_t>(told, 1)),
+                                  payload->size(), kLongestHeader});
+    for (std::size_t byte = 0; byte < header; ++byte) {
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            (*payload)[byte] ^= static_cast<std::uint8_t>(1U << bit);
+            if (auto record = Decode(*payload)) records.push_back(std::move(*record));
+            (*payload)[byte] ^= static_cast<std::uint8_t>(1U << bit);
+        }
+    }
+    return records;
+}
+
+std::optional<Record> CommonOf(const std::vector<Record>& records) {
+    if (records.empty()) return std::nullopt;
+    Record common = records.front();
+    for (const auto& record : records) {
+        if (record.size() != common.size()) return std::nullopt;
+        for (std::size_t i = 0; i < record.size(); ++i) {
+            if (!SameValue(common[i], record[i])) common[i] = Value{Value::Type::Lost, 0, 0, ""};
+        }
+    }
+    return common;
 }
 
 Record ReadRecordHead(const PageFile& file, PageNo page, const Cell& cell) {

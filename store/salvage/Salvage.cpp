@@ -22,12 +22,15 @@
 // the line number of each row, so it can tell which lines are missing.
 
 #include <algorithm>
+#include <bit>
 #include <iterator>
 #include <limits>
 #include <map>
 #include <set>
 
 #include "store/Dao.h"
+#include "store/PlainSchema.h"
+#include "store/salvage/PageMend.h"
 #include "store/salvage/PageReader.h"
 #include "store/salvage/SalvageLoose.h"
 #include "store/salvage/SalvageReport.h"
@@ -51,14 +54,15 @@ struct Definition {
 };
 
 struct Repair {
-    PageFile File;
-    PageSet Claimed;
-    TableRows Schema;
-    std::vector<Definition> Definitions;
-    std::vector<TableRows> Tables;
-    std::vector<TableRows> Lost;  // tables whose statement cannot be read
-    std::vector<Leftover> Leftovers;
-    SalvageResult Result;
+    const zolmara::Definitions& Made;
+    PageFile File{};
+    PageSet Claimed{};
+    TableRows Schema{};
+    std::vector<Definition> Definitions{};
+    std::vector<TableRows> Tables{};
+    std::vector<TableRows> Lost{};  // tables whose statement cannot be read
+    std::vector<Leftover> Leftovers{};
+    SalvageResult Result{};
 };
 
 void Lose(Repair& repair, std::string sentence) {
@@ -120,6 +124,13 @@ void ReadDefinitions(Repair& repair) {
     }
 }
 
+void ReadFile(Repair& repair, const std::string& path) {
+    repair.File = ReadPageFile(path);
+    MendPages(repair.File);
+    repair.Claimed.resize(repair.File.Count + 1ULL, false);
+    ReadDefinitions(repair);
+}
+
 std::vector<std::string> TableNames(const Repair& repair) {
     std::vector<std::string> names;
     for (const auto& definition : repair.Definitions) {
@@ -138,13 +149,32 @@ TableRows TableWithoutShape(const Definition& definition) {
     return table;
 }
 
+// The entries of tables that the file's own list has lost altogether: nobody knows their roots.
+void AddMadeTables(Repair& repair) {
+    std::set<std::string> known;
+    for (const auto& definition : repair.Definitions) {
+        if (definition.IsTable) known.insert(definition.Name);
+    }
+    for (const auto& [name, statements] : repair.Made) {
+        if (!known.contains(name)) repair.Definitions.push_back({true, name, name, 0, ""});
+    }
+}
+
+// A statement of the file's own is run only where it says what it should; then one made anew.
+bool CreateTable(const Repair& repair, Target& target, const Definition& definition) {
+    if (IsInternal(definition.Name)) return false;
+    const auto own = ReadTableText(definition.Sql);
+    if (own && own->Name == definition.Name && target.Create(definition.Sql)) return true;
+    const auto made = repair.Made.find(definition.Name);
+    return made != repair.Made.end() && target.Create(made->second.front());
+}
+
 void CreateTables(Repair& repair, Target& target) {
+    AddMadeTables(repair);
     for (const auto& definition : repair.Definitions) {
         if (!definition.IsTable) continue;
         std::optional<TableShape> shape;
-        if (!IsInternal(definition.Name) && target.Create(definition.Sql)) {
-            shape = target.Describe(definition.Name);
-        }
+        if (CreateTable(repair, target, definition)) shape = target.Describe(definition.Name);
         if (shape) {
             shape->Root = definition.Root;
             repair.Tables.emplace_back().Shape = std::move(*shape);
@@ -175,6 +205,21 @@ void ReadIndex(Repair& repair, Target& target, const Definition& definition, Tab
     if (table.Index.Column < 0 || IsBetter(facts, table.Index)) table.Index = std::move(facts);
 }
 
+bool CreateIndex(Target& target, const Definition& definition) {
+    const auto own = ReadIndexText(definition.Sql);
+    return own && own->Name == definition.Name && own->Table == definition.Table &&
+           target.Create(definition.Sql);
+}
+
+// The indexes that a table is made with, where the file has not got them.
+void CreateMadeIndexes(Repair& repair, Target& target) {
+    for (const auto& table : repair.Tables) {
+        const auto made = repair.Made.find(table.Shape.Name);
+        if (made == repair.Made.end()) continue;
+        for (std::size_t i = 1; i < made->second.size(); ++i) target.Create(made->second[i]);
+    }
+}
+
 void CreateIndexes(Repair& repair, Target& target) {
     std::set<std::string> lost;
     for (const auto& definition : repair.Definitions) {
@@ -184,7 +229,9 @@ void CreateIndexes(Repair& repair, Target& target) {
             lost.insert(definition.Table);
             continue;
         }
-        if (!definition.Sql.empty() && !target.Create(definition.Sql)) {
+        const bool own = definition.Sql.empty() || CreateIndex(target, definition);
+        if (!own && repair.Made.contains(definition.Table)) continue;
+        if (!own) {
             Lose(repair, TitleOf(table->Shape) + ": its index " + definition.Name +
                              " could not be made again.");
             continue;
@@ -195,17 +242,86 @@ void CreateIndexes(Repair& repair, Target& target) {
         if (definition.IsTable) lost.erase(definition.Name);
     }
     for (const auto& name : lost) Lose(repair, "Table definition lost: " + name + ".");
+    CreateMadeIndexes(repair, target);
+}
+
+// A table whose root nobody knows is looked for among the pages that are nobody's child.
+struct Homeless {
+    TableRows* Table;
+    PageNo Told;                  // the number that the damaged list gives, or 0
+    std::vector<PageNo> Fitting;  // pages that could be its root
+};
+
+bool CouldBeRoot(const Repair& repair, const TableRows& table, PageNo page) {
+    TableRows trial;
+    trial.Shape = table.Shape;
+    trial.Shape.Root = page;
+    trial.Index = table.Index;
+    PageSet claimed = repair.Claimed;
+    WalkTable(repair.File, trial, claimed);
+    const bool whole = trial.Index.Column < 0 || !trial.Index.Complete ||
+                       trial.Rows.size() == trial.Index.Keys.size();
+    return whole && !trial.Rows.empty() && trial.Gaps.empty() &&
+           std::all_of(trial.Rows.begin(), trial.Rows.end(),
+                       [](const RowPlace& row) { return row.Confirmed; });
+}
+
+std::vector<PageNo> FreeRoots(const Repair& repair) {
+    const std::vector<bool> children = ChildPages(repair.File);
+    const std::vector<bool> free = FreePages(repair.File);
+    std::set<PageNo> taken;
+    for (const auto& definition : repair.Definitions) taken.insert(definition.Root);
+    std::vector<PageNo> pages;
+    for (PageNo page = 2; page <= repair.File.Count; ++page) {
+        if (children[page] || free[page] || repair.Claimed[page] || taken.contains(page)) continue;
+        if (ParseTablePage(repair.File, page).Sound) pages.push_back(page);
+    }
+    return pages;
+}
+
+bool DiffersByOneBit(PageNo a, PageNo b) { return std::popcount(a ^ b) == 1; }
+
+void FindRoots(Repair& repair, std::vector<Homeless>& homeless) {
+    std::map<PageNo, int> wanted;
+    for (const PageNo page : homeless.empty() ? std::vector<PageNo>{} : FreeRoots(repair)) {
+        for (auto& table : homeless) {
+            if (!CouldBeRoot(repair, *table.Table, page)) continue;
+            table.Fitting.push_back(page);
+            ++wanted[page];
+        }
+    }
+    for (auto& table : homeless) {
+        std::vector<PageNo> near;
+        for (const PageNo page : table.Fitting) {
+            if (DiffersByOneBit(page, table.Told)) near.push_back(page);
+        }
+        const bool alone = table.Fitting.size() == 1 && wanted[table.Fitting.front()] == 1;
+        if (near.size() == 1)
+            table.Table->Shape.Root = near.front();
+        else if (alone)
+            table.Table->Shape.Root = table.Fitting.front();
+    }
 }
 
 // A root that two tables share, or that is a page inside of a tree, is a damaged number.
-void DropDamagedRoots(Repair& repair, std::vector<TableRows>& tables) {
+std::vector<Homeless> DropDamagedRoots(Repair& repair, std::vector<TableRows>& tables) {
+    std::vector<Homeless> homeless;
     const std::vector<bool> children = ChildPages(repair.File);
     std::map<PageNo, int> roots;
     for (const auto& definition : repair.Definitions) ++roots[definition.Root];
     for (auto& table : tables) {
         PageNo& root = table.Shape.Root;
-        if (roots[root] > 1 || (root <= repair.File.Count && children[root])) root = 0;
+        const bool there = root > 1 && root <= repair.File.Count;
+        // A page that is there and is nobody else's is the root, whatever has become of it.
+        if (there && roots[root] == 1 && !children[root]) continue;
+        homeless.push_back({&table, root, {}});
+        root = 0;
     }
+    // A page that only one of those that lay claim to it can have is that one's.
+    for (auto& definition : repair.Definitions) {
+        if (definition.IsTable && roots[definition.Root] > 1) definition.Root = 0;
+    }
+    return homeless;
 }
 
 // The tables without a definition are walked with the others, for the pages they own.
@@ -213,7 +329,8 @@ void FindRows(Repair& repair) {
     std::vector<TableRows> all = std::move(repair.Tables);
     const auto known = static_cast<std::ptrdiff_t>(all.size());
     std::move(repair.Lost.begin(), repair.Lost.end(), std::back_inserter(all));
-    DropDamagedRoots(repair, all);
+    auto homeless = DropDamagedRoots(repair, all);
+    FindRoots(repair, homeless);
     WalkTables(repair.File, all, repair.Claimed);
     for (auto& table : all) AddGapsByIndex(table);
     repair.Tables.assign(std::make_move_iterator(all.begin()),
@@ -233,6 +350,33 @@ void ReportLostTables(Repair& repair) {
         Lose(repair, "Table definition lost: " + table.Shape.Name + "; its " +
                          std::to_string(table.Rows.size()) + " rows cannot be put back.");
     }
+}
+
+// What a row has become on its way into the new table.
+struct Cleaned {
+    Record Values;
+    std::vector<std::string> Emptied;  // names of fields
+};
+
+// A line number that cannot be read is taken from the index, which repeats it.
+bool TakeFromIndex(const TableRows& table, const RowPlace& row, std::size_t column, Value& value) {
+    if (table.Index.Column != static_cast<int>(column)) return false;
+    const auto found = table.Index.Keys.find(row.RowId);
+    if (found == table.Index.Keys.end()) return false;
+    value = found->second;
+    return CanHold(table.Shape.Columns[column], value);
+}
+
+Cleaned Clean(const TableRows& table, const RowPlace& row, Record record) {
+    Cleaned cleaned{std::move(record), {}};
+    for (std::size_t i = 0; i < cleaned.Values.size(); ++i) {
+        const auto& column = table.Shape.Columns[i];
+        Value& value = cleaned.Values[i];
+        if (CanHold(column, value) || TakeFromIndex(table, row, i, value)) continue;
+        value = Value{};
+        cleaned.Emptied.push_back(column.Name);
+    }
+    return cleaned;
 }
 
 void AddRefusal(std::map<std::string, std::vector<std::string>>& refusals, const std::string& why,
@@ -262,19 +406,23 @@ std::vector<const RowPlace*> InsertOrder(const TableRows& table) {
 void InsertRows(Repair& repair, Target& target, const TableRows& table) {
     std::map<std::string, std::vector<std::string>> refusals;
     for (const RowPlace* row : InsertOrder(table)) {
-        const auto record = ReadRecord(repair.File, row->Page, row->Place);
+        auto record = ReadRow(repair.File, row->Page, row->Place, table.Shape);
         const std::string name = RowText(table.Shape, *row);
         if (!record) {
             AddRefusal(refusals, "could not be read", name);
             continue;
         }
         bool mended = false;
-        const auto outcome = target.Insert(table.Shape, row->RowId, *record, mended);
+        const Cleaned cleaned = Clean(table, *row, std::move(*record));
+        const auto outcome = target.Insert(table.Shape, row->RowId, cleaned.Values, mended);
         repair.Result.RowsKept += outcome == Target::Outcome::Kept;
         if (outcome == Target::Outcome::Refused) {
             AddRefusal(refusals, "left out, with values that the table does not take", name);
         } else if (outcome == Target::Outcome::Repeated) {
             AddRefusal(refusals, "left out, its key stands twice", name);
+        } else if (!cleaned.Emptied.empty()) {
+            for (const auto& field : cleaned.Emptied)
+                AddRefusal(refusals, field + " could not be read and is empty now", name);
         } else if (mended) {
             AddRefusal(refusals, "kept, with \"?\" for letters that could not be read", name);
         }
@@ -292,13 +440,23 @@ void ReportTable(Repair& repair, Target& target, const TableRows& table) {
 }  // namespace
 }  // namespace salvage
 
-SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
-                              const std::function<void(sqlite3*)>& prepare) {
+bool HoldsTables(const std::string& path, const std::vector<std::string>& names) {
     using namespace salvage;
-    Repair repair;
-    repair.File = ReadPageFile(source);
-    repair.Claimed.resize(repair.File.Count + 1ULL, false);
-    ReadDefinitions(repair);
+    const Definitions none;
+    Repair repair{none};
+    ReadFile(repair, path);
+    const auto found = TableNames(repair);
+    return std::all_of(names.begin(), names.end(), [&](const std::string& name) {
+        return std::find(found.begin(), found.end(), name) != found.end();
+    });
+}
+
+SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
+                              const std::function<void(sqlite3*)>& prepare,
+                              const Definitions& made) {
+    using namespace salvage;
+    Repair repair{made};
+    ReadFile(repair, source);
     const std::vector<std::string> names = TableNames(repair);
     if (names.empty()) {
         throw StoreError(StoreError::Kind::NotADatabase, "file is not a database: " + source);
@@ -309,7 +467,8 @@ SalvageResult SalvageDatabase(const std::string& source, const std::string& targ
     CreateTables(repair, file);
     CreateIndexes(repair, file);
     FindRows(repair);
-    const bool needsWitness = !missing.empty() || AnyGaps(repair.Lost);
+    // Where every table of a CRF has its definition again, no unknown one can own a page.
+    const bool needsWitness = (!missing.empty() && made.empty()) || AnyGaps(repair.Lost);
     repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, needsWitness);
     ReportLostTables(repair);
     for (const auto& table : repair.Tables) ReportTable(repair, file, table);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -18,15 +19,25 @@ struct SalvageResult {
     std::vector<std::string> Losses;
 };
 
+/// CREATE statements of a table and its indexes, by the table's name: what stands in for
+/// definitions that the damaged file has lost.
+using Definitions = std::map<std::string, std::vector<std::string>>;
+
+/// True where a file that may be damaged holds these tables, as far as it still tells.
+bool HoldsTables(const std::string& path, const std::vector<std::string>& names);
+
 /// Reads the damaged file's pages directly and writes what can be read into a new database file
 /// at `target`, which must not exist. The source is not changed. `prepare` is called with the
 /// new file's connection before anything is written, to give it the text orders that indexes
-/// rely on.
+/// rely on. `made` gives the statements of tables whose own definition cannot be read.
+///
+/// A cell that its field cannot hold becomes Null and is named among the losses.
 ///
 /// StoreError NotADatabase when the file holds no table of a CRF, CannotOpen when it cannot be
 /// read or the target is there already, DiskFull and the like when the target cannot be written;
 /// no target is left then.
 SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
-                              const std::function<void(sqlite3*)>& prepare = {});
+                              const std::function<void(sqlite3*)>& prepare = {},
+                              const Definitions& made = {});
 
 }  // namespace zolmara

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "store/Catalog.h"
 #include "store/Dao.h"
 
 namespace zolmara::salvage {
@@ -134,6 +135,7 @@ bool BindValue(sqlite3_stmt* statement, int at, const Value& value) {
     const auto size = static_cast<sqlite3_uint64>(value.Bytes.size());
     switch (value.Kind) {
         case Value::Type::Null:
+        case Value::Type::Lost:
             sqlite3_bind_null(statement, at);
             return false;
         case Value::Type::Integer:
@@ -210,7 +212,8 @@ std::optional<TableShape> Target::Describe(const std::string& table) {
         if (key && ++keys == 1 && UpperCased(type) == "INTEGER") {
             shape.RowIdColumn = static_cast<int>(shape.Columns.size());
         }
-        shape.Columns.push_back({columns.Text(1), AcceptsOf(type)});
+        shape.Columns.push_back(
+            {columns.Text(1), AcceptsOf(type), FieldOfType(columns.Text(1), type)});
     }
     if (shape.Columns.empty() || RowIdName(shape).empty()) return std::nullopt;
     if (keys > 1) shape.RowIdColumn = -1;

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "core/Globals.h"
+
 namespace zolmara::salvage {
 namespace {
 
@@ -25,7 +27,7 @@ bool IsKeptAsReal(const Value& value) {
 }
 
 bool Takes(Accepts takes, const Value& value) {
-    if (value.Kind == Value::Type::Null) return true;
+    if (value.Kind == Value::Type::Null || value.Kind == Value::Type::Lost) return true;
     switch (takes) {
         case Accepts::WholeNumber:
             return value.Kind == Value::Type::Integer;
@@ -97,6 +99,7 @@ struct Leaf {
     std::vector<std::optional<Record>> Records;       // decoded, whatever they are
     std::vector<std::optional<std::int64_t>> RowIds;  // of those that fit in table and range
     std::size_t Strange = 0;                          // decoded, but fit not
+    std::size_t Doubtful = 0;                         // fit but for a cell
 };
 
 bool WidthIsKnown(const Walk& walk, const std::map<std::size_t, std::size_t>& onPage,
@@ -105,21 +108,35 @@ bool WidthIsKnown(const Walk& walk, const std::map<std::size_t, std::size_t>& on
            onPage.at(width) > 1;
 }
 
+// Where most rows of a page do not quite fit, the page is another table's.
+void DropDoubtful(const Walk& walk, Leaf& leaf) {
+    if (leaf.Doubtful * 2 <= std::max<std::size_t>(leaf.RowIds.size(), 2)) return;
+    for (std::size_t i = 0; i < leaf.RowIds.size(); ++i) {
+        if (leaf.RowIds[i] && !FitsShape(*leaf.Records[i], walk.Table.Shape))
+            leaf.RowIds[i].reset();
+    }
+    leaf.Strange += leaf.Doubtful;
+}
+
 Leaf ReadLeaf(Walk& walk, const TreePage& page, RowIdRange range) {
     Leaf leaf;
     std::map<std::size_t, std::size_t> widths;
     for (const auto& cell : page.Cells) {
-        leaf.Records.push_back(cell ? ReadRecord(walk.File, page.Number, *cell) : std::nullopt);
+        leaf.Records.push_back(cell ? ReadRow(walk.File, page.Number, *cell, walk.Table.Shape)
+                                    : std::nullopt);
         if (leaf.Records.back()) ++widths[leaf.Records.back()->size()];
     }
     for (std::size_t i = 0; i < page.Cells.size(); ++i) {
         const auto& record = leaf.Records[i];
-        const bool fits = record && range.Holds(page.Cells[i]->Key) &&
-                          FitsShape(*record, walk.Table.Shape) &&
-                          (page.Sound || WidthIsKnown(walk, widths, record->size()));
-        leaf.RowIds.push_back(fits ? std::optional(page.Cells[i]->Key) : std::nullopt);
-        if (record && !fits) ++leaf.Strange;
+        const bool inPlace = record && range.Holds(page.Cells[i]->Key) &&
+                             (page.Sound || WidthIsKnown(walk, widths, record->size()));
+        const bool fits = inPlace && FitsShape(*record, walk.Table.Shape);
+        const bool nearly = inPlace && !fits && NearlyFitsShape(*record, walk.Table.Shape);
+        leaf.RowIds.push_back(fits || nearly ? std::optional(page.Cells[i]->Key) : std::nullopt);
+        leaf.Doubtful += nearly;
+        if (record && !fits && !nearly) ++leaf.Strange;
     }
+    DropDoubtful(walk, leaf);
     return leaf;
 }
 
@@ -288,6 +305,45 @@ void WalkIndexPage(IndexWalk& walk, PageNo number, int depth) {
 
 }  // namespace
 
+namespace {
+
+bool HoldsText(const FieldDef& field, const Value& value) {
+    if (value.Kind != Value::Type::Text) return false;
+    std::string text = value.Bytes;
+    MendText(text);
+    return field.Type != FieldType::dbText ||
+           TextLength(text) <= static_cast<std::size_t>(field.Size);
+}
+
+}  // namespace
+
+bool CanHold(const Column& column, const Value& value) {
+    const FieldDef& field = column.Field;
+    constexpr double kLargestDouble = 1e308;
+    constexpr double kLargestCurrency = 9e14;
+    if (value.Kind == Value::Type::Lost) return false;
+    if (value.Kind == Value::Type::Null || column.Takes == Accepts::Anything) return true;
+    if (column.Takes == Accepts::WholeNumber && field.Type != FieldType::dbInteger)
+        return value.Kind == Value::Type::Integer;
+    switch (field.Type) {
+        case FieldType::dbDouble:
+            return value.IsNumber() && IsKeptAsReal(value) &&
+                   std::abs(value.Number()) <= kLargestDouble;
+        case FieldType::dbCurrency:
+            return value.IsNumber() && IsKeptAsReal(value) &&
+                   std::abs(value.Number()) <= kLargestCurrency;
+        case FieldType::dbInteger:
+            return value.Kind == Value::Type::Integer && value.Integer >= -32768 &&
+                   value.Integer <= 32767;
+        case FieldType::dbDate:
+            return value.Kind == Value::Type::Text && ParseStoreDate(value.Bytes).has_value();
+        case FieldType::dbText:
+        case FieldType::dbMemo:
+            return HoldsText(field, value);
+    }
+    return true;
+}
+
 bool FitsShape(const Record& record, const TableShape& table) {
     if (table.IsSchema) return LooksLikeSchemaRow(record);
     if (record.size() > table.Columns.size()) return false;
@@ -297,8 +353,36 @@ bool FitsShape(const Record& record, const TableShape& table) {
     return true;
 }
 
+std::optional<Record> ReadRow(const PageFile& file, PageNo page, const Cell& cell,
+                              const TableShape& table) {
+    auto record = ReadRecord(file, page, cell);
+    if (record || table.IsSchema || table.Columns.empty()) return record;
+    auto possible = ReadRecordsByOneBit(file, page, cell);
+    std::erase_if(possible, [&](const Record& other) {
+        return other.size() != table.Columns.size() || !FitsShape(other, table);
+    });
+    return CommonOf(possible);
+}
+
+bool NearlyFitsShape(const Record& record, const TableShape& table) {
+    if (table.IsSchema || record.size() > table.Columns.size()) return false;
+    // Of a short row every cell counts.
+    const std::size_t allowed = record.size() < 3 ? 0 : 1 + record.size() / 10;
+    std::size_t strange = 0;
+    for (std::size_t i = 0; i < record.size(); ++i) {
+        if (Takes(table.Columns[i].Takes, record[i])) continue;
+        // A text without sense is what is left of a page that was overwritten.
+        if (record[i].Kind == Value::Type::Text && !TextIsPlausible(record[i].Bytes)) return false;
+        ++strange;
+    }
+    return strange <= allowed;
+}
+
 RowPlace PlaceOf(const TableRows& table, PageNo page, const Cell& cell, const Record& record) {
-    const double line = table.Shape.HasLineNum ? record.front().Number() : 0;
+    double line = table.Shape.HasLineNum ? record.front().Number() : 0;
+    if (const auto key = table.Index.Keys.find(cell.Key);
+        table.Index.Column == 0 && key != table.Index.Keys.end() && !record.front().IsNumber())
+        line = key->second.Number();
     const bool confirmed = AskIndex(table.Index, cell.Key, record) != Witness::Contradicts;
     return {cell.Key, page, cell, line, confirmed, false};
 }
@@ -322,6 +406,8 @@ Witness AskIndex(const IndexFacts& index, std::int64_t rowId, const Record& reco
     }
     const auto found = index.Keys.find(rowId);
     if (found == index.Keys.end()) return index.Complete ? Witness::Contradicts : Witness::Silent;
+    if (record[static_cast<std::size_t>(index.Column)].Kind == Value::Type::Lost)
+        return Witness::Silent;
     return SameValue(found->second, record[static_cast<std::size_t>(index.Column)])
                ? Witness::Confirms
                : Witness::Contradicts;

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "store/Dao.h"
 #include "store/salvage/PageReader.h"
 #include "store/salvage/RecordReader.h"
 
@@ -23,6 +24,7 @@ enum class Accepts { Anything, WholeNumber, Number, Text };
 struct Column {
     std::string Name;
     Accepts Takes = Accepts::Anything;
+    FieldDef Field{};
 };
 
 /// A table as its definition has it.
@@ -37,6 +39,19 @@ struct TableShape {
 
 /// True where the table could hold the record.
 bool FitsShape(const Record& record, const TableShape& table);
+
+/// True where the column can hold the value; a column of a type that the store does not declare
+/// holds anything.
+bool CanHold(const Column& column, const Value& value);
+
+/// True where the table could hold the record but for a few cells, each of which another kind of
+/// value stands in.
+bool NearlyFitsShape(const Record& record, const TableShape& table);
+
+/// The record of a table's row. Where it cannot be read but for one bit of its header, what is
+/// sure of it, with Lost for the rest.
+std::optional<Record> ReadRow(const PageFile& file, PageNo page, const Cell& cell,
+                              const TableShape& table);
 
 /// Rowids above After, up to and with UpTo.
 struct RowIdRange {

@@ -1,11 +1,14 @@
 // Closing a Cost Report File: temporary tables go, the file is repaired and compacted.
 
+#include "store/session/CloseCrf.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
@@ -15,6 +18,7 @@
 #include "store/Files.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileGuard.h"
+#include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -45,40 +49,45 @@ void DropTemporaryTables() {
 }
 
 /// Each step of a close is tried, and the next one follows whatever came of it.
-void Try(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const std::exception&) {
+class Steps {
+public:
+    void Try(const std::function<void()>& step) {
+        try {
+            step();
+        } catch (const std::exception& error) {
+            Note(error.what());
+        }
     }
-}
+    void Note(const std::string& trouble) {
+        if (!trouble_) trouble_ = trouble;
+    }
+    const std::optional<std::string>& Trouble() const { return trouble_; }
 
-void ShowRepair(const std::string& text) {
-    TheDialogs().MsgBox(text, kExclamation, "Repair Report");
-}
+private:
+    std::optional<std::string> trouble_;
+};
 
 /// What a repair could not save is told: the user must know which cells to key again.
-void RepairCrf() {
+void RepairAndTell(Steps& steps) {
     try {
-        const RepairReport report = DBEngine::RepairDatabase(gCRFPath);
-        if (report.Losses.empty()) return;
-        std::string text =
-            gCRFPath + " was damaged and has been repaired.  These parts of it were lost:";
-        for (const std::string& loss : report.Losses) text += "\r" + loss;
-        ShowRepair(text);
+        ShowRepairReport(gCRFPath, RepairCrf(gCRFPath));
     } catch (const StoreError& error) {
+        steps.Note(error.what());
         const bool damaged = error.kind() == StoreError::Kind::Damaged ||
                              error.kind() == StoreError::Kind::NotADatabase;
         if (damaged)
-            ShowRepair(fmt::format("{} could not be repaired.\r{}", gCRFPath, error.what()));
+            TheDialogs().MsgBox(
+                fmt::format("{} could not be repaired.\r{}", gCRFPath, error.what()), kExclamation,
+                "Repair Report");
     }
 }
 
 /// The compact copy stands under the temporary name, and its pages go back from there into the
 /// CRF, which keeps its name all through: see store/WholeCrf.cpp. Whoever finds another close at
 /// work in the folder, or another program in the CRF, leaves the CRF as it is.
-void CompactCrf(const std::string& temporary) {
+void CompactCrf(const std::string& temporary, Steps& steps) {
     if (!FileExists(gCRFPath)) return;
-    Try([&] { CompactCrfThrough(gCRFPath, temporary); });
+    steps.Try([&] { CompactCrfThrough(gCRFPath, temporary); });
     if (FileExists(gCRFPath)) return;
     TheDialogs().MsgBox(
         fmt::format("PLEASE CALL VLQ NOW, UNABLE TO COMPACT CRF AND UNABLE TO RENAME VLQTemp BACK "
@@ -88,16 +97,16 @@ void CompactCrf(const std::string& temporary) {
     TheMachine().EndProgram();
 }
 
-void RepairAndCompact() {
+void RepairAndCompact(Steps& steps) {
     const std::string temporary = (std::filesystem::path(gCRFDir) / kCompactionFile).string();
-    Try([] { gDB.Close(); });
+    steps.Try([] { gDB.Close(); });
     // A CRF that itself has the temporary name is no leftover.
     const bool ownName = IsSameFile(gCRFPath, temporary) && gCRFTitle == kCompactionFile;
     if (!ownName) ClearCompaction(temporary);
-    RepairCrf();
+    RepairAndTell(steps);
     TheStatus().DoEvents();
     TheStatus().ShowCalcMsg(" Compacting " + gCRFPath);
-    if (!ownName) CompactCrf(temporary);
+    if (!ownName) CompactCrf(temporary, steps);
     for (const std::string& folder : {gCRFDir, FolderPathOf(BehindLinks(gCRFPath))})
         ClearScratch(folder);
 }
@@ -129,14 +138,18 @@ public:
 
 }  // namespace
 
-void mnuReportClose() {
+std::optional<std::string> CloseCrf() {
     const BlockedMain blocked;
-    if (CloseAllForms(false) != 0) return;
+    if (CloseAllForms(false) != 0) return std::nullopt;
+    Steps steps;
     TheStatus().ShowCalcMsg(" Repairing " + gCRFPath);
     // A damaged file may refuse it, and the repair is what that file needs.
-    Try(DropTemporaryTables);
-    if (!gCRFPath.empty()) RepairAndCompact();
+    Steps().Try(DropTemporaryTables);
+    if (!gCRFPath.empty()) RepairAndCompact(steps);
     ResetSession();
+    return steps.Trouble();
 }
+
+void mnuReportClose() { CloseCrf(); }
 
 }  // namespace zolmara

@@ -8,6 +8,7 @@
 #include "core/Windows.h"
 #include "store/Files.h"
 #include "store/WholeCrf.h"
+#include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -145,7 +146,7 @@ void mnuReportOpen() {
         TheWindows().RefreshMenus();
         TheStatus().SetPointer(Pointer::Normal);
     } else {
-        OpenCrf(*chosen);
+        OpenOrRepairCrf(*chosen);
     }
 }
 

@@ -3,10 +3,16 @@
 // Settings are UTF-8 in the file and in the program alike.
 #define SI_NO_CONVERSION
 #include <SimpleIni.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
+#include "core/Globals.h"
 #include "store/Dao.h"
 #include "store/Files.h"
 
@@ -19,13 +25,60 @@ std::string SectionName(const std::string& application, const std::string& secti
     return application + "/" + section;
 }
 
+/// The text of the file; nothing when it cannot be read, or is no file at all. Opening a pipe
+/// must not wait for somebody to write into it.
+std::optional<std::string> ReadSettingsFile(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0) return std::nullopt;
+    std::string content;
+    struct stat info {};
+    bool good = ::fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+    char part[4096];
+    for (ssize_t count = 1; good && count > 0;) {
+        count = ::read(file, part, sizeof part);
+        good = count >= 0;
+        if (count > 0) content.append(part, static_cast<std::size_t>(count));
+    }
+    ::close(file);
+    return good ? std::optional(content) : std::nullopt;
+}
+
+/// A section, a setting, a comment or nothing: what is written back as it was read.
+bool IsSettingsLine(std::string_view line) {
+    const auto text = Trim(line);
+    return text.empty() || text.front() == ';' || text.front() == '#' || text.front() == '[' ||
+           text.find('=') != std::string_view::npos;
+}
+
+/// True for a text that holds settings and nothing that would be lost by writing them anew.
+bool HoldsSettingsAlone(std::string_view content) {
+    if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3);
+    if (!IsValidUtf8(content) || content.find('\0') != std::string_view::npos) return false;
+    while (!content.empty()) {
+        const auto end = std::min(content.find_first_of("\r\n"), content.size());
+        if (!IsSettingsLine(content.substr(0, end))) return false;
+        content.remove_prefix(std::min(end + 1, content.size()));
+    }
+    return true;
+}
+
 /// The file as it is now, since another program may have written to it. False for one that is
-/// there and cannot be read.
+/// there and cannot be read as settings.
 bool Load(CSimpleIniA& ini, const std::string& path) {
     ini.SetUnicode();
-    if (!FileExists(path)) return true;
-    const std::optional<std::string> content = ReadWholeFile(path);
-    return content && ini.LoadData(*content) >= 0;
+    std::error_code error;
+    const auto kind = fs::status(path, error).type();
+    if (kind == fs::file_type::not_found) return true;
+    const auto content = ReadSettingsFile(path);
+    return content && HoldsSettingsAlone(*content) && ini.LoadData(*content) >= 0;
+}
+
+/// One line of the file holds the value and gives it back as it is.
+bool FitsOnALine(std::string_view value) {
+    const bool control = std::any_of(value.begin(), value.end(), [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    });
+    return !control && IsValidUtf8(value) && Trim(value) == value;
 }
 
 fs::path ConfigFolder() {
@@ -51,7 +104,7 @@ std::string Settings::Get(const std::string& application, const std::string& sec
 bool Settings::Save(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& value) const {
     CSimpleIniA ini;
-    if (!Load(ini, path_)) return false;
+    if (!FitsOnALine(value) || !Load(ini, path_)) return false;
     const std::string name = SectionName(application, section);
     // Every opening saves its folder; the same one again is not worth a write to the disk.
     if (const char* saved = ini.GetValue(name.c_str(), key.c_str()); saved && value == saved)

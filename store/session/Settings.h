@@ -19,8 +19,9 @@ public:
 
     std::string Get(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& fallback) const;
-    /// Writes the file at once, whole or not at all. False when it cannot be written: no work of
-    /// the user's hangs on a setting.
+    /// Writes the file at once, whole or not at all. False when it cannot be written, when there
+    /// is something under its name that is no settings file, or when the value would not stand on
+    /// one line of it: no work of the user's hangs on a setting.
     bool Save(const std::string& application, const std::string& section, const std::string& key,
               const std::string& value) const;
 

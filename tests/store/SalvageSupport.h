@@ -175,7 +175,8 @@ inline void FillWorksheet(Sqlite& db, const std::string& name, int columns, std:
 inline void AddOtherTables(Sqlite& db) {
     db.Run(
         "CREATE TABLE Worksheets (Item TEXT(20) COLLATE NOCASE CHECK(length(Item)<=20), "
-        "Calc_Lvl SMALLINT CHECK(Calc_Lvl BETWEEN -32768 AND 32767))");
+        "Calc_Lvl SMALLINT CHECK(Calc_Lvl BETWEEN -32768 AND 32767 AND "
+        "Calc_Lvl=CAST(Calc_Lvl AS INTEGER)))");
     db.Run("CREATE UNIQUE INDEX WorksheetsItem ON Worksheets (Item)");
     db.Run("CREATE TABLE Log (Stamp DATETIME, Type TEXT(1), Message LONGTEXT)");
     for (std::size_t i = 1; i <= 12; ++i) {

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -48,6 +50,49 @@ TEST_F(SettingsFile, SaysWhenItCannotBeWritten) {
     const Settings blocked(folder.File("file/settings.ini"));
     EXPECT_FALSE(blocked.Save("A", "B", "C", "D"));
     EXPECT_EQ(blocked.Get("A", "B", "C", "none"), "none");
+}
+
+TEST_F(SettingsFile, AFolderUnderItsNameHasNoSettings) {
+    std::filesystem::create_directories(settings.Path());
+    EXPECT_EQ(settings.Get("A", "B", "C", "none"), "none");
+    EXPECT_FALSE(settings.Save("A", "B", "C", "D"));
+    EXPECT_TRUE(std::filesystem::is_directory(settings.Path()));
+}
+
+TEST_F(SettingsFile, APipeUnderItsNameIsNotWaitedFor) {
+    std::filesystem::create_directories(folder.File("deep/in"));
+    ASSERT_EQ(mkfifo(settings.Path().c_str(), 0600), 0);
+    EXPECT_EQ(settings.Get("A", "B", "C", "none"), "none");
+    EXPECT_FALSE(settings.Save("A", "B", "C", "D"));
+    EXPECT_TRUE(std::filesystem::is_fifo(settings.Path()));
+}
+
+TEST_F(SettingsFile, AFileThatMayNotBeReadIsNotOverwritten) {
+    if (geteuid() == 0) GTEST_SKIP() << "the system lets root read every file";
+    settings.Save("A", "B", "C", "D");
+    chmod(settings.Path().c_str(), 0);
+    EXPECT_EQ(settings.Get("A", "B", "C", "none"), "none");
+    EXPECT_FALSE(settings.Save("A", "B", "C", "E"));
+}
+
+TEST_F(SettingsFile, ATextThatIsNoSettingsIsNotOverwritten) {
+    std::filesystem::create_directories(folder.File("deep/in"));
+    using namespace std::string_literals;
+    for (const auto& text :
+         {"\xFF\xFE[\0A\0]\0"s, "[A/B]\nC = D\xE9\n"s, "Dear Sir,\n"s, "[A/B]\nC = D\0\n"s}) {
+        WriteWholeFile(settings.Path(), text);
+        EXPECT_FALSE(settings.Save("A", "B", "C", "E"));
+        EXPECT_EQ(ReadWholeFile(settings.Path()), text);
+    }
+}
+
+TEST_F(SettingsFile, ALineBreakInAValueIsNoSettingOfItsOwn) {
+    const std::string folderName = "/reports\nDebug = True\n[Other/Part]\nKey = 1";
+    EXPECT_FALSE(settings.Save("Zolmara 287-22", "Startup", "CRFLoc", folderName));
+    EXPECT_FALSE(settings.Save("Zolmara 287-22", "Startup", "CRFLoc", "/reports\rDebug = True"));
+    EXPECT_EQ(settings.Get("Zolmara 287-22", "Startup", "Debug", "False"), "False");
+    EXPECT_EQ(settings.Get("Other", "Part", "Key", ""), "");
+    EXPECT_EQ(settings.Get("Zolmara 287-22", "Startup", "CRFLoc", "None"), "None");
 }
 
 TEST(SettingsPath, LiesInTheConfigurationFolder) {

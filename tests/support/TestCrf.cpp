@@ -6,6 +6,8 @@
 
 #include <stdexcept>
 
+#include "worksheets/CrfMaker.h"
+
 namespace zolmara::test {
 namespace {
 
@@ -38,6 +40,7 @@ NewCrfFields SampleFields() {
 }
 
 SessionTest::SessionTest() {
+    HandCrfMaker();
     DropCrf();
     gDebug = false;
     gLogType.clear();

@@ -31,6 +31,7 @@
 #include "ui/main/frmSplash.h"
 #include "ui/tools/ToolsMenu.h"
 #include "ui/worksheets/OpenWorksheet.h"
+#include "worksheets/CrfMaker.h"
 
 namespace zolmara::ui {
 namespace {
@@ -201,6 +202,7 @@ void frmMain::EndSecondCopy() {
 }
 
 bool frmMain::Load() {
+    HandCrfMaker();
     StartUp();
     HideStage();
     SetWelcomeVisible(false);

@@ -1,0 +1,194 @@
+#include "store/Repair.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+#include "core/Clock.h"
+#include "core/Globals.h"
+#include "store/Connection.h"
+#include "store/Files.h"
+#include "store/PlainSchema.h"
+#include "store/Sqlite.h"
+#include "store/files/FileDoor.h"
+#include "store/files/FileGuard.h"
+#include "store/files/OpenMark.h"
+#include "store/salvage/Salvage.h"
+
+namespace zolmara {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Tables that no CRF is without: a file that still tells of them was one.
+const std::vector<std::string> kOwnTables{"Master", "Worksheets"};
+
+/// What is wrong with the file's pages, tables and marks.
+struct Condition {
+    std::optional<std::string> Mark;
+    std::optional<SchemaObjection> Schema;
+    std::vector<std::string> Pages;
+};
+
+Condition Look(const std::string& path) {
+    Connection connection;
+    Connect(connection, path, SQLITE_OPEN_READWRITE);
+    Condition condition{
+        MarkObjection(connection.Handle, path), FindSchemaObjection(connection.Handle, path), {}};
+    // The check runs what the tables declare.
+    if (condition.Schema) return condition;
+    SqliteStatement check(connection.Handle, "PRAGMA integrity_check(100)");
+    while (check.Step(path))
+        if (check.Text(0) != "ok") condition.Pages.push_back(check.Text(0));
+    return condition;
+}
+
+/// A file of another make is none of ours to repair; one that is ours but for its mark is damaged.
+std::vector<std::string> Findings(const std::string& path) {
+    auto condition = Look(path);
+    if (condition.Schema && condition.Schema->Foreign)
+        Fail(StoreError::Kind::CannotOpen, path,
+             fmt::format("is not a Cost Report File.  It holds {}.", condition.Schema->What));
+    if (condition.Mark && !HoldsTables(path, kOwnTables))
+        Fail(StoreError::Kind::CannotOpen, path, "is not a Cost Report File");
+    auto findings = std::move(condition.Pages);
+    if (condition.Mark) findings.push_back(*condition.Mark);
+    if (condition.Schema) findings.push_back(condition.Schema->What);
+    return findings;
+}
+
+/// Nothing when the file is whole; one finding when it cannot even be walked.
+std::vector<std::string> FindDamage(const std::string& path, const RepairHelp& help) {
+    try {
+        auto findings = Findings(path);
+        if (!findings.empty() || !help.Inspect) return findings;
+        if (auto finding = help.Inspect(path); !finding.empty()) findings.push_back(finding);
+        return findings;
+    } catch (const StoreError& error) {
+        const auto kind = error.kind();
+        if (kind != StoreError::Kind::Damaged && kind != StoreError::Kind::NotADatabase) throw;
+        return {error.what()};
+    }
+}
+
+/// The statements that make a table as it stands in a file, and its indexes.
+std::vector<std::string> StatementsOf(sqlite3* handle, const std::string& table) {
+    SqliteStatement select(handle,
+                           "SELECT sql FROM sqlite_schema WHERE tbl_name=?1 AND sql IS NOT NULL "
+                           "ORDER BY type='index', rowid");
+    select.BindText(1, table);
+    std::vector<std::string> statements;
+    while (select.Step()) statements.push_back(select.Text(0));
+    return statements;
+}
+
+/// Adds the definitions of the tables that a file lacks. False when there are none to add.
+bool AddMissing(const std::string& path, const RepairHelp& help, Definitions& definitions) {
+    if (!help.MakeMissing) return false;
+    const auto names = help.MakeMissing(path);
+    Connection connection;
+    Connect(connection, path, SQLITE_OPEN_READONLY);
+    bool any = false;
+    for (const auto& name : names) {
+        auto statements = StatementsOf(connection.Handle, name);
+        any |= !statements.empty() && definitions.emplace(name, std::move(statements)).second;
+    }
+    return any;
+}
+
+struct Rescue {
+    SalvageResult Result;
+    Definitions Made;
+};
+
+/// A table that is made anew may take its fields from one that was lost with it, so the rescue is
+/// done again with each answer.
+Rescue RescueInto(const std::string& fresh, const std::string& path, const RepairHelp& help) {
+    constexpr int kMostRounds = 4;
+    Rescue rescue;
+    for (int round = 0; round < kMostRounds; ++round) {
+        DeleteFile(fresh);
+        rescue.Result = SalvageDatabase(path, fresh, RegisterSqlFunctions, rescue.Made);
+        if (!AddMissing(fresh, help, rescue.Made)) break;
+    }
+    return rescue;
+}
+
+/// "Sample.damaged-2026-11-21.CRF", with a number behind the date where that is taken.
+std::string NameForDamaged(const fs::path& path) {
+    const auto day = Format(Now(), "yyyy-mm-dd");
+    const auto named = [&](int number) {
+        const auto count = number > 1 ? fmt::format("-{}", number) : "";
+        const auto name = fmt::format("{}.damaged-{}{}{}", path.stem().string(), day, count,
+                                      path.extension().string());
+        return (path.parent_path() / name).string();
+    };
+    int number = 1;
+    while (FileExists(named(number))) ++number;
+    return named(number);
+}
+
+/// A second name costs nothing; where the folder has none, a copy.
+void KeepBeside(const std::string& path, const std::string& name) {
+    std::error_code error;
+    fs::create_hard_link(path, name, error);
+    if (error) CopyWholeFile(path, name);
+}
+
+std::vector<std::string> NamesOf(const Definitions& definitions) {
+    std::vector<std::string> names;
+    for (const auto& [name, statements] : definitions) names.push_back(name);
+    return names;
+}
+
+}  // namespace
+
+FileRepair RepairFile(const std::string& path, const RepairHelp& help) {
+    NeedRegularFile(path);
+    NeedWritable(path);
+    FileRepair repair;
+    if (FindDamage(path, help).empty()) return repair;
+    repair.WasDamaged = true;
+    // Nobody may come to the file between the rescue of its rows and the name of the new one.
+    const std::string file = BehindLinks(path);
+    const SoleClaim claim(file);
+    // Not REINDEX, even where only indexes are complained of: a page of rows that was overwritten
+    // by an empty one looks like that too, and the indexes are what still tells of the loss.
+    const ScratchFolder aside(file);
+    const std::string fresh = aside.File("repaired.CRF");
+    auto rescue = RescueInto(fresh, file, help);
+    repair.Losses = std::move(rescue.Result.Losses);
+    repair.RowsKept = rescue.Result.RowsKept;
+    if (help.Complete)
+        for (auto& sentence : help.Complete(fresh, NamesOf(rescue.Made)))
+            repair.Losses.push_back(std::move(sentence));
+    if (!repair.Losses.empty()) {
+        repair.KeptAs = NameForDamaged(file);
+        KeepBeside(file, repair.KeptAs);
+    }
+    // A journal of the damaged file must never be played back into the new one.
+    DeleteFile(file + "-journal");
+    PutFile(fresh, file, true);
+    return repair;
+}
+
+RepairReport DBEngine::RepairDatabase(const std::string& path) {
+    auto repair = RepairFile(path, {});
+    if (!repair.KeptAs.empty())
+        repair.Losses.push_back("The damaged file is kept as " + repair.KeptAs + ".");
+    return {repair.WasDamaged, std::move(repair.Losses), repair.RowsKept};
+}
+
+bool CanBeRepaired(const std::string& path) {
+    try {
+        NeedRegularFile(path);
+        return HoldsTables(path, {"Worksheets"}) || HoldsTables(path, {"Master"});
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
+}  // namespace zolmara
