@@ -66,7 +66,8 @@ TEST_F(Compact, TellsWhatWasLostAndWhereTheDamagedFileIs) {
     bytes.replace(name / 4096 * 4096, 4096, std::string(4096, '\xA5'));
     std::ofstream(crf, std::ios::binary | std::ios::trunc) << bytes;
     const auto result = Run({"compact", crf});
-    EXPECT_EQ(result.Status, 0) << result.Err;
+    // There is something to read.
+    EXPECT_EQ(result.Status, 2) << result.Err;
     const auto kept = KeptBeside(crf);
     ASSERT_FALSE(kept.empty()) << result.Err;
     EXPECT_EQ(ContentOf(kept), bytes);
