@@ -8,8 +8,8 @@
 namespace zolmara::salvage {
 namespace {
 
-/// A file with more broken pages than this has suffered worse than single bits.
-constexpr std::size_t kMostPages = 24;
+/// A file with more broken pages has suffered worse than single bits, and trying takes its time.
+constexpr std::size_t kMostPages = 3;
 constexpr std::size_t kFileHeaderSize = 100;
 constexpr std::size_t kPageHeaderSize = 12;
 constexpr std::size_t kPointerSize = 2;

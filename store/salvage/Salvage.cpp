@@ -261,7 +261,9 @@ bool CouldBeRoot(const Repair& repair, const TableRows& table, PageNo page) {
     WalkTable(repair.File, trial, claimed);
     const bool whole = trial.Index.Column < 0 || !trial.Index.Complete ||
                        trial.Rows.size() == trial.Index.Keys.size();
-    return whole && !trial.Rows.empty() && trial.Gaps.empty() &&
+    const bool exact =
+        trial.Widths.size() == 1 && trial.Widths.contains(trial.Shape.Columns.size());
+    return whole && exact && !trial.Rows.empty() && trial.Gaps.empty() &&
            std::all_of(trial.Rows.begin(), trial.Rows.end(),
                        [](const RowPlace& row) { return row.Confirmed; });
 }
@@ -281,6 +283,19 @@ std::vector<PageNo> FreeRoots(const Repair& repair) {
 
 bool DiffersByOneBit(PageNo a, PageNo b) { return std::popcount(a ^ b) == 1; }
 
+// Of two tables with one root, the one that has found no other keeps it.
+void GiveSharedRoots(std::vector<Homeless>& homeless) {
+    std::map<PageNo, std::vector<Homeless*>> left;
+    for (auto& table : homeless) {
+        if (table.Table->Shape.Root == 0) left[table.Told].push_back(&table);
+    }
+    for (auto& [page, tables] : left) {
+        const auto& fitting = tables.front()->Fitting;
+        const bool fits = std::find(fitting.begin(), fitting.end(), page) != fitting.end();
+        if (tables.size() == 1 && fits) tables.front()->Table->Shape.Root = page;
+    }
+}
+
 void FindRoots(Repair& repair, std::vector<Homeless>& homeless) {
     std::map<PageNo, int> wanted;
     for (const PageNo page : homeless.empty() ? std::vector<PageNo>{} : FreeRoots(repair)) {
@@ -290,17 +305,20 @@ void FindRoots(Repair& repair, std::vector<Homeless>& homeless) {
             ++wanted[page];
         }
     }
+    // A number with one bit changed still tells which page it was. Without a number only a table
+    // whose place in the list is gone may take a page that nobody else could have: the pages of a
+    // table that nobody knows are free, too.
     for (auto& table : homeless) {
         std::vector<PageNo> near;
         for (const PageNo page : table.Fitting) {
             if (DiffersByOneBit(page, table.Told)) near.push_back(page);
         }
-        const bool alone = table.Fitting.size() == 1 && wanted[table.Fitting.front()] == 1;
-        if (near.size() == 1)
-            table.Table->Shape.Root = near.front();
-        else if (alone)
-            table.Table->Shape.Root = table.Fitting.front();
+        const bool alone =
+            table.Told == 0 && table.Fitting.size() == 1 && wanted[table.Fitting.front()] == 1;
+        if (near.size() == 1) table.Table->Shape.Root = near.front();
+        if (alone) table.Table->Shape.Root = table.Fitting.front();
     }
+    GiveSharedRoots(homeless);
 }
 
 // A root that two tables share, or that is a page inside of a tree, is a damaged number.
