@@ -126,11 +126,8 @@ TEST_F(HostileFile, PlainForeignTablesAreNoHarm) {
     EXPECT_TRUE(DBEngine::OpenDatabase(path_).HasTable("tblOld"));
 }
 
-TEST(PlainSchema, KnowsEveryTableOfTheSystem) {
-    const TempFolder folder;
-    std::filesystem::copy_file(FilledFile(), folder.File("a.CRF"));
-    auto db = DBEngine::OpenDatabase(folder.File("a.CRF"));
-    EXPECT_GE(db.TableNames().size(), 52U);
+TEST_F(HostileFile, WithTheTablesOfTheSystemAloneIsNone) {
+    EXPECT_GE(DBEngine::OpenDatabase(path_).TableNames().size(), 52U);
 }
 
 TEST(PlainSchema, RefusesWhatIsMoreThanATable) {
