@@ -30,6 +30,9 @@ std::span<const Command* const> AllCommands() {
                                           &kLineDelete,
                                           &kRebuild,
                                           &kDiff,
+                                          &kBackupList,
+                                          &kBackupMake,
+                                          &kBackupRestore,
                                           &kPrint,
                                           &kEcr,
                                           &kHeader,
@@ -39,10 +42,11 @@ std::span<const Command* const> AllCommands() {
 }
 
 std::span<const CommandGroup> AllCommandGroups() {
-    static constexpr std::array<CommandGroup, 3> kGroups{{
+    static constexpr std::array<CommandGroup, 4> kGroups{{
         {"cc", "List, add, delete or rename cost centers"},
         {"component", "List, add, delete or rename the components of S-2"},
         {"line", "Add or delete lines of A6, A8, A81p1, A81p2, G1, S1p1 and S1p2"},
+        {"backup", "List, make or restore the backups of a Cost Report File"},
     }};
     return kGroups;
 }

@@ -21,6 +21,13 @@ inline constexpr Argument kFileArgument{"FILE", ArgumentKind::Required,
 inline constexpr Argument kItemArgument{"ITEM", ArgumentKind::Required,
                                         "A table of the CRF: A, A6, Bp1, CostCenters, ..."};
 
+/// Of the commands that make a backup ahead of what they do.
+inline constexpr Argument kNoBackup{"--no-backup", ArgumentKind::Flag,
+                                    "Without a backup of FILE ahead of it"};
+/// Backs FILE up, unless that was declined. StoreError when it cannot be done: then the command
+/// does nothing.
+void BackUpAhead(const Inputs& inputs);
+
 /// The path in full, so that its folder is known whatever the working folder is.
 std::string FullPath(const std::string& path);
 

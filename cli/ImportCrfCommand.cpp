@@ -25,6 +25,7 @@ constexpr std::array kArguments{
     Argument{"SOURCE", ArgumentKind::Required, "The Cost Report File to take worksheets from"},
     Argument{"ITEM", ArgumentKind::Several, "Worksheets: A, A6, Bp1, ..."},
     Argument{"--all", ArgumentKind::Flag, "Every worksheet that both files have, but S1p1"},
+    kNoBackup,
 };
 
 /// False, with each line that differs, where the lists are not the same.
@@ -71,7 +72,9 @@ ExitStatus ImportCrf(const Inputs& inputs) {
     const ImportSource source(FullPath(inputs.Text("SOURCE")));
     if (source.Result() == SourceResult::Unreadable) return kFileTrouble;
     if (source.Result() != SourceResult::Open || !CostCentersAgree()) return kRefusedOrMessages;
-    ImportWorksheets(Chosen(inputs));
+    const auto chosen = Chosen(inputs);
+    BackUpAhead(inputs);
+    ImportWorksheets(chosen);
     return PrintImportMessages(ImportMessages());
 }
 
@@ -90,7 +93,7 @@ const Command kImportCrf{
     "import-crf", "Take worksheets over from another Cost Report File",
     "Both files must have the same cost centers. Each worksheet is made anew and filled with\n"
     "the rows of SOURCE, which is only read. Messages are printed, one a line: severity, tab,\n"
-    "message. Nothing is recalculated.",
+    "message. Nothing is recalculated. A backup is made first.",
     kArguments, ImportCrf};
 
 }  // namespace zolmara::cli

@@ -8,11 +8,13 @@ namespace zolmara::cli {
 
 namespace {
 
-constexpr std::array kArguments{kFileArgument, Argument{"ITEM", ArgumentKind::Required,
-                                                        "The worksheet: A, A6, Bp1, F2p1, ..."}};
+constexpr std::array kArguments{
+    kFileArgument,
+    Argument{"ITEM", ArgumentKind::Required, "The worksheet: A, A6, Bp1, F2p1, ..."}, kNoBackup};
 
 ExitStatus Rebuild(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
+    BackUpAhead(inputs);
     return RebuildWorksheet(inputs.Text("ITEM")) ? kDone : kRefusedOrMessages;
 }
 
@@ -20,7 +22,7 @@ ExitStatus Rebuild(const Inputs& inputs) {
 
 const Command kRebuild{
     "rebuild", "Make a worksheet anew from nothing",
-    "All that was keyed on it is lost. Its rows and columns follow the present cost centers\n"
+    "All that was keyed on it is lost; a backup is made first. Its rows and columns follow the present cost centers\n"
     "and components.",
     kArguments, Rebuild};
 

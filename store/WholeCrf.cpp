@@ -187,6 +187,15 @@ void ClearCompaction(const std::string& through) {
     ::unlink(through.c_str());
 }
 
+void CopyContent(const std::string& source, const std::string& fresh) {
+    Connection from;
+    Connect(from, source, MayWrite(source) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
+    Connection to;
+    Connect(to, fresh, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    SqliteRun(to.Handle, kAside, source);
+    CopyPages(from.Handle, to.Handle, source);
+}
+
 void CopyCrf(const std::string& source, const std::string& target) {
     NeedRegularFile(source);
     const ProtectedFile guard(source, "the Cost Report File that is copied");
@@ -194,14 +203,7 @@ void CopyCrf(const std::string& source, const std::string& target) {
     const bool stood = Exists(BehindLinks(target));
     const ScratchFolder aside(BehindLinks(target));
     const std::string fresh = aside.File("copy.CRF");
-    {
-        Connection from;
-        Connect(from, source, MayWrite(source) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
-        Connection to;
-        Connect(to, fresh, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        SqliteRun(to.Handle, kAside, target);
-        CopyPages(from.Handle, to.Handle, target);
-    }
+    CopyContent(source, fresh);
     PutCrf(fresh, target, stood, source);
 }
 

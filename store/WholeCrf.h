@@ -19,6 +19,15 @@ void CompactCrfThrough(const std::string& path, const std::string& through);
 /// refuses; what stood there is as it was.
 void CopyCrf(const std::string& source, const std::string& target);
 
+/// Copies the content of a CRF, as its last commit left it, into the file `fresh`, which is not
+/// there yet and which nobody else knows. The source may be open. StoreError when that fails, and
+/// for a source that is no database.
+void CopyContent(const std::string& source, const std::string& fresh);
+
+/// Whether two CRFs hold the same to the last page. What SQLite counts in a file's head, such as
+/// its commits, is no content. StoreError when one cannot be read.
+bool HoldTheSame(const std::string& a, const std::string& b);
+
 /// Puts the whole, closed CRF `fresh`, which lies in a scratch folder beside the target, in the
 /// place of `target`: of a CRF, of any other file, or of none. With `mayReplace` false a file that
 /// stands there is an error. `like` names a file whose rights a new one takes; without it the

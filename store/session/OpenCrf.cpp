@@ -8,6 +8,7 @@
 #include "core/Windows.h"
 #include "store/Files.h"
 #include "store/WholeCrf.h"
+#include "store/session/Backups.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
@@ -126,6 +127,7 @@ bool OpenCrf(const std::string& path) {
         ShowNoCrf();
         throw;
     }
+    BackUpOpenedCrf();
     TheWindows().RefreshMenus();
     TheStatus().SetPointer(Pointer::Normal);
     return true;

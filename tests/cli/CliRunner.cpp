@@ -30,6 +30,7 @@ struct Pipe {
 [[noreturn]] void BeTheProgram(std::vector<std::string>& words, const std::string& config,
                                const CliSetting& setting, const Pipe& out, const Pipe& err) {
     setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+    setenv("XDG_DATA_HOME", (config + "/data").c_str(), 1);
     const int target = setting.OutputFile.empty()
                            ? out.Write()
                            : open(setting.OutputFile.c_str(), O_WRONLY | O_CREAT, 0600);
