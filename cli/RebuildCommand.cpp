@@ -9,8 +9,8 @@ namespace zolmara::cli {
 namespace {
 
 constexpr std::array kArguments{
-    kFileArgument,
-    Argument{"ITEM", ArgumentKind::Required, "The worksheet: A, A6, Bp1, F2p1, ..."}, kNoBackup};
+    kFileArgument, Argument{"ITEM", ArgumentKind::Required, "The worksheet: A, A6, Bp1, F2p1, ..."},
+    kNoBackup};
 
 ExitStatus Rebuild(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
@@ -22,8 +22,8 @@ ExitStatus Rebuild(const Inputs& inputs) {
 
 const Command kRebuild{
     "rebuild", "Make a worksheet anew from nothing",
-    "All that was keyed on it is lost; a backup is made first. Its rows and columns follow the present cost centers\n"
-    "and components.",
+    "All that was keyed on it is lost; a backup is made first. Its rows and columns follow the\n"
+    "present cost centers and components.",
     kArguments, Rebuild};
 
 }  // namespace zolmara::cli
