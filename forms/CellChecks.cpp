@@ -266,17 +266,6 @@ EntryMessage CheckRow_A6(const RowEntry& row) {
             "Error: Blank EXPLANATION Item", kCritical, true};
 }
 
-EntryMessage CheckKept_A6(const CellEntry& entry) {
-    const int column = ColumnNumber(entry);
-    if ((column != 5 && column != 8) || NumOr(entry.Value) == 0) return {};
-    const int line = column - 1;
-    if (NumOr(RowCell(entry, fmt::format("Col_{}", line))) != 0) return {};
-    CellEntry missing = entry;
-    missing.Field = fmt::format("Col_{}", line);
-    RefuseWithWords(missing, kA6Words, "");
-    return missing.Message();
-}
-
 EntryMessage CheckRow_A81p2(const RowEntry& row) {
     if (!IsSymbol(UCase(Text(RowCell(row, "Col_1")))))
         return {std::string(kSymbolText), std::string(kSymbolTitle), kCritical};

@@ -70,9 +70,6 @@ void Check_RegionState(CellEntry& entry, const CheckArgument& argument);
 
 // --- Of the row as it will be, once its cells have passed
 EntryMessage CheckRow_A6(const RowEntry& row);
-/// Of a single entry: an amount without its cost center line, which names take out again, is not
-/// taken.
-EntryMessage CheckKept_A6(const CellEntry& entry);
 EntryMessage CheckRow_A81p2(const RowEntry& row);
 
 /// The text of the entry, trimmed of blanks.

@@ -154,8 +154,7 @@ bool EnterCell(CellEntry& entry) {
     Tell(entry.Message());
     if (entry.Refused) return false;
     const RowEntry row = RowOf(entry);
-    EntryMessage refusal = CheckRow(row);
-    if (refusal.Text.empty() && SameText(entry.Item, "A6")) refusal = CheckKept_A6(entry);
+    const EntryMessage refusal = CheckRow(row);
     Tell(refusal);
     entry.Refused = !refusal.Text.empty();
     if (!entry.Refused) StoreRow(row);

@@ -72,12 +72,42 @@ protected:
     }
 };
 
-TEST_F(FormLocks, TheEditorAndTheCommandAgreeOnEveryCellOfEveryWorksheet) {
+/// Further lines at the edges of what a worksheet takes.
+class FormEdges : public FormLocks {
+protected:
+    FormEdges() {
+        RunBatch(gDB, [] {
+            for (const double line : {1.01, 8.01}) AddCostCenter(Currency(line));
+            for (int part : {1, 2, 3})
+                for (const double line : {50.0, 50.01}) AddS2Line(Currency(line), part);
+            Insert("A6", "LineNum", {99.0, 99.01});
+            Insert("A8", "LineNum", {12.01, 17.01, 99.0, 99.99});
+            Insert("A81p1", "SeqNum", {99.0, 99.5});
+            Insert("A81p2", "SeqNum", {50.0, 50.01});
+            Insert("G1", "LineNum", {14.01, 20.99});
+            Insert("S1p1", "LineNum", {1.01});
+            Insert("S1p2", "LineNum", {99.0, 998.0});
+            test::SetCell("A81p2", 1, "Col_1", "G");
+            test::SetCell("S1p1", 3, "Col_1", "5");
+            test::SetCell("S1p1", 4, "Col_3", "No");
+        });
+    }
+    static void Insert(const std::string& table, const std::string& key,
+                       std::initializer_list<double> lines) {
+        for (const double line : lines)
+            gDB.Execute("INSERT INTO " + table + " (" + key + ") VALUES (?);", {Currency(line)});
+    }
+};
+
+TEST_F(FormEdges, TheEditorAndTheCommandAgreeOnEveryCellOfEveryWorksheet) {
     int open = 0;
+    int editors = 0;
     for (const FormEntry& entry : AllForms()) {
         if (entry.Mode == FormMode::View) continue;
         const WorksheetForm form = Edit(entry.Item);
         const std::set<std::string> cells = OpenCells(form);
+        EXPECT_FALSE(cells.empty()) << entry.Item;
+        ++editors;
         open += static_cast<int>(cells.size());
         for (const Currency line : Lines(form.Table))
             for (const FieldDef& field : gDB.Table(form.Table).Fields) {
@@ -86,7 +116,25 @@ TEST_F(FormLocks, TheEditorAndTheCommandAgreeOnEveryCellOfEveryWorksheet) {
                     << form.Table << " " << cell;
             }
     }
+    EXPECT_EQ(editors, 32);
     EXPECT_GT(open, 500);
+}
+
+TEST_F(FormEdges, TheLabelOfATotalStays) {
+    for (const int line : {15, 21, 22})
+        EXPECT_FALSE(IsCellOpen("G1", Currency(line), "Col_1")) << line;
+    EXPECT_TRUE(IsCellOpen("G1", Currency(14), "Col_1"));
+}
+
+TEST_F(FormEdges, AMailLineTakesItsAddressAlone) {
+    for (const char* field : {"Col_1", "Col_2", "Col_3", "Col_4", "Col_5"})
+        EXPECT_FALSE(IsCellOpen("S1p1", Currency(5.01), field)) << field;
+    EXPECT_TRUE(IsCellOpen("S1p1", Currency(5.01), "Col_6"));
+}
+
+TEST_F(FormEdges, EveryOfficerThatCanBeAddedCanBeKeyed) {
+    for (const int line : {6, 99, 998})
+        EXPECT_TRUE(IsCellOpen("S1p2", Currency(line), "Col_2")) << line;
 }
 
 TEST_F(FormLocks, WhatHasNoEditorTakesNothing) {
@@ -97,6 +145,7 @@ TEST_F(FormLocks, WhatHasNoEditorTakesNothing) {
             for (const FieldDef& field : gDB.Table(entry.Item).Fields)
                 EXPECT_FALSE(SetTakes(entry.Item, line, field.Name)) << entry.Item;
     }
+    for (const char* table : {"Master", "Worksheets", "Log"}) EXPECT_FALSE(HasEditor(table));
 }
 
 TEST_F(FormLocks, LinesOfAThatAreSummedOrProtectedCannotBeReached) {

@@ -33,19 +33,19 @@ TEST_F(EntryCalculationTest, OffARowLeavesTheOthersAsTheyAre) {
     auto* a = Sheet("edit", "A");
     const std::string total = Stored("A", 100, "Col_1");
     Enter(a, 12, "Col_1", "1");
-    Wait(50);
+    EXPECT_FALSE(EntryCalculation::IsDue());
     EXPECT_EQ(Stored("A", 100, "Col_1"), total);
 }
 
 TEST_F(EntryCalculationTest, EachSavedRowCalculatesAndOpenViewsFollow) {
     Switch()->trigger();
-    Wait(300);
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
     auto* view = Sheet("view", "A");
     auto* a = Sheet("edit", "A");
     const double former = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 12;"));
     const double total = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 100;"));
     Enter(a, 12, "Col_1", NumberText(former + 1000));
-    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
     EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total + 1000));
     EXPECT_EQ(Shown(view, 100, "Col_1"), FormatNumber(total + 1000, "#,##0"));
     EXPECT_TRUE(Boxes.empty());
@@ -55,7 +55,7 @@ TEST_F(EntryCalculationTest, EachSavedRowCalculatesAndOpenViewsFollow) {
 
 TEST_F(EntryCalculationTest, TheRunKeepsCellSelectionScrollAndOpenEditor) {
     Switch()->trigger();
-    Wait(300);
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
     auto* a = Sheet("edit", "A");
     a->resize(a->width(), 300);
     Enter(a, 12, "Col_1", "5");
@@ -63,7 +63,7 @@ TEST_F(EntryCalculationTest, TheRunKeepsCellSelectionScrollAndOpenEditor) {
     Type("12");
     const int top = a->Grid().rowAt(0);
     EntryCalculation::RowSaved();
-    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
     Type("34");
     auto* editor = qobject_cast<QLineEdit*>(a->Grid().Editor());
     ASSERT_NE(editor, nullptr);
@@ -76,7 +76,7 @@ TEST_F(EntryCalculationTest, BoxesOfTheRunAreCountedInstead) {
     gDB.Execute("UPDATE A8 SET Col_5 = 77, Col_3 = 5 WHERE LineNum = 2;");
     Switch()->trigger();
     auto* a8 = Sheet("edit", "A8");
-    for (int i = 0; i < 100 && EntryCalculation::IsDue(); ++i) Wait(50);
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
     EXPECT_TRUE(Boxes.empty());
     EXPECT_NE(Status(a8).find("message"), std::string::npos);
 }
@@ -103,8 +103,7 @@ TEST_F(EditInfo, CancelLeavesEveryWindowOpen) {
     At(s1, 2, "Col_2");
     Press(Qt::Key_F2);
     Click("frmCRFEditInfo", "cmdCancel");
-    Wait(20);
-    EXPECT_EQ(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_TRUE(WaitFor([] { return !FindForm("frmCRFEditInfo"); }));
     EXPECT_NE(FindOpenForm("edit", "S1p1"), nullptr);
     EXPECT_NE(FindOpenForm("view", "A"), nullptr);
 }
@@ -118,7 +117,7 @@ TEST_F(EditInfo, ASavedIdentityStartsAnewWithTheMainWindowAndTheSplash) {
     Press(Qt::Key_F2);
     Key("frmCRFEditInfo", "txtFacilityName", "Southfield");
     Click("frmCRFEditInfo", "cmdSave");
-    for (int i = 0; i < 40 && !WorksheetWindows().empty(); ++i) Wait(50);
+    ASSERT_TRUE(WaitFor([] { return FindForm("frmSplash") && WorksheetWindows().empty(); }));
     EXPECT_EQ(BoxTexts(), std::vector<std::string>());
     EXPECT_EQ(FindForm("frmCRFEditInfo"), nullptr);
     EXPECT_EQ(gProviderName, "Southfield");
@@ -158,7 +157,7 @@ TEST_F(EditInfo, SaveAsGoesOnWithTheCopy) {
     Key("frmCRFEditInfo", "txtFacilityName", "Copy");
     Files.emplace_back(folder.File("Copy.CRF"));
     Click("frmCRFEditInfo", "cmdSaveAs");
-    Wait(20);
+    ASSERT_TRUE(WaitFor([] { return FindForm("frmSplash") && WorksheetWindows().empty(); }));
     EXPECT_EQ(gCRFPath, folder.File("Copy.CRF"));
     EXPECT_EQ(gProviderName, "Copy");
     Database old = DBEngine::OpenDatabase(before);

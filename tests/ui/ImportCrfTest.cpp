@@ -115,9 +115,8 @@ TEST_F(ImportWindows, OtherCostCentersCloseTheWayOn) {
               "Cost Centers must match exactly to allow CRF importing.");
     EXPECT_FALSE(Step("frmImportCCMis")->findChild<QPushButton*>("mnuNext")->isEnabled());
     Press("frmImportCCMis", "cmdClose");
-    Wait(50);
+    EXPECT_TRUE(WaitFor([] { return !FindForm("frmImportMDI"); }));
     EXPECT_TRUE(Boxes.empty());
-    EXPECT_EQ(FindForm("frmImportMDI"), nullptr);
     EXPECT_FALSE(gImportDB.IsOpen());
 }
 
@@ -146,8 +145,7 @@ TEST_F(ImportWindows, ClosingAsksWhetherOneIsFinished) {
     EXPECT_EQ(Boxes[0].Style & 15, kYesNo);
     EXPECT_TRUE(gImportDB.IsOpen());
     Press("frmImportWkshts", "cmdClose");
-    Wait(50);
-    EXPECT_EQ(FindForm("frmImportMDI"), nullptr);
+    EXPECT_TRUE(WaitFor([] { return !FindForm("frmImportMDI"); }));
     EXPECT_FALSE(gImportDB.IsOpen());
     EXPECT_TRUE(CrfIsOpen());
 }

@@ -31,11 +31,15 @@ protected:
         Activate(main.get());
         QTest::keyClick(main.get(), letter, Qt::AltModifier);
         for (const char* caption : captions) {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QMenu* menu = nullptr;
+            WaitFor([&] {
+                menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                return menu != nullptr;
+            });
             ASSERT_NE(menu, nullptr) << caption;
             Pick(menu, caption);
         }
-        Wait(20);
+        EXPECT_TRUE(WaitFor([] { return QApplication::activePopupWidget() == nullptr; }));
     }
     static void Field(const char* text) {
         QTest::keyClick(Focused(), Qt::Key_A, Qt::ControlModifier);
@@ -49,10 +53,20 @@ protected:
             Press(Qt::Key_Tab);
         }
     }
+    int SubmissionFiles() const {
+        int files = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+            const std::string name = entry.path().filename().string();
+            files += name.starts_with("HO149012.23A") || name.starts_with("PI149012.23A") ? 1 : 0;
+        }
+        return files;
+    }
     static void CloseSheet() {
         const QPointer<QWidget> window = QApplication::activeWindow();
+        ASSERT_TRUE(window);
+        const std::string caption = S(window->windowTitle());
         Press(Qt::Key_W, Qt::ControlModifier);
-        EXPECT_TRUE(!window || !window->isVisible());
+        EXPECT_TRUE(WaitFor([&] { return !window || !window->isVisible(); })) << caption;
     }
 };
 
@@ -63,29 +77,28 @@ TEST_F(KeyboardRoad, FromNewToTheSubmissionFiles) {
     Activate(Form("frmCreateNewCRF"));
     for (const char* text : {"149012", "1/1/2023", "12/31/2023", "Small Home Office"}) Field(text);
     Press(Qt::Key_Return);
-    Wait(50);
-    ASSERT_TRUE(CrfIsOpen());
+    ASSERT_TRUE(WaitFor([] { return CrfIsOpen() && !FindForm("frmCreateNewCRF"); }));
     EXPECT_EQ(gProviderName, "Small Home Office");
 
     ByMenu(Qt::Key_E, {"Open ...", "A ...", "A"});
-    Activate(FindOpenForm("edit", "A"));
-    auto* a = dynamic_cast<frmWorksheet*>(FindOpenForm("edit", "A"));
+    auto* a = Opened("edit", "A");
+    ASSERT_NE(a, nullptr);
     for (int i = 0; i < 20 && Current(a) != "8 Col_1"; ++i) Press(Qt::Key_Down);
     Cells({"1000"});
     CloseSheet();
     EXPECT_EQ(Stored("A", 8, "Col_1"), "1000");
 
     ByMenu(Qt::Key_E, {"Open ...", "A ...", "A-7 ....", "A-7 Part I"});
-    Activate(FindOpenForm("edit", "A7p1"));
+    ASSERT_NE(Opened("edit", "A7p1"), nullptr);
     Cells({"5000"});
     CloseSheet();
     EXPECT_EQ(Stored("A7p1", 1, "Col_1"), "5000");
 
     ByMenu(Qt::Key_E, {"Open ...", "S ...", "S-1  Part-1 (S1p1)"});
-    Activate(FindOpenForm("edit", "S1p1"));
+    auto* s1 = Opened("edit", "S1p1");
+    ASSERT_NE(s1, nullptr);
     Cells({"1 Main Street", "", "", "Evanston", "IL", "60201"});
     // Line 2 is the identity; its date of operations can be keyed.
-    auto* s1 = dynamic_cast<frmWorksheet*>(FindOpenForm("edit", "S1p1"));
     for (const auto& [cell, text] : {std::pair{"2 Col_3", "7/1/1987"},
                                      {"3 Col_1", "1"},
                                      {"4 Col_1", "n"},
@@ -105,7 +118,7 @@ TEST_F(KeyboardRoad, FromNewToTheSubmissionFiles) {
 
     Activate(main.get());
     QTest::keyClick(main.get(), Qt::Key_F9);
-    Wait(50);
+    ASSERT_TRUE(WaitFor([this] { return FindForm("frmViewError") && !main->InLongStep(); }));
     std::string findings;
     Recordset rows = gDB.OpenRecordset("SELECT * FROM Error;", dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext())
@@ -114,15 +127,10 @@ TEST_F(KeyboardRoad, FromNewToTheSubmissionFiles) {
     ASSERT_TRUE(Enabled("mnuReportSubmit"));
     Activate(Form("frmViewError"));
     Press(Qt::Key_Escape);
+    ASSERT_TRUE(WaitFor([] { return !FindForm("frmViewError"); }));
     Files.emplace_back(folder.File("HO149012.23A1"));
     ByMenu(Qt::Key_R, {"Build an ECR file ...", "Sign Manually"});
-    Wait(50);
-    int files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
-        const std::string name = entry.path().filename().string();
-        files += name.starts_with("HO149012.23A") || name.starts_with("PI149012.23A") ? 1 : 0;
-    }
-    EXPECT_EQ(files, 2);
+    EXPECT_TRUE(WaitFor([this] { return SubmissionFiles() == 2; }));
 }
 
 }  // namespace

@@ -183,12 +183,10 @@ TEST_F(SheetKeys, WidthsSizeAndPlaceAreRemembered) {
 TEST_F(SheetKeys, LineAndNameStayInSightWhileAmountsScroll) {
     auto* bp1 = Sheet("view", "Bp1");
     bp1->resize(420, 300);
-    Wait(20);
     ASSERT_GT(bp1->Form().FrozenColumns, 0);
     Press(Qt::Key_End);
-    Wait(20);
     const GridPart* frozen = bp1->Grid().Frozen();
-    EXPECT_TRUE(frozen->isVisible());
+    EXPECT_TRUE(WaitFor([&] { return frozen->isVisible(); }));
     EXPECT_FALSE(frozen->isColumnHidden(0));
     const QRect cell = bp1->Grid().visualRect(bp1->Grid().currentIndex());
     EXPECT_GE(cell.left(), frozen->width() - 1);

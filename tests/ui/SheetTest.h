@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <string>
 
 #include "UiTest.h"
@@ -29,8 +30,16 @@ protected:
         return window;
     }
     static void Activate(QWidget* window) {
+        ASSERT_NE(window, nullptr);
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window, 2000));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window, 120'000)) << S(window->objectName());
+    }
+    /// Waits until a worksheet's window has opened, and turns to it.
+    static frmWorksheet* Opened(const std::string& mode, const std::string& item) {
+        EXPECT_TRUE(WaitFor([&] { return FindOpenForm(mode, item) != nullptr; })) << item;
+        auto* const window = dynamic_cast<frmWorksheet*>(FindOpenForm(mode, item));
+        if (window) Activate(window);
+        return window;
     }
     /// Makes a cell current.
     static void At(frmWorksheet* window, double line, const std::string& field) {
@@ -75,7 +84,8 @@ protected:
                                {Currency(line)}));
     }
     static std::string Status(frmWorksheet* window) {
-        Wait(60);
+        const auto* const due = window->findChild<QTimer*>("tmrStatus");
+        EXPECT_TRUE(WaitFor([&] { return !due->isActive(); }));
         return S(window->findChild<QLabel*>("lblStatus")->text());
     }
     static QPushButton* Button(frmWorksheet* window, const std::string& name) {

@@ -162,7 +162,6 @@ TEST_F(SheetWindow, ATableThatChangesShapeUnderAWindow) {
     gDB.DeleteTable("B1p1");
     host->RefreshOpenForms("");
     view->Grid().viewport()->repaint();
-    Wait(50);
     EXPECT_TRUE(view->isVisible());
     view->close();
 }
@@ -215,11 +214,10 @@ TEST_F(SheetWindow, ARefusedRowStaysKeyedUnderTheCursorAndHoldsTheWindow) {
     const double line = a6->Model().Line(a6->Grid().currentIndex().row()).ToDouble();
     Enter(a6, line, "Col_2", "Z");
     Press(Qt::Key_Up);
-    Wait(10);
     ASSERT_EQ(Boxes.size(), 1U);
     EXPECT_EQ(Boxes[0].Title, "Error: Blank EXPLANATION Item");
     EXPECT_GE(a6->Model().KeyedRow(), 0);
-    EXPECT_EQ(a6->Grid().currentIndex().row(), a6->Model().KeyedRow());
+    EXPECT_TRUE(WaitFor([&] { return a6->Grid().currentIndex().row() == a6->Model().KeyedRow(); }));
     EXPECT_FALSE(a6->close());
     EXPECT_TRUE(a6->isVisible());
     EXPECT_EQ(Boxes.size(), 2U);
@@ -270,7 +268,6 @@ TEST_F(SheetWindow, AFileThatAnotherProgramHoldsSaysSoAndTheRowStaysKeyed) {
     RunBatch(other, [&] {
         other.Execute("UPDATE Sp1 SET Col_1 = '7' WHERE LineNum = 2;");
         Press(Qt::Key_Return);
-        Wait(10);
         EXPECT_GE(Boxes.size(), 1U);
         EXPECT_GE(a->Model().KeyedRow(), 0);
         EXPECT_EQ(Shown(a, 1, "Col_1"), "99");
@@ -376,7 +373,7 @@ TEST_F(SheetWindow, AListIsOpenedByKeyAndItsEntryIsKeyed) {
 TEST_F(SheetWindow, AListIsOpenedByAClickOnItsButton) {
     auto* s2 = Sheet("edit", "S2p1");
     At(s2, 1, "Col_8");
-    Wait(20);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(s2, 120'000));
     const QRect cell = s2->Grid().visualRect(s2->Grid().currentIndex());
     QTest::mouseClick(s2->Grid().viewport(), Qt::LeftButton, {},
                       QPoint(cell.right() - 6, cell.center().y()));

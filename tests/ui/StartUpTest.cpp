@@ -132,10 +132,10 @@ TEST_F(HelpText, ItBeginsFourteenLinesDownAndScrollsUp) {
     EXPECT_TRUE(rest.startsWith("Use the menus at the top of the form to manipulate Zolmara.  "));
     qsizetype most = 0;
     Begin();
-    for (int i = 0; i < 200 && Timer()->isActive(); ++i) {
-        most = std::max(most, Text().count('\n'));
-        Wait(1);
-    }
+    QObject ticks;
+    QObject::connect(Timer(), &QTimer::timeout, &ticks,
+                     [&] { most = std::max(most, Text().count('\n')); });
+    EXPECT_TRUE(WaitFor([&] { return !Timer()->isActive(); }));
     EXPECT_EQ(most, 14);
     EXPECT_FALSE(Timer()->isActive());
     EXPECT_EQ(Text(), rest);
@@ -145,9 +145,9 @@ TEST_F(HelpText, ItBeginsFourteenLinesDownAndScrollsUp) {
 TEST_F(HelpText, ACloseWhileItScrollsStripsTheReturnsOnTheNextTick) {
     const QString rest = Text();
     Begin();
-    while (Text() == rest) Wait(1);
+    ASSERT_TRUE(WaitFor([&] { return Text() != rest; }));
     main->ShowWelcome();
-    for (int i = 0; i < 50 && Timer()->isActive(); ++i) Wait(1);
+    EXPECT_TRUE(WaitFor([&] { return !Timer()->isActive(); }));
     EXPECT_EQ(Text(), rest);
     EXPECT_FALSE(Timer()->isActive());
     EXPECT_FALSE(Visible("lblHelp"));

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QTimer>
@@ -20,6 +21,17 @@ void Wait(int milliseconds) {
     QEventLoop events;
     QTimer::singleShot(milliseconds, &events, &QEventLoop::quit);
     events.exec();
+}
+
+bool WaitFor(const std::function<bool()>& isSo) {
+    constexpr int kLimit = 120'000;
+    QElapsedTimer clock;
+    clock.start();
+    while (!isSo()) {
+        if (clock.hasExpired(kLimit)) return false;
+        Wait(1);
+    }
+    return true;
 }
 
 UiTest::UiTest() {

@@ -26,6 +26,9 @@ namespace zolmara::ui {
 
 /// Lets the windows work for so long.
 void Wait(int milliseconds);
+/// Lets the windows work until something is so. False when it never comes to be; the limit is far
+/// above what the slowest machine needs.
+bool WaitFor(const std::function<bool()>& isSo);
 
 /// A running program: the host, and the main window once Start has run.
 class UiTest : public ::testing::Test {

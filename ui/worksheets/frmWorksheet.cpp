@@ -49,6 +49,7 @@ frmWorksheet::frmWorksheet() : model_(this) {
     column->addWidget(find_);
     column->addWidget(lblStatus_);
     tmrStatus_ = new QTimer(this);
+    tmrStatus_->setObjectName("tmrStatus");
     tmrStatus_->setSingleShot(true);
     tmrStatus_->setInterval(kStatusDelay);
     tmrStatus_->callOnTimeout([this] { ShowStatus(); });
