@@ -33,7 +33,9 @@ struct Comparison {
 /// now; none where its check compares no two figures. `code` and `message` are the finding's.
 std::optional<Comparison> ComparisonOf(std::string_view code, std::string_view message);
 
-/// "A, line 99, column 8 less A, line 8, column 8"
+/// True where a side is the sum of cells of one column: the entries of a code.
+bool IsRun(const ComparedSide& side);
+/// "A, line 99, column 8 less A, line 8, column 8"; of a run "A-6, lines 1 to 14, column 5".
 std::string SideText(const ComparedSide& side);
 
 }  // namespace zolmara

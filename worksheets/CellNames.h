@@ -10,9 +10,6 @@
 
 namespace zolmara {
 
-/// "B1p2" is "B-1 Part II", "A81p1" is "A-8-1 Part I".
-std::string FormName(std::string_view item);
-
 /// "Col_5" is "5", "CC_401" is "4.01"; any other field is its own name.
 std::string ColumnNumber(std::string_view field);
 

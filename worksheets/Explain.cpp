@@ -11,6 +11,7 @@
 #include "worksheets/CellNames.h"
 #include "worksheets/Descriptions.h"
 #include "worksheets/Schedules.h"
+#include "worksheets/SheetNames.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -36,13 +37,13 @@ std::optional<CellKind> KindOf(const CellRef& cell) {
 
 std::string KeyedRule(const CellRef& cell) {
     if (IsKeyedTable(cell.Item)) return "Keyed in the cost centers, or imported.";
-    return fmt::format("Keyed in the editor of worksheet {}, or imported.", FormName(cell.Item));
+    return fmt::format("Keyed in the editor of worksheet {}, or imported.", PrintedName(cell.Item));
 }
 
 std::string FixedRule(const CellRef& cell) {
     if (FindSchedule(cell.Item) != nullptr && cell.Line < kPartTotal && cell.Item != "E") {
         return fmt::format("It comes with the component, from S-2 Part {}.",
-                           FormName(cell.Item).substr(FormName(cell.Item).find("Part ") + 5));
+                           PrintedName(cell.Item).substr(PrintedName(cell.Item).find("Part ") + 5));
     }
     if (cell.Item == "A" || cell.Item == "A7p2") {
         return "It comes with the line; a cost center's name is changed in the cost centers.";
@@ -107,13 +108,18 @@ const std::string& Explainer::TitleOf(const CellRef& cell) {
     return titles->second[cell.Field];
 }
 
-Explanation Explainer::Explain(const CellRef& cell) {
+Explanation Explainer::Glance(const CellRef& cell) {
     Explanation told{.Cell = cell,
                      .Name = CellName(cell),
                      .Title = TitleOf(cell),
                      .Value = cells_.Value(cell),
                      .Kind = StateOf(cell)};
     told.Rule = RuleOf(cell, told.Kind);
+    return told;
+}
+
+Explanation Explainer::Explain(const CellRef& cell) {
+    Explanation told = Glance(cell);
     if (told.Kind != CellState::Computed) return told;
     const Node& formula = FindDescription(cell)->Formula;
     told.Formula = FormulaInFigures(formula, cell, walker_);

@@ -56,6 +56,8 @@ public:
     explicit Explainer(CellSource& cells);
 
     Explanation Explain(const CellRef& cell);
+    /// The same without formula and inputs, which cost the most: for a row of a list.
+    Explanation Glance(const CellRef& cell);
 
     /// The computed cells whose formula reads the cell, in the order of worksheets, lines and
     /// columns. One that closes a column names what it must sum to only where it takes the

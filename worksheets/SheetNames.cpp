@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Characters.h"
+
 namespace zolmara {
 
 std::string_view RomanNumeral(int part) {
@@ -11,6 +13,8 @@ std::string_view RomanNumeral(int part) {
 }
 
 std::string PrintedName(std::string_view item) {
+    const bool isSheet = item.size() < 2 || item[1] == 'p' || IsDigit(item[1]);
+    if (item.empty() || !isSheet) return std::string(item);
     const std::size_t part = std::min(item.find('p'), item.size());
     std::string name(item.substr(0, 1));
     for (const char number : item.substr(0, part).substr(name.size())) (name += '-') += number;

@@ -11,6 +11,7 @@ namespace zolmara {
 std::string_view RomanNumeral(int part);
 
 /// The form's name of a worksheet from its Item: "C1p2" is "C-1 Part II", "A81p1" "A-8-1 Part I".
+/// The name itself of a table that is no worksheet, such as "CostCenters".
 std::string PrintedName(std::string_view item);
 
 }  // namespace zolmara

@@ -383,6 +383,16 @@ TEST_F(SheetWindow, AListIsOpenedByAClickOnItsButton) {
     menu->close();
 }
 
+TEST_F(SheetWindow, ClosingTheCrfClosesItsWorksheetsFirst) {
+    Sheet("edit", "A");
+    Sheet("view", "Cp1");
+    Answers = {kOk};
+    Trigger("mnuReportClose");
+    EXPECT_EQ(BoxTexts().size(), 1u) << "the question whether they may close";
+    EXPECT_FALSE(CrfIsOpen());
+    EXPECT_EQ(Windows(), 0u);
+}
+
 // --- Findings ------------------------------------------------------------------------------
 
 TEST_F(SheetWindow, F8WalksTheFindings) {

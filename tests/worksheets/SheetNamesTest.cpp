@@ -14,6 +14,16 @@ TEST(PrintedName, IsTheFormsNameOfAPart) {
     EXPECT_EQ(PrintedName("A"), "A");
     EXPECT_EQ(PrintedName("E1p1"), "E-1 Part I");
     EXPECT_EQ(PrintedName("E"), "E");
+    EXPECT_EQ(PrintedName("F2p3"), "F-2 Part III");
+    EXPECT_EQ(PrintedName("G1"), "G-1");
+    EXPECT_EQ(PrintedName("Sp1"), "S Part I");
+}
+
+TEST(PrintedName, IsTheNameItselfOfATableThatIsNoWorksheet) {
+    EXPECT_EQ(PrintedName("CostCenters"), "CostCenters");
+    EXPECT_EQ(PrintedName("ES"), "ES");
+    EXPECT_EQ(PrintedName("Master"), "Master");
+    EXPECT_EQ(PrintedName(""), "");
 }
 
 }  // namespace

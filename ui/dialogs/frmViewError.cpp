@@ -9,17 +9,21 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "editchecks/ComparedFigures.h"
 #include "editchecks/ErrorView.h"
 #include "print/Reports.h"
+#include "store/session/Session.h"
 #include "ui/dialogs/BuildEcr.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/WorksheetRoads.h"
 #include "ui/main/frmMain.h"
 #include "ui/worksheets/FindingTarget.h"
-#include "ui/worksheets/OpenWorksheet.h"
+#include "worksheets/CellNames.h"
+#include "worksheets/Explain.h"
 
 namespace zolmara::ui {
 namespace {
@@ -50,12 +54,14 @@ frmViewError::frmViewError(const std::string& caption) {
     lblNonFatal_ = new QLabel;
     lblNonFatal_->setObjectName("lblNonFatal");
     lblNonFatal_->setWordWrap(true);
+    MakeCompared();
     cmdBuildECR_ = MakeButton("cmdBuildECR", "&Build ECR", [this] { BuildECR(); });
     auto* print = MakeButton("cmdPrint", "&Print", [] { Print_Errors(); });
     auto* close = MakeButton("cmdClose", "&Close", [this] { UnloadForm(this); });
     submit_ = TheQtHost().Main() ? TheQtHost().Main()->Menu("mnuReportSubmit") : nullptr;
     if (submit_) connect(submit_, &QAction::changed, this, [this] { FollowSubmit(); });
     column->addWidget(grd_, 1);
+    column->addWidget(lblCompared_);
     column->addWidget(lblNonFatal_);
     column->addWidget(MakeButtonStrip({cmdBuildECR_, print, close}));
     PressOnEscape(this, close);
@@ -90,6 +96,18 @@ void frmViewError::MakeGrid() {
                      [this](const QTableWidgetItem* item) { OpenFinding(item->row()); });
     const int message = Pixels(kLeastMessageWidth);
     setMinimumWidth(grd_->columnWidth(kLevel) + grd_->columnWidth(kCode) + message);
+}
+
+void frmViewError::MakeCompared() {
+    lblCompared_ = new QLabel;
+    lblCompared_->setObjectName("lblCompared");
+    lblCompared_->setTextFormat(Qt::RichText);
+    lblCompared_->setWordWrap(true);
+    lblCompared_->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    lblCompared_->hide();
+    connect(lblCompared_, &QLabel::linkActivated, this,
+            [this](const QString& link) { OpenCompared(link); });
+    connect(grd_, &QTableWidget::currentCellChanged, this, [this] { ShowCompared(); });
 }
 
 int frmViewError::Pixels(int twips) const {
@@ -128,6 +146,7 @@ void frmViewError::SetGrd() {
     }
     SetHeights();
     if (grd_->rowCount() > 0) grd_->setCurrentCell(0, kMessage);
+    ShowCompared();
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, NoteColour(colours));
     lblNonFatal_->setPalette(colours);
@@ -146,7 +165,69 @@ void frmViewError::FollowSubmit() {
 void frmViewError::OpenFinding(int row) {
     const auto target = TargetOf(S(grd_->item(row, kMessage)->text()));
     if (!target || TheQtHost().InLongStep() || CommandAtWork()) return;
-    Guarded([&] { OpenWorksheet("edit", target->Item, target->Line, target->Column); });
+    Guarded([&] { GoToWorksheet("edit", target->Item, target->Line, target->Column); });
+}
+
+// --- The figures of a comparison -----------------------------------------------------------
+
+namespace {
+
+/// A cell as a link; its number leads back to it.
+QString Link(const CellRef& cell, const std::string& text, std::vector<CellRef>& linked) {
+    linked.push_back(cell);
+    return QString("<a href=\"%1\">%2</a>").arg(linked.size() - 1).arg(Q(text).toHtmlEscaped());
+}
+
+/// "A, line 99, column 8 less A, line 8, column 8: 85", each cell a link.
+QString SideHtml(const ComparedSide& side, std::vector<CellRef>& linked) {
+    QString html;
+    if (IsRun(side)) {
+        html = Link(side.Cells.front().Cell, SideText(side), linked);
+    } else {
+        for (const SignedCell& cell : side.Cells) {
+            if (!html.isEmpty()) html += cell.Sign < 0 ? " less " : " plus ";
+            html += Link(cell.Cell, CellName(cell.Cell), linked);
+        }
+    }
+    return html + ": <b>" + Q(Figure(side.Value)) + "</b>";
+}
+
+std::string SpokenSide(const ComparedSide& side) {
+    return SideText(side) + ": " + Figure(side.Value);
+}
+
+}  // namespace
+
+/// The figures are those of the CRF now, not those of the time of the check.
+void frmViewError::ShowCompared() {
+    compared_.clear();
+    const int row = grd_->currentRow();
+    const auto* const code = row < 0 ? nullptr : grd_->item(row, kCode);
+    const auto* const message = row < 0 ? nullptr : grd_->item(row, kMessage);
+    std::optional<Comparison> compared;
+    try {
+        if (code && message && CrfIsOpen())
+            compared = ComparisonOf(S(code->text()), S(message->text()));
+    } catch (const StoreError&) {
+        // A worksheet that is not there has no figures.
+    }
+    lblCompared_->setVisible(compared.has_value());
+    if (!compared) return;
+    // The links count from the left.
+    const QString left = SideHtml(compared->Left, compared_);
+    const QString right = SideHtml(compared->Right, compared_);
+    lblCompared_->setText(QString("%1<br>%2<br>Difference: <b>%3</b>")
+                              .arg(left, right, Q(Figure(compared->Difference))));
+    lblCompared_->setAccessibleName(Q(SpokenSide(compared->Left) + "; " +
+                                      SpokenSide(compared->Right) + "; difference " +
+                                      Figure(compared->Difference)));
+}
+
+void frmViewError::OpenCompared(const QString& link) {
+    const auto at = static_cast<std::size_t>(link.toInt());
+    if (at >= compared_.size() || TheQtHost().InLongStep() || CommandAtWork()) return;
+    const CellRef cell = compared_[at];
+    Guarded([&] { GoToCell(cell); });
 }
 
 int frmViewError::Selected() const { return grd_->currentRow(); }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "worksheets/CellDescription.h"
+
 class QAction;
 class QLabel;
 class QPushButton;
@@ -26,15 +28,20 @@ public:
 
 private:
     void MakeGrid();
+    void MakeCompared();
     int Pixels(int twips) const;
     void TakeSize();
     void SetHeights();
     void OpenFinding(int row);
+    void ShowCompared();
+    void OpenCompared(const QString& link);
     void FollowSubmit();
     void BuildECR();
 
     QTableWidget* grd_ = nullptr;
     QLabel* lblNonFatal_ = nullptr;
+    QLabel* lblCompared_ = nullptr;  ///< the figures that the current finding's check compared
+    std::vector<CellRef> compared_;  ///< the cells of its links
     QPushButton* cmdBuildECR_ = nullptr;
     QPointer<QAction> submit_;  ///< the main window's way to the build
     bool checksAllow_ = false;

@@ -162,9 +162,10 @@ void RunCommand(frmMain& main, const std::string& name) {
         if (command.Name == name) return command.Run(main);
 }
 
-void RunWorksheetEntry(const std::string& mode, const std::string& item) {
+void RunWorksheetEntry(const std::string& mode, const std::string& item,
+                       std::optional<Currency> line, const std::string& column) {
     if (mode == "edit" && item == "S1p1") AskToCloseForms();
-    OpenWorksheet(mode, item);
+    OpenWorksheet(mode, item, line, column);
 }
 
 std::string ItemOfCaption(const std::string& caption) {

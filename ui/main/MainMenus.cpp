@@ -11,6 +11,7 @@
 #include "ui/main/MenuTable.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/ToolsMenu.h"
 
@@ -131,6 +132,8 @@ MenuInputs frmMain::Inputs() const {
     return inputs;
 }
 
+bool frmMain::MenuOn(const std::string& name) const { return MenuIsOn(name, Inputs()); }
+
 void frmMain::SetMenus() {
     const MenuInputs inputs = Inputs();
     for (const auto& [name, action] : menus_) action->setEnabled(MenuIsOn(name, inputs));
@@ -164,6 +167,7 @@ void frmMain::RefreshMenus() {
 
 void frmMain::RefreshTools() {
     if (tools_) tools_->Refresh(!InLongStep());
+    LookAtStatement();
 }
 
 }  // namespace zolmara::ui

@@ -42,6 +42,8 @@ public:
 
     /// The entry of this name; none for any other.
     QAction* Menu(const std::string& name) const;
+    /// True where the entry is on as the session stands now.
+    bool MenuOn(const std::string& name) const;
     /// mnuReportSubmit opens and shuts the way to the submission; any other entry is off for as
     /// long as a step holds it.
     void EnableMenu(const std::string& name, bool enabled);

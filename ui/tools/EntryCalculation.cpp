@@ -10,6 +10,7 @@
 #include "store/session/Session.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
 #include "ui/worksheets/frmWorksheet.h"
 
 namespace zolmara::ui::EntryCalculation {
@@ -86,6 +87,7 @@ void Toggle() {
 }
 
 void RowSaved() {
+    LookAtStatement();
     if (IsOn()) Timer().start(lastRun > kFeltDelay ? kPause : 0);
 }
 

@@ -6,6 +6,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/EntryCalculation.h"
+#include "ui/tools/ExplainWindow.h"
 #include "ui/worksheets/NextFinding.h"
 
 namespace zolmara::ui {
@@ -16,6 +17,17 @@ std::vector<Tool>& Tools() {
          .Caption = "&Calculate after each entry",
          .Run = EntryCalculation::Toggle,
          .IsChecked = EntryCalculation::IsOn},
+        {.Name = "tlsExplain",
+         .Caption = "E&xplain This Number",
+         .Shortcut = "F3",
+         .LineAhead = true,
+         .IsOn = HasCellToExplain,
+         .Run = [] { ExplainCurrentCell(Direction::From); }},
+        {.Name = "tlsUses",
+         .Caption = "What &Depends On This",
+         .Shortcut = "Shift+F3",
+         .IsOn = HasCellToExplain,
+         .Run = [] { ExplainCurrentCell(Direction::Uses); }},
         {.Name = "tlsNextFinding",
          .Caption = "&Next Finding",
          .Shortcut = "F8",

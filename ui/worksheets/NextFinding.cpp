@@ -5,8 +5,8 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/frmViewError.h"
 #include "ui/main/OpenForms.h"
+#include "ui/main/WorksheetRoads.h"
 #include "ui/worksheets/FindingTarget.h"
-#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {
@@ -19,7 +19,7 @@ bool OpenAt(const ErrorView& view, std::size_t at, frmViewError* window) {
     if (!target) return false;
     position = at + 1;
     if (window) window->Select(static_cast<int>(at));
-    OpenWorksheet("edit", target->Item, target->Line, target->Column);
+    GoToWorksheet("edit", target->Item, target->Line, target->Column);
     return true;
 }
 

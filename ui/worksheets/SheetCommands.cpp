@@ -18,6 +18,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/tools/EntryCalculation.h"
+#include "ui/tools/ExplainWindow.h"
 #include "ui/worksheets/BlockReport.h"
 #include "ui/worksheets/BlockText.h"
 #include "ui/worksheets/FindBar.h"
@@ -60,7 +61,7 @@ BlockResult InOneAct(const Work& work) {
 struct SheetCommand {
     const char* Name;
     const char* Caption;
-    const char* Keys;  ///< several apart by ";"
+    const char* Keys;  ///< several apart by ";"; a key of "Tools" stands in the caption
     bool OnlyEdit;
     void (*Run)(frmWorksheet& form);
 };
@@ -73,6 +74,10 @@ constexpr SheetCommand kCommands[] = {
     {"actFillDown", "Fill &Down", "Ctrl+D", true, [](frmWorksheet& f) { f.FillDownSelection(); }},
     {"actClear", "C&lear", "Delete", true, [](frmWorksheet& f) { f.ClearSelection(); }},
     {"actFind", "&Find ...", "Ctrl+F", false, [](frmWorksheet& f) { f.ShowFind(); }},
+    {"actExplain", "E&xplain This Number\tF3", "", false,
+     [](frmWorksheet& f) { f.Explain(Direction::From); }},
+    {"actUses", "What Depends &On This\tShift+F3", "", false,
+     [](frmWorksheet& f) { f.Explain(Direction::Uses); }},
     {"actZoomIn", "Zoom &In", "Ctrl++;Ctrl+=", false,
      [](frmWorksheet& f) { f.Zoom(SavedZoom() * kZoomStep); }},
     {"actZoomOut", "Zoom &Out", "Ctrl+-", false,
@@ -88,7 +93,8 @@ void frmWorksheet::MakeCommands() {
         auto* action = new QAction(command.Caption, this);
         action->setObjectName(command.Name);
         QList<QKeySequence> keys;
-        for (const QString& key : QString(command.Keys).split(';')) keys << QKeySequence(key);
+        for (const QString& key : QString(command.Keys).split(';', Qt::SkipEmptyParts))
+            keys << QKeySequence(key);
         action->setShortcuts(keys);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         connect(action, &QAction::triggered, this, [this, &command] {
@@ -181,6 +187,10 @@ void frmWorksheet::AfterBlock(const BlockResult& result, const QString& what) {
     SetGrd();
     if (result.Stored > 0 || !result.Added.empty()) EntryCalculation::RowSaved();
     if (!result.Findings.empty()) ShowBlockReport(what, result);
+}
+
+void frmWorksheet::Explain(Direction direction) {
+    if (const auto cell = CurrentCell()) ShowExplanation(*cell, direction);
 }
 
 void frmWorksheet::ShowFind() { find_->Open(); }

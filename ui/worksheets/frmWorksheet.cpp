@@ -29,6 +29,8 @@ namespace {
 
 constexpr int kStatusDelay = 30;  ///< milliseconds
 
+QPointer<frmWorksheet> lastActive;
+
 }  // namespace
 
 frmWorksheet::frmWorksheet() : model_(this) {
@@ -71,6 +73,12 @@ std::vector<frmWorksheet*> WorksheetWindows() {
     for (QWidget* form : OpenForms())
         if (auto* window = dynamic_cast<frmWorksheet*>(form)) windows.push_back(window);
     return windows;
+}
+
+frmWorksheet* LastWorksheet() {
+    if (lastActive && !lastActive->isHidden()) return lastActive;
+    const auto open = WorksheetWindows();
+    return open.empty() ? nullptr : open.back();
 }
 
 // --- Showing -------------------------------------------------------------------------------
@@ -181,7 +189,8 @@ bool frmWorksheet::MayClose() {
 }
 
 void frmWorksheet::closeEvent(QCloseEvent* event) {
-    if (TheQtHost().InLongStep()) return event->ignore();
+    // A step that holds the program closes the windows itself; the user does not meanwhile.
+    if (event->spontaneous() && TheQtHost().InLongStep()) return event->ignore();
     if (CrfIsOpen() && !givenUp_ && !MayClose()) return event->ignore();
     RememberWindow(*this);
     event->accept();
@@ -189,6 +198,7 @@ void frmWorksheet::closeEvent(QCloseEvent* event) {
 
 /// Leaving the window stores the row, as leaving the row does.
 bool frmWorksheet::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) lastActive = this;
     if (event->type() == QEvent::WindowDeactivate && !isHidden() && CrfIsOpen() &&
         !TheQtHost().InLongStep() && HasOpenRow() && !committing_)
         CommitGrid();
@@ -328,6 +338,13 @@ std::optional<Currency> frmWorksheet::CurrentLine() const {
     const int row = grd_->currentIndex().row();
     if (!model_.HasRow(row)) return std::nullopt;
     return model_.Line(row);
+}
+
+std::optional<CellRef> frmWorksheet::CurrentCell() const {
+    const QModelIndex current = grd_->currentIndex();
+    const auto line = CurrentLine();
+    if (!line) return std::nullopt;
+    return CellRef{Form().Table, *line, model_.Column(current.column()).Field};
 }
 
 std::vector<Currency> frmWorksheet::SelectedLines() const {

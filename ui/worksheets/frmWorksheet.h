@@ -9,6 +9,7 @@
 
 #include "ui/worksheets/CellActs.h"
 #include "ui/worksheets/SheetModel.h"
+#include "worksheets/CellDescription.h"
 
 class QLabel;
 class QPushButton;
@@ -16,6 +17,7 @@ class QTimer;
 
 namespace zolmara::ui {
 
+enum class Direction;
 class FindBar;
 class SheetView;
 
@@ -42,6 +44,8 @@ public:
 
     /// Makes a line, and a field of it, current.
     void GoToLine(Currency line, const std::string& field = "");
+    /// The cell that is current; none without a row.
+    std::optional<CellRef> CurrentCell() const;
     void Zoom(double zoom);
     /// Lets the window close whatever stands in it.
     void GiveUp() { givenUp_ = true; }
@@ -52,6 +56,7 @@ public:
     void FillDownSelection();
     void ClearSelection();
     void ShowFind();
+    void Explain(Direction direction);
     void OpenList();
 
 protected:
@@ -106,5 +111,7 @@ private:
 
 /// The open worksheet windows, first to last.
 std::vector<frmWorksheet*> WorksheetWindows();
+/// The open one that was active last; none without one.
+frmWorksheet* LastWorksheet();
 
 }  // namespace zolmara::ui

@@ -1,0 +1,77 @@
+#include "ui/main/StatementWatch.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/Globals.h"
+#include "store/session/Session.h"
+#include "ui/main/QtHost.h"
+
+namespace zolmara::ui {
+namespace {
+
+struct Watcher {
+    QPointer<QObject> Who;
+    std::function<void()> Changed;
+};
+std::vector<Watcher> watchers;
+
+/// What the statement was when it was looked at last.
+struct Stamp {
+    std::string Path;
+    const void* File = nullptr;
+    std::int64_t Commits = 0;
+
+    bool operator==(const Stamp&) const = default;
+};
+Stamp seen;
+
+Stamp Now() {
+    if (!CrfIsOpen()) return {};
+    return {gCRFPath, &gDB.impl(), gDB.CommitCount()};
+}
+
+void Tell() {
+    seen = Now();
+    std::erase_if(watchers, [](const Watcher& watcher) { return watcher.Who.isNull(); });
+    const std::vector<Watcher> all = watchers;
+    for (const Watcher& watcher : all)
+        if (watcher.Who) watcher.Changed();
+}
+
+void TellWhenDone() {
+    // The end of the step looks again.
+    if (TheQtHost().InLongStep() || (CrfIsOpen() && gDB.InBatch()) || Now() == seen) return;
+    Tell();
+}
+
+/// Lives with the application.
+QTimer& Timer() {
+    static QTimer* timer = nullptr;
+    if (!timer) {
+        timer = new QTimer(qApp);
+        timer->setSingleShot(true);
+        timer->callOnTimeout(TellWhenDone);
+        QObject::connect(timer, &QObject::destroyed, [] { timer = nullptr; });
+    }
+    return *timer;
+}
+
+}  // namespace
+
+void WatchStatement(QObject* watcher, std::function<void()> changed) {
+    watchers.push_back({watcher, std::move(changed)});
+}
+
+void LookAtStatement() {
+    if (Now() == seen && !Timer().isActive()) return;
+    if (CrfIsOpen()) return Timer().start(0);
+    Timer().stop();
+    Tell();
+}
+
+}  // namespace zolmara::ui
