@@ -10,6 +10,7 @@
 #include "core/Windows.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
+#include "worksheets/WholeForm.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -36,6 +37,7 @@ private:
 };
 
 void CalcWorksheet(const std::string& item) {
+    NeedWholeForm(item);
     RemoveLineBreaks(item);
     const Worksheet* sheet = FindWorksheet(item);
     if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item);

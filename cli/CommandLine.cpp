@@ -16,6 +16,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "core/Host.h"
+#include "store/PlainWords.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
 #include "worksheets/CrfMaker.h"
@@ -214,13 +215,13 @@ int TryChosen(const Given& chosen) {
         const bool messages = TheCliHost().MessageCount() > 0;
         return status == kDone && messages ? kRefusedOrMessages : status;
     } catch (const RunStopped& stopped) {
-        Complain(stopped.what());
+        Complain(PlainWords(stopped));
         return kStopped;
     } catch (const StoreError& error) {
-        Complain(error.what());
+        Complain(PlainWords(error));
         return error.IsFileError() ? kFileTrouble : kRefusedOrMessages;
     } catch (const std::exception& error) {
-        Complain(error.what());
+        Complain(PlainWords(error));
         return kRefusedOrMessages;
     }
 }

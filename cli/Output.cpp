@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -38,9 +39,16 @@ Json JsonObject(const Listing& listing, const std::vector<Variant>& row) {
     return object;
 }
 
-std::string CsvField(const std::string& text) {
+std::string Enclosed(const std::string& text) {
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     return "\"" + Replace(text, "\"", "\"\"") + "\"";
+}
+
+/// A field by RFC 4180. A file or a program gets every character as it is stored; on a terminal
+/// none may steer it, and a line break ends a row only.
+std::string CsvField(const std::string& text) {
+    static const bool toPerson = isatty(STDOUT_FILENO) != 0;
+    return Enclosed(toPerson ? OneLine(text) : text);
 }
 
 void PutCsv(const Listing& listing) {
@@ -65,6 +73,21 @@ bool PutForPrograms(const Listing& listing) {
     if (gFormat == OutputFormat::Csv) PutCsv(listing);
     if (gFormat == OutputFormat::Json) PutJsonArray(listing);
     return gFormat != OutputFormat::Text;
+}
+
+/// JSON must escape the control characters below the blank. Those from 0x7F on steer a terminal as
+/// well, and mean the same escaped; they stand inside of strings alone.
+std::string WithControlsEscaped(const std::string& json) {
+    std::string escaped;
+    for (std::size_t at = 0; at < json.size();) {
+        const std::size_t start = at;
+        const char32_t character = DecodeUtf8(json, at);
+        if (character >= 0x7F && character < 0xA0)
+            escaped += fmt::format("\\u{:04x}", static_cast<unsigned>(character));
+        else
+            escaped.append(json, start, at - start);
+    }
+    return escaped;
 }
 
 struct ColumnShape {
@@ -107,7 +130,7 @@ JsonDoc JsonValue(const Variant& value) {
 }
 
 void PutJson(const JsonDoc& json) {
-    Put(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    Put(WithControlsEscaped(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n");
 }
 
 OutputFormat TheFormat() { return gFormat; }
@@ -165,7 +188,7 @@ void PrintValue(const Variant& value) {
 }
 
 void PrintLine(std::string_view line) {
-    if (gFormat == OutputFormat::Text) Put(std::string(line) + "\n");
+    if (gFormat == OutputFormat::Text) Put(ForPeople(line) + "\n");
 }
 
 std::string ForPeople(std::string_view text) {

@@ -7,6 +7,7 @@
 #include "core/Dialogs.h"
 #include "ecr/FileNames.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 
 namespace fs = std::filesystem;
@@ -31,7 +32,7 @@ bool CopyTo(const std::string& source, const std::string& target) {
     } catch (const StoreError& error) {
         TheDialogs().MsgBox(
             fmt::format("The following error occurred while coping {} to {}.\r\n\r\n   {}", source,
-                        target, error.what()),
+                        target, PlainWords(error)),
             kOkOnly, "Copy Error");
         return false;
     }

@@ -6,6 +6,7 @@
 #include "core/Globals.h"
 #include "core/Windows.h"
 #include "forms/WorksheetForm.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "worksheets/W_A6.h"
@@ -86,8 +87,8 @@ void FormCloses(const WorksheetForm& form) {
         if (IsInSequence()) return;
         ResequenceLines_A6();
     } catch (const StoreError& error) {
-        MsgOrLog(fmt::format("The lines of A6 were not put in order.  {}", error.what()), kCritical,
-                 std::string(kProductName));
+        MsgOrLog(fmt::format("The lines of A6 were not put in order.  {}", PlainWords(error)),
+                 kCritical, std::string(kProductName));
         return;
     }
     TheWindows().RefreshWorksheetForm("View", form.Item);

@@ -7,6 +7,7 @@
 #include "forms/CellAddress.h"
 #include "forms/CellRules.h"
 #include "forms/WorksheetForm.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "worksheets/W_S1p1.h"
 
@@ -115,7 +116,7 @@ bool CommitRow(const WorksheetForm& form, RowEntry& row) {
         StoreRow(row);
     } catch (const StoreError& error) {
         MsgOrLog(fmt::format("Line {} of {} was not saved.  {}", NumberText(row.Line), form.Item,
-                             error.what()),
+                             PlainWords(error)),
                  kCritical, std::string(kProductName));
         return false;
     }

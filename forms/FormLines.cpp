@@ -6,6 +6,7 @@
 #include "core/Globals.h"
 #include "core/Windows.h"
 #include "forms/WorksheetForm.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "structure/EditLines.h"
 
@@ -52,7 +53,7 @@ LineOutcome Guarded(const WorksheetForm& form, Act act) {
     try {
         return act();
     } catch (const StoreError& error) {
-        MsgOrLog(fmt::format("The lines of {} were not changed.  {}", form.Item, error.what()),
+        MsgOrLog(fmt::format("The lines of {} were not changed.  {}", form.Item, PlainWords(error)),
                  kCritical, std::string(kProductName));
         return {};
     }

@@ -9,6 +9,7 @@
 #include "forms/CellRules.h"
 #include "forms/PasteText.h"
 #include "forms/WorksheetForm.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "structure/EditLines.h"
 
@@ -124,7 +125,7 @@ private:
             for (const auto& [field, value] : changes.Cells) changed_.Set(field, value);
         } catch (const StoreError& error) {
             if (error.IsFileError()) throw;
-            return RefuseRow(row, taken, error.what());
+            return RefuseRow(row, taken, PlainWords(error));
         }
         Result.Stored += static_cast<int>(taken.size());
     }

@@ -9,6 +9,7 @@
 #include "core/Machine.h"
 #include "store/CopyRows.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -30,7 +31,8 @@ SourceResult Refuse(SourceResult why, const std::string& text) {
 SourceResult RefuseFile(const std::string& path, const StoreError& error) {
     std::string text = fmt::format(
         "The CRF file that was selected (\"{}\") is not a valid CRF file.", TitleOf(path));
-    if (error.kind() != StoreError::Kind::NotADatabase) text += fmt::format("\r\n{}", error.what());
+    if (error.kind() != StoreError::Kind::NotADatabase)
+        text += fmt::format("\r\n{}", PlainWords(error));
     return Refuse(SourceResult::Unreadable, text);
 }
 

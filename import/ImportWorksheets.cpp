@@ -11,6 +11,7 @@
 #include "core/Windows.h"
 #include "import/S2Agreement.h"
 #include "store/CopyRows.h"
+#include "store/PlainWords.h"
 #include "store/WholeStep.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
@@ -35,7 +36,7 @@ bool Remake(std::string_view item) {
         if (error.IsFileError()) throw;
         MsgOrLog(fmt::format("Error: The following error was returned when trying to rebuild table "
                              "{}\r\n{}",
-                             item, error.what()),
+                             item, PlainWords(error)),
                  kCritical, fmt::format("Worksheet {} Error", item));
     }
     return false;
@@ -60,7 +61,7 @@ bool Mismatch(std::string_view item) {
 
 void ReportRow(std::string_view item, const Variant& line, const StoreError& reason) {
     MsgOrLog(fmt::format("Unable to import line {} of worksheet {}: {}", Text(line), item,
-                         reason.what()),
+                         PlainWords(reason)),
              kCritical, "Import Error");
 }
 

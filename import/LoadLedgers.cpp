@@ -4,8 +4,10 @@
 
 #include "core/Globals.h"
 #include "core/Windows.h"
+#include "import/ImportASCII.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
+#include "store/session/CoreTables.h"
 #include "worksheets/W_A.h"
 
 namespace zolmara {
@@ -42,24 +44,59 @@ std::string BrokenRule(const Ledger& ledger, const SourceRow& row) {
     return {};
 }
 
+/// The cells whose amounts, of before the import, were added to. A second import of the same file
+/// doubles them, so the user hears of it.
+class AddedTo {
+public:
+    explicit AddedTo(std::string_view item) : item_(item) {}
+
+    /// Notes a cell ahead of its amount. One that this file itself has filled is no news.
+    void Note(const SourceRow& row, const Variant& stood, bool adds) {
+        const bool again = last_ && last_->Row == row.Row && last_->Col == row.Col;
+        last_ = row;
+        if (again || !adds || NumOr(stood) == 0) return;
+        if (++count_ <= kMostNamed)
+            list_ += fmt::format("{}line {} column {}", list_.empty() ? "" : ", ",
+                                 NumberText(row.Row), NumberText(row.Col));
+    }
+    void Tell() const {
+        if (count_ == 0) return;
+        const auto others =
+            count_ > kMostNamed ? fmt::format(" and {} others", count_ - kMostNamed) : "";
+        AddErrorRow(kNote, "",
+                    fmt::format("Table {}: amounts of the file were added to what stood in {}{}.",
+                                item_, list_, others));
+    }
+
+private:
+    static constexpr int kMostNamed = 10;
+    std::string_view item_;
+    std::optional<SourceRow> last_;
+    std::string list_;
+    int count_ = 0;
+};
+
 /// The first amount of a line replaces what the cell holds, those behind it add to theirs.
-void StoreAmount(TargetRow& target, const SourceRow& row) {
+void StoreAmount(TargetRow& target, const SourceRow& row, AddedTo& addedTo) {
     const int field = Ordinal(row.Col, 1);
     const double amount = RoundTo(NumOr(row.Contents), 0);
     const bool adds = target.Editing() && field >= 0;
+    addedTo.Note(row, field >= 0 ? target[field] : Variant(), adds);
     target.Set(field, adds ? NumOr(target[field]) + amount : amount);
 }
 
 void LoadLedger(const Ledger& ledger) {
     TargetRow target(ledger.Item, "LineNum", ledger.Where);
+    AddedTo addedTo(ledger.Item);
     LoadRows(ledger.Item, target, [&](const SourceRow& row) -> std::string {
         if (auto rule = BrokenRule(ledger, row); !rule.empty()) return rule;
         if (!target.GoTo(row.Row))
             return fmt::format("Table {} {} {}: ", ledger.Item, ledger.Missing,
                                NumberText(row.Row));
-        StoreAmount(target, row);
+        StoreAmount(target, row, addedTo);
         return {};
     });
+    addedTo.Tell();
     TheWindows().RefreshOpenForms("");
 }
 

@@ -7,6 +7,7 @@
 #include "core/Dialogs.h"
 #include "core/Status.h"
 #include "core/Windows.h"
+#include "store/PlainWords.h"
 #include "store/WholeStep.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
@@ -45,7 +46,7 @@ bool Make(std::string_view item) {
         return made;
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;
-        MsgOrLog(error.what(), kCritical, fmt::format("Worksheet {} Error", item));
+        MsgOrLog(PlainWords(error), kCritical, fmt::format("Worksheet {} Error", item));
         return false;
     }
 }

@@ -9,6 +9,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/CopyRows.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
@@ -44,7 +45,7 @@ void Take(std::string_view table, const std::vector<std::string>& fields) {
     if (!gImportDB.HasTable(table))
         return Warn(fmt::format("Last year's file has no table {}.", table));
     const auto refuse = [&](const Variant& line, const StoreError& reason) {
-        Warn(fmt::format("Line {} of {} was left out: {}", Text(line), table, reason.what()));
+        Warn(fmt::format("Line {} of {} was left out: {}", Text(line), table, PlainWords(reason)));
     };
     gDB.Execute(fmt::format("DELETE FROM [{}];", table));
     CopyRows(gImportDB, gDB, table, SharedFields(table, fields),

@@ -13,6 +13,8 @@
 #include "print/SendPrtFile.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
+#include "worksheets/WholeForm.h"
+#include "worksheets/Worksheet.h"
 
 namespace zolmara {
 namespace {
@@ -90,9 +92,33 @@ Recordset OpenWorksheets() {
     return gDB.OpenRecordset("SELECT * FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY ItemName;");
 }
 
+/// Worksheets that share a report, which is printed once in a run.
+struct Group {
+    std::string_view From;
+    std::string_view To;
+};
+constexpr std::array<Group, 3> kGroups = {{{"S1p1", "S1p2"}, {"S2p1", "S2p3"}, {"A7p1", "A7p3"}}};
+
+const Group* GroupOf(std::string_view item) {
+    const auto group = std::ranges::find_if(
+        kGroups, [&](const Group& each) { return LiesBetween(item, each.From, each.To); });
+    return group == kGroups.end() ? nullptr : &*group;
+}
+
+/// Each worksheet that the report of this one shows.
+void NeedWholeReport(std::string_view item) {
+    const auto* const group = GroupOf(item);
+    if (!group) return NeedWholeForm(item);
+    for (const Worksheet& sheet : AllWorksheets())
+        if (LiesBetween(sheet.Item, group->From, group->To)) NeedWholeForm(sheet.Item);
+}
+
 /// Prints a row of the registry; what stops it is told with the worksheet's name.
 void PrintNamed(const std::string& item, const std::string& name, FileNumber file) {
-    RunStep(name, [&] { Print_Worksheet(item, file, true); });
+    RunStep(name, [&] {
+        NeedWholeReport(item);
+        Print_Worksheet(item, file, true);
+    });
 }
 
 void PrintNext(const Recordset& worksheets, FileNumber file,
@@ -123,13 +149,6 @@ void PrintForm(FileNumber file) {
         TheStatus().DoEvents();
     }
 }
-
-/// Worksheets that share a report, which is printed once in a run.
-struct Group {
-    std::string_view From;
-    std::string_view To;
-};
-constexpr std::array<Group, 3> kGroups = {{{"S1p1", "S1p2"}, {"S2p1", "S2p3"}, {"A7p1", "A7p3"}}};
 
 }  // namespace
 
@@ -195,10 +214,8 @@ void PrintSelected(std::span<const std::string> entries) {
     std::array<bool, kGroups.size()> printed = {};
     for (const std::string& entry : entries) {
         const std::string item = ItemOfEntry(entry);
-        const auto group = std::ranges::find_if(
-            kGroups, [&](const Group& each) { return LiesBetween(item, each.From, each.To); });
-        if (group != kGroups.end()) {
-            bool& done = printed.at(static_cast<std::size_t>(group - kGroups.begin()));
+        if (const Group* const group = GroupOf(item)) {
+            bool& done = printed.at(static_cast<std::size_t>(group - kGroups.data()));
             if (std::exchange(done, true)) continue;
         }
         PrintNamed(item, entry, 0);

@@ -11,6 +11,7 @@
 #include "core/Status.h"
 #include "print/PageDevice.h"
 #include "print/PrintPage.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -104,7 +105,7 @@ std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation) 
         TheStatus().SetPointer(Pointer::Hourglass);
         PrintFile(*printer, file);
     } catch (const std::exception& error) {
-        ReportError(fileName, error.what());
+        ReportError(fileName, PlainWords(error));
     }
     TheStatus().SetPointer(Pointer::Normal);
     gPageOrientDone = 0;

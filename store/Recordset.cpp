@@ -21,8 +21,8 @@ namespace {
 /// A value as a field of the type holds it; a value that it cannot hold is refused by name.
 class FieldConverter {
 public:
-    FieldConverter(const std::string& table, const FieldDef& field)
-        : table_(table), field_(field) {}
+    /// `row` is the name of the row in hand: its table, and its line where it has one.
+    FieldConverter(const std::string& row, const FieldDef& field) : row_(row), field_(field) {}
 
     Variant Convert(const Variant& value) const {
         if (value.IsNull()) return value;
@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    std::string Name() const { return table_ + "." + field_.Name; }
+    std::string Name() const { return row_ + " " + field_.Name; }
 
     double NumberOf(const Variant& value) const {
         if (value.IsDouble() && std::isfinite(value.AsDouble())) return value.AsDouble();
@@ -82,7 +82,7 @@ private:
         Refuse(fmt::format("{} takes dates only, not \"{}\"", Name(), Text(value)));
     }
 
-    const std::string& table_;
+    const std::string row_;
     const FieldDef& field_;
 };
 
@@ -119,6 +119,12 @@ struct Recordset::State {
     bool OnRow() const { return Position >= 0 && static_cast<std::size_t>(Position) < Count(); }
     const std::string& TableName() const { return Statement->What.Table->Def.Name; }
     std::int64_t Key() const { return Keys[static_cast<std::size_t>(Position)]; }
+    std::string RowName() const {
+        const auto& first = Columns().front().Field.Name;
+        const bool isKey = SameText(first, "LineNum") || SameText(first, "SeqNum");
+        if (!isKey || Buffer.front().IsNull()) return TableName();
+        return fmt::format("{} line {}", TableName(), Text(Buffer.front()));
+    }
     /// The row was read, and its table not written to since, by whatever program.
     bool RowIsCurrent() const {
         if (!OnRow() || Db->Closed || RowKey != Key()) return false;
@@ -471,7 +477,7 @@ void Recordset::Set(int index, const Variant& value) {
     if (!Editing()) Refuse("Update without AddNew or Edit: " + state_->Source);
     const auto& field = FieldAt(state_->Columns(), index);
     const auto at = static_cast<std::size_t>(index);
-    state_->Buffer[at] = FieldConverter(state_->TableName(), field).Convert(value);
+    state_->Buffer[at] = FieldConverter(state_->RowName(), field).Convert(value);
     state_->Touched[at] = 1;
 }
 void Recordset::Set(std::string_view name, const Variant& value) {

@@ -12,6 +12,7 @@
 #include "store/Connection.h"
 #include "store/Files.h"
 #include "store/PlainSchema.h"
+#include "store/PlainWords.h"
 #include "store/Sqlite.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
@@ -70,7 +71,7 @@ std::vector<std::string> FindDamage(const std::string& path, const RepairHelp& h
     } catch (const StoreError& error) {
         const auto kind = error.kind();
         if (kind != StoreError::Kind::Damaged && kind != StoreError::Kind::NotADatabase) throw;
-        return {error.what()};
+        return {PlainWords(error)};
     }
 }
 

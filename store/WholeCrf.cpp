@@ -38,6 +38,7 @@
 
 #include "store/Connection.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/Sqlite.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
@@ -129,7 +130,7 @@ std::optional<std::string> NotACrf(const std::string& path) {
         return std::nullopt;
     } catch (const StoreError& error) {
         if (error.kind() == StoreError::Kind::Locked) throw;
-        return error.what();
+        return PlainWords(error);
     }
 }
 

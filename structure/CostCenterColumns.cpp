@@ -7,6 +7,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
@@ -33,7 +34,7 @@ std::string RefusalOfField(const std::vector<std::string_view>& family) {
                 return fmt::format("duplicate column name: {}", kNewField);
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;
-        return error.what();
+        return PlainWords(error);
     }
     return {};
 }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Dialogs.h"
+#include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/FormLines.h"
@@ -45,7 +46,7 @@ bool DropWorksheetTable(std::string_view item) {
         if (error.kind() == StoreError::Kind::NoSuchItem) return true;
         TheDialogs().MsgBox(fmt::format("Error: The following error was returned when trying to "
                                         "rebuild table {}\r\n\r\n{}",
-                                        item, error.what()),
+                                        item, PlainWords(error)),
                             kCritical, fmt::format("Worksheet {} Error", item));
         return false;
     }

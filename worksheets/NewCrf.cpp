@@ -10,6 +10,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileGuard.h"
 #include "store/session/CoreTables.h"
@@ -130,7 +131,7 @@ bool CreateFile(Making& making) {
         gDB = DBEngine::CreateDatabase(making.File, ";LANGID=0x0409;CP=1252;COUNTRY=0");
         return true;
     } catch (const StoreError& error) {
-        Refuse(error.what(), "System Error");
+        Refuse(PlainWords(error), "System Error");
         return false;
     }
 }

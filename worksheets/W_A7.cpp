@@ -8,6 +8,7 @@
 #include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 #include "worksheets/W_A.h"
+#include "worksheets/WholeForm.h"
 
 namespace zolmara {
 namespace {
@@ -212,6 +213,10 @@ void Calc_A7p1() {
     WriteRollForward(9, totals);
 }
 
-void Calc_A7p2() { RunBatch(gDB, CalculatePart2); }
+void Calc_A7p2() {
+    // It brings A up to date and takes its amounts.
+    NeedWholeForm("A");
+    RunBatch(gDB, CalculatePart2);
+}
 
 }  // namespace zolmara

@@ -65,17 +65,33 @@ constexpr std::array<SeedRow, 48> kSeeds = {{
     {48, "Total liabilities and retained earnings"},
 }};
 
-Currency Balance(std::string_view sql) {
-    const double sum = SumOf(sql);
-    if (!Currency::Holds(sum)) {
-        throw StoreError(StoreError::Kind::Other, "A balance on worksheet G is too large.");
-    }
-    return Currency(sum);
-}
+/// The line whose balance is being made, which a refusal names.
+class Balance {
+public:
+    explicit Balance(int line) : line_(line) {}
 
-void Write(int line, Currency value) {
-    gDB.Execute("UPDATE G SET Col_1=? WHERE LineNum=?;", {value, line});
-}
+    Balance& Add(std::string_view sql) { return Add(Held(SumOf(sql))); }
+    Balance& Less(std::string_view sql) { return Add(-Held(SumOf(sql))); }
+    Balance& Add(Currency amount) {
+        Held(sum_.ToDouble() + amount.ToDouble());
+        sum_ += amount;
+        return *this;
+    }
+    Currency Write() const {
+        gDB.Execute("UPDATE G SET Col_1=? WHERE LineNum=?;", {sum_, line_});
+        return sum_;
+    }
+
+private:
+    Currency Held(double amount) const {
+        if (Currency::Holds(amount)) return Currency(amount);
+        throw StoreError(StoreError::Kind::Other,
+                         fmt::format("Worksheet G: the balance of line {} is too large.", line_));
+    }
+
+    int line_;
+    Currency sum_;
+};
 
 }  // namespace
 
@@ -100,27 +116,34 @@ void Build_G() {
 
 void Calc_G() {
     const Currency current =
-        Balance(
-            "SELECT SUM(Col_1) AS Sum1 FROM G WHERE (LineNum BETWEEN 1 AND 9) AND (LineNum <> "
-            "6);") -
-        Balance("SELECT Col_1 FROM G WHERE LineNum = 6;");
-    Write(10, current);
+        Balance(10)
+            .Add(
+                "SELECT SUM(Col_1) AS Sum1 FROM G WHERE (LineNum BETWEEN 1 AND 9) AND (LineNum <> "
+                "6);")
+            .Less("SELECT Col_1 FROM G WHERE LineNum = 6;")
+            .Write();
     const Currency fixed =
-        Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum IN(11,12,14,16,18,20,22,24,25);") -
-        Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum IN(13,15,17,19,21,23);");
-    Write(26, fixed);
+        Balance(26)
+            .Add(
+                "SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum "
+                "IN(11,12,14,16,18,20,22,24,25);")
+            .Less("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum IN(13,15,17,19,21,23);")
+            .Write();
     const Currency other =
-        Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 27 AND 30;");
-    Write(31, other);
-    Write(32, current + fixed + other);
+        Balance(31)
+            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 27 AND 30;")
+            .Write();
+    Balance(32).Add(current).Add(fixed).Add(other).Write();
     const Currency currentLiabilities =
-        Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 33 AND 39;");
-    Write(40, currentLiabilities);
+        Balance(40)
+            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 33 AND 39;")
+            .Write();
     const Currency longTerm =
-        Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 41 AND 44;");
-    Write(45, longTerm);
-    Write(46, currentLiabilities + longTerm);
-    Write(48, Balance("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum In(46,47);"));
+        Balance(45)
+            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 41 AND 44;")
+            .Write();
+    Balance(46).Add(currentLiabilities).Add(longTerm).Write();
+    Balance(48).Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum In(46,47);").Write();
 }
 
 std::string ValidateCell_G(Currency lineNum) {

@@ -61,7 +61,7 @@ PageKind KindOf(std::uint8_t byte) {
 std::vector<std::uint8_t> ReadWhole(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
-        throw StoreError(StoreError::Kind::CannotOpen, "unable to open database file: " + path);
+        throw StoreError(StoreError::Kind::CannotOpen, path + ": the file cannot be opened");
     }
     std::ifstream in(path, std::ios::binary | std::ios::ate);
     const std::streamoff size = in ? static_cast<std::streamoff>(in.tellg()) : -1;

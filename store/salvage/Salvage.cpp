@@ -477,7 +477,7 @@ SalvageResult SalvageDatabase(const std::string& source, const std::string& targ
     ReadFile(repair, source);
     const std::vector<std::string> names = TableNames(repair);
     if (names.empty()) {
-        throw StoreError(StoreError::Kind::NotADatabase, "file is not a database: " + source);
+        throw StoreError(StoreError::Kind::NotADatabase, source + ": is not a Cost Report File");
     }
     Target file(target, prepare);
     const std::string missing = MissingDefinitions(repair.Schema, names);

@@ -16,6 +16,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileGuard.h"
 #include "store/session/RepairCrf.h"
@@ -55,7 +56,7 @@ public:
         try {
             step();
         } catch (const std::exception& error) {
-            Note(error.what());
+            Note(PlainWords(error));
         }
     }
     void Note(const std::string& trouble) {
@@ -72,13 +73,13 @@ void RepairAndTell(Steps& steps) {
     try {
         ShowRepairReport(gCRFPath, RepairCrf(gCRFPath));
     } catch (const StoreError& error) {
-        steps.Note(error.what());
+        steps.Note(PlainWords(error));
         const bool damaged = error.kind() == StoreError::Kind::Damaged ||
                              error.kind() == StoreError::Kind::NotADatabase;
         if (damaged)
             TheDialogs().MsgBox(
-                fmt::format("{} could not be repaired.\r{}", gCRFPath, error.what()), kExclamation,
-                "Repair Report");
+                fmt::format("{} could not be repaired.\r{}", gCRFPath, PlainWords(error)),
+                kExclamation, "Repair Report");
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "calc/Calc_All.h"
 #include "calc/LineBreaks.h"
+#include "structure/modAddS2.h"
 #include "worksheets/Sheets.h"
 
 namespace zolmara {
@@ -177,7 +178,9 @@ TEST_F(Calc_AllTest, LineBreaksAreCutOutOfTextFields) {
     SetCell("S1p2", 3, "Col_1", "");
     SetCell("S1p2", 4, "Col_1", nullptr);
     gDB.Execute("INSERT INTO A81p2 (SeqNum,Col_3) VALUES (1,?);", {"G\rH"});
-    gDB.Execute("INSERT INTO S2p2 (LineNum,Col_1,Col_7) VALUES (1,?,?);", {"I\nJ", "K\r\nL"});
+    AddS2Line(Currency::FromWhole(1), 2);
+    SetCell("S2p2", 1, "Col_1", "I\nJ");
+    SetCell("S2p2", 1, "Col_7", "K\r\nL");
     Calc_All();
     EXPECT_EQ(TextCell("S1p2", 1, "Col_1"), "ABCD");
     EXPECT_EQ(TextCell("S1p2", 1, "Col_2"), "EF");

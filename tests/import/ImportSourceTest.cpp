@@ -142,7 +142,7 @@ TEST_F(ImportSourceTest, AFileThatAnotherProgramHoldsIsToldAsHeld) {
     host.Forget();
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Unreadable);
     EXPECT_EQ(host.Texts()[0],
-              NotValid("LastYear.CRF") + "\r\n" + source_ + ": database is locked");
+              NotValid("LastYear.CRF") + "\r\n" + source_ + ": another program is using the file");
     sqlite3_close(other);
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Open);
 }

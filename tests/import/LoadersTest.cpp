@@ -63,6 +63,31 @@ TEST_F(LoadersTest, OnA7TheLaterColumnsOfALineAddToWhatTheyHold) {
     EXPECT_EQ(NumOr(Cell("A7p1", 2, "Col_2")), 4);
 }
 
+TEST_F(LoadersTest, AmountsOfA7ThatWereAddedToAreTold) {
+    SetCell("A7p1", 1, "Col_1", 100);
+    SetCell("A7p1", 1, "Col_2", 200);
+    SetCell("A7p1", 1, "Col_3", 300);
+    SetCell("A7p2", 2, "Col_9", 40);
+    const bool clean = Import(
+        {"A7p1|1|1|1", "A7p1|1|2|2", "A7p1|1|3|3", "A7p1|1|5|4", "A7p2|2|1|5", "A7p2|2|9|6"});
+    EXPECT_TRUE(clean);
+    EXPECT_EQ(NumOr(Cell("A7p1", 1, "Col_2")), 202);
+    EXPECT_EQ(Messages(),
+              (std::vector<Message>{{"F.Y.I.",
+                                     "Table A7p1: amounts of the file were added to what stood in "
+                                     "line 1 column 2, line 1 column 3."},
+                                    {"F.Y.I.",
+                                     "Table A7p2: amounts of the file were added to what stood in "
+                                     "line 2 column 9."},
+                                    {"", std::string(kClosing)}}));
+}
+
+TEST_F(LoadersTest, AmountsOfOneFileThatAddUpAreNoNews) {
+    Import({"A7p1|1|1|1", "A7p1|1|2|2", "A7p1|1|2|3", "A|8|1|4", "A|8|1|5"});
+    EXPECT_EQ(NumOr(Cell("A7p1", 1, "Col_2")), 5);
+    EXPECT_TRUE(IsClean());
+}
+
 TEST_F(LoadersTest, OnA7NullCountsAs0) {
     Import({"A7p2|1|1|10", "A7p2|1|2|4"});
     EXPECT_EQ(NumOr(Cell("A7p2", 1, "Col_1")), 10);

@@ -6,6 +6,7 @@
 #include "print/PrintPage.h"
 #include "print/PrintSupport.h"
 #include "store/Files.h"
+#include "structure/modAddS2.h"
 
 namespace zolmara::test {
 namespace {
@@ -94,7 +95,8 @@ TEST_F(PrintDriverTest, TheWholeFormIsOneFileAndOneJobWithSFirst) {
 }
 
 TEST_F(PrintDriverTest, S2FollowsS1AndA7StandsOnce) {
-    gDB.Execute("INSERT INTO S2p2 (LineNum,Col_1) VALUES (1,'Foundation');");
+    AddS2Line(Currency::FromWhole(1), 2);
+    RenameS2Line(Currency::FromWhole(1), 2, "Foundation", "");
     Print_All(0);
     const Lines lines = PrintedLines(WholePrintFile());
     const Lines labels = Labels(lines);

@@ -78,6 +78,29 @@ TEST_F(W_GTest, AnAmountTooLargeForFourDecimalsIsAFailure) {
     EXPECT_THROW(Calc_G(), StoreError);
 }
 
+/// What the calculation of G stops with.
+std::string Refusal() {
+    try {
+        Calc_G();
+    } catch (const StoreError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST_F(W_GTest, ABalanceThatIsTooLargeNamesItsLine) {
+    Key(27, 1e15);
+    EXPECT_EQ(Refusal(), "Worksheet G: the balance of line 31 is too large.");
+    Key(27, 0);
+    Key(6, 1e300);
+    EXPECT_EQ(Refusal(), "Worksheet G: the balance of line 10 is too large.");
+    Key(6, 0);
+    // Each sum can be held, and what they add up to cannot.
+    Key(1, 9e14);
+    Key(11, 9e14);
+    EXPECT_EQ(Refusal(), "Worksheet G: the balance of line 32 is too large.");
+}
+
 TEST(ValidateCell_GTest, ComputedLinesRefuse) {
     for (const double line : {10.0, 26.0, 31.0, 32.0, 40.0, 45.0, 46.0, 48.0, 10.5}) {
         EXPECT_EQ(ValidateCell_G(Currency(line)),

@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "core/Status.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "ui/dialogs/frmCopy2Floppy.h"
 #include "ui/dialogs/frmViewError.h"
@@ -101,7 +102,7 @@ bool Guarded(const std::function<void()>& action) {
         action();
         done = true;
     } catch (const std::exception& failure) {
-        error = failure.what();
+        error = PlainWords(failure);
     }
     if (!done) {
         TheStatus().SetPointer(Pointer::Normal);

@@ -19,6 +19,7 @@
 #include <filesystem>
 
 #include "core/Globals.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/OpenForms.h"
@@ -202,7 +203,7 @@ void frmPreview::Work(const QString& text, const std::string& file,
         if (result == PaintResult::Failed) TellError(file, "The printer takes no pages.");
     } catch (const std::exception& error) {
         bar.reset();
-        TellError(file, error.what());
+        TellError(file, PlainWords(error));
     }
 }
 

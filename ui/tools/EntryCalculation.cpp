@@ -7,6 +7,7 @@
 #include "calc/Calc_All.h"
 #include "core/Globals.h"
 #include "core/Machine.h"
+#include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
@@ -67,7 +68,7 @@ void Run() {
     try {
         Calculate();
     } catch (const std::exception& error) {
-        note = "Not calculated: " + Q(error.what());
+        note = "Not calculated: " + Q(PlainWords(error));
     }
     for (frmWorksheet* window : WorksheetWindows()) window->SetGrd();
 }

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "core/Globals.h"
+#include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "ui/dialogs/frmCRFEditInfo.h"
@@ -183,7 +184,7 @@ bool frmWorksheet::MayClose() {
         FormCloses(*form);
     } catch (const StoreError& error) {
         // A file that cannot be read any more does not hold its windows.
-        TheDialogs().MsgBox(error.what(), kCritical, std::string(kProductName));
+        TheDialogs().MsgBox(PlainWords(error), kCritical, std::string(kProductName));
     }
     return true;
 }

@@ -1,0 +1,160 @@
+#include "worksheets/WholeForm.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "core/Globals.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
+#include "worksheets/Build.h"
+#include "worksheets/Rows.h"
+#include "worksheets/Schedules.h"
+
+namespace zolmara {
+namespace {
+
+/// Lines of the form that are always there, from one to another.
+struct Lines {
+    std::string_view Item;
+    std::int64_t From;
+    std::int64_t To;
+};
+constexpr std::array<Lines, 17> kLines = {{{"Sp1", 1, 10},
+                                           {"S1p1", 1, 5},
+                                           {"S1p2", 1, 5},
+                                           {"A6", 100, 100},
+                                           {"A7p1", 1, 9},
+                                           {"A7p2", 3, 3},
+                                           {"A81p1", 100, 100},
+                                           {"A8", 1, 17},
+                                           {"A8", 100, 100},
+                                           {"A", 3, 3},
+                                           {"A", 7, 7},
+                                           {"A", 99, 100},
+                                           {"E", 1, 4},
+                                           {"G", 1, 48},
+                                           {"G1", 1, 9},
+                                           {"G1", 15, 15},
+                                           {"G1", 21, 22}}};
+
+/// The table whose lines a worksheet has one for one, and where they end.
+struct Follows {
+    std::string Table;
+    Currency Below;
+};
+
+Follows FollowedBy(const Worksheet& sheet) {
+    if (sheet.Item == "A") return {"CostCenters", kTotalOfA};
+    if (sheet.Item == "A7p2") return {"CostCenters", kCapitalSubtotal};
+    const Schedule* schedule = FindSchedule(sheet.Item);
+    if (!schedule || !schedule->HasParts) return {};
+    return {fmt::format("S2p{}", PartOf(sheet.Item)), kPartTotal};
+}
+
+std::int64_t LastFixedLine(const Schedule& schedule, char part) {
+    if (part != '3') return kPartTotal.Whole();
+    return schedule.Kind == ScheduleKind::Statistics ? kUnitCostMultiplier.Whole()
+                                                     : kGrandTotal.Whole();
+}
+
+using LineList = std::vector<Currency>;
+
+void Append(LineList& lines, std::int64_t from, std::int64_t to) {
+    for (auto line = from; line <= to; ++line) lines.push_back(Currency::FromWhole(line));
+}
+
+LineList FormLinesOf(const Worksheet& sheet) {
+    LineList lines;
+    for (const Lines& some : kLines)
+        if (some.Item == sheet.Item) Append(lines, some.From, some.To);
+    const Schedule* schedule = FindSchedule(sheet.Item);
+    if (schedule && schedule->HasParts)
+        Append(lines, kPartTotal.Whole(), LastFixedLine(*schedule, PartOf(sheet.Item)));
+    return lines;
+}
+
+LineList LinesOf(std::string_view table, std::string_view key) {
+    LineList lines;
+    Recordset rows = gDB.OpenRecordset(fmt::format("SELECT {0} FROM {1} ORDER BY {0};", key, table),
+                                       dbOpenSnapshot);
+    for (; !rows.Eof(); rows.MoveNext()) lines.push_back(LineOf(rows));
+    return lines;
+}
+
+std::string NoLine(std::string_view table, Currency line) {
+    return fmt::format("Worksheet {} has no line {}.", table, NumberText(line));
+}
+
+void NeedAll(std::string_view table, const LineList& have, const LineList& need) {
+    LineList missing;
+    std::ranges::set_difference(need, have, std::back_inserter(missing));
+    if (missing.empty()) return;
+    throw StoreError(StoreError::Kind::Other, fmt::format("Worksheet {} has no line {}.", table,
+                                                          NumberText(missing.front())));
+}
+
+void NeedRows(const Worksheet& sheet) {
+    const LineList have = LinesOf(sheet.Item, sheet.Key);
+    const LineList form = FormLinesOf(sheet);
+    NeedAll(sheet.Item, have, form);
+    const Follows follows = FollowedBy(sheet);
+    if (follows.Table.empty() || !gDB.HasTable(follows.Table)) return;
+    const auto isOwn = [&](Currency line) {
+        return line < follows.Below && !std::ranges::binary_search(form, line);
+    };
+    LineList own, followed;
+    std::ranges::copy_if(have, std::back_inserter(own), isOwn);
+    std::ranges::copy_if(LinesOf(follows.Table, "LineNum"), std::back_inserter(followed), isOwn);
+    NeedAll(sheet.Item, own, followed);
+    NeedAll(follows.Table, followed, own);
+}
+
+using FieldList = std::vector<WorksheetField>;
+
+bool Has(const FieldList& fields, std::string_view name) {
+    return std::ranges::any_of(
+        fields, [&](const WorksheetField& field) { return SameText(field.Name, name); });
+}
+
+/// A column that the worksheet does not have; one of a cost center asks for that cost center.
+std::string OfStranger(std::string_view item, std::string_view column) {
+    if (IsCostCenterColumn(column)) return NoLine("CostCenters", LineOfColumn(column));
+    return fmt::format("Worksheet {} has a column that is not the form's: {}.", item, column);
+}
+
+/// What is wrong with the columns of a table; empty where nothing is. Those of a schedule are
+/// counted, so each must stand in its place.
+std::string WrongColumn(const TableDef& table, const FieldList& fields) {
+    for (const WorksheetField& field : fields)
+        if (table.FieldIndex(field.Name) < 0)
+            return fmt::format("Worksheet {} has no column {}.", table.Name, field.Name);
+    if (!FindSchedule(table.Name)) return {};
+    for (const FieldDef& column : table.Fields)
+        if (!Has(fields, column.Name)) return OfStranger(table.Name, column.Name);
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (!SameText(table.Fields[i].Name, fields[i].Name))
+            return fmt::format("Worksheet {} has its column {} in another place.", table.Name,
+                               fields[i].Name);
+    return {};
+}
+
+void NeedColumns(const Worksheet& sheet) {
+    const std::string wrong = WrongColumn(gDB.Table(sheet.Item), sheet.Fields(sheet.Item));
+    if (!wrong.empty()) throw StoreError(StoreError::Kind::Other, wrong);
+}
+
+}  // namespace
+
+void NeedWholeForm(std::string_view item) {
+    const Worksheet* sheet = FindWorksheet(item);
+    if (!sheet || !gDB.HasTable(sheet->Item)) return;
+    NeedColumns(*sheet);
+    NeedRows(*sheet);
+}
+
+}  // namespace zolmara

@@ -1,0 +1,17 @@
+#pragma once
+
+// What a worksheet's table must have before anything is added up or printed from it: its lines of
+// the form, those that follow the cost centers or the components, and its columns. A sum over a
+// table that lacks one of them is wrong and looks right.
+
+#include <string_view>
+
+namespace zolmara {
+
+/// StoreError with the worksheet and the line or column that is missing: of the worksheet, or of
+/// the list of cost centers or components that its lines follow. A column that belongs to no cost
+/// center is told, too. A name that is no worksheet, or one whose table is not there, is passed
+/// over.
+void NeedWholeForm(std::string_view item);
+
+}  // namespace zolmara
