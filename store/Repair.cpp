@@ -118,7 +118,8 @@ Rescue RescueInto(const std::string& fresh, const std::string& path, const Repai
     return rescue;
 }
 
-/// "Sample.damaged-2026-11-21.CRF", with a number behind the date where that is taken.
+/// "Sample.damaged-2026-11-21.CRF", with a number behind the date where that is taken by another
+/// file. A repair that was killed may have given the file that name already.
 std::string NameForDamaged(const fs::path& path) {
     const auto day = Format(Now(), "yyyy-mm-dd");
     const auto named = [&](int number) {
@@ -128,15 +129,22 @@ std::string NameForDamaged(const fs::path& path) {
         return (path.parent_path() / name).string();
     };
     int number = 1;
-    while (FileExists(named(number))) ++number;
+    while (FileExists(named(number)) && !IsSameFile(path, named(number))) ++number;
     return named(number);
 }
 
-/// A second name costs nothing; where the folder has none, a copy.
-void KeepBeside(const std::string& path, const std::string& name) {
+/// A second name costs nothing; where the folder has none, a copy with the same rights. Gives the
+/// name.
+std::string KeepBeside(const std::string& file, const ScratchFolder& aside) {
+    auto name = NameForDamaged(file);
     std::error_code error;
-    fs::create_hard_link(path, name, error);
-    if (error) CopyWholeFile(path, name);
+    fs::create_hard_link(file, name, error);
+    if (!error || IsSameFile(file, name)) return name;
+    const std::string copy = aside.File("damaged.CRF");
+    CopyWholeFile(file, copy);
+    if (!PutFile(copy, name, false, file))
+        Fail(StoreError::Kind::CannotOpen, name, "another program made the file meanwhile");
+    return name;
 }
 
 std::vector<std::string> NamesOf(const Definitions& definitions) {
@@ -145,35 +153,54 @@ std::vector<std::string> NamesOf(const Definitions& definitions) {
     return names;
 }
 
-}  // namespace
+ino_t NodeOf(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 ? info.st_ino : 0;
+}
 
-FileRepair RepairFile(const std::string& path, const RepairHelp& help) {
-    NeedRegularFile(path);
-    NeedWritable(path);
-    FileRepair repair;
-    if (FindDamage(path, help).empty()) return repair;
-    repair.WasDamaged = true;
-    // Nobody may come to the file between the rescue of its rows and the name of the new one.
-    const std::string file = BehindLinks(path);
-    const SoleClaim claim(file);
+/// Gives the file's name to the new one. Where that fails the damaged one has its first name alone.
+void PutInPlace(const std::string& fresh, const std::string& file, const std::string& kept) {
+    // A journal of the damaged file must never be played back into the new one.
+    DeleteFile(file + "-journal");
+    try {
+        PutFile(fresh, file, true);
+    } catch (const StoreError&) {
+        if (!kept.empty() && IsSameFile(file, kept)) DeleteFile(kept);
+        throw;
+    }
+}
+
+/// Makes a damaged file anew, which is in nobody's hands.
+FileRepair Renew(const std::string& file, const RepairHelp& help) {
     // Not REINDEX, even where only indexes are complained of: a page of rows that was overwritten
     // by an empty one looks like that too, and the indexes are what still tells of the loss.
     const ScratchFolder aside(file);
     const std::string fresh = aside.File("repaired.CRF");
     auto rescue = RescueInto(fresh, file, help);
-    repair.Losses = std::move(rescue.Result.Losses);
-    repair.RowsKept = rescue.Result.RowsKept;
+    FileRepair repair{true, std::move(rescue.Result.Losses), rescue.Result.RowsKept, {}};
     if (help.Complete)
         for (auto& sentence : help.Complete(fresh, NamesOf(rescue.Made)))
             repair.Losses.push_back(std::move(sentence));
-    if (!repair.Losses.empty()) {
-        repair.KeptAs = NameForDamaged(file);
-        KeepBeside(file, repair.KeptAs);
-    }
-    // A journal of the damaged file must never be played back into the new one.
-    DeleteFile(file + "-journal");
-    PutFile(fresh, file, true);
+    if (!repair.Losses.empty()) repair.KeptAs = KeepBeside(file, aside);
+    PutInPlace(fresh, file, repair.KeptAs);
     return repair;
+}
+
+}  // namespace
+
+FileRepair RepairFile(const std::string& path, const RepairHelp& help) {
+    NeedRegularFile(path);
+    NeedWritable(path);
+    const std::string file = BehindLinks(path);
+    const ino_t node = NodeOf(file);
+    if (FindDamage(file, help).empty()) return {};
+    {
+        // Nobody may come to the file between the rescue of its rows and the name of the new one.
+        const SoleClaim claim(file);
+        if (NodeOf(file) == node) return Renew(file, help);
+    }
+    // Another program was quicker.
+    return RepairFile(path, help);
 }
 
 RepairReport DBEngine::RepairDatabase(const std::string& path) {

@@ -4,112 +4,22 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <set>
 #include <thread>
 
 #include "cli/CliRunner.h"
 #include "print/Reports.h"
 #include "store/Files.h"
 #include "store/FilledCrf.h"
-#include "store/files/Scratch.h"
-#include "store/harness/Faults.h"
+#include "store/harness/FaultTries.h"
 #include "store/session/Settings.h"
-#include "support/TestCrf.h"
 
 namespace zolmara::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kKill = -1;
-/// In a short run not every call of a long act is tried.
-constexpr int kMostCalls = 30;
-
-class Faults : public SessionTest {
-protected:
-    Faults() {
-        OpenFilledCopy(base_);
-        SetCell("A", 8, "Col_1", 6001);
-        gDB.Execute("SELECT * INTO tblWork FROM A;");
-        gDB.Close();
-    }
-
-    std::string In(std::string_view name) const { return work_ + "/" + std::string(name); }
-    void StartAnew() const {
-        fs::remove_all(work_);
-        fs::create_directory(work_);
-        fs::copy_file(base_, In("One.CRF"));
-    }
-    static void Open(const std::string& path) {
-        SetCrfPath(path);
-        gDB = DBEngine::OpenDatabase(path);
-    }
-    /// What an opening finds in a CRF; it must be whole.
-    static std::string ContentOfFile(const std::string& path) {
-        Open(path);
-        std::string content = ContentOfCrf();
-        DropCrf();
-        EXPECT_FALSE(DBEngine::RepairDatabase(path).WasDamaged);
-        return content;
-    }
-    /// What stays but for the scratch of the dead, which the next close clears.
-    std::set<std::string> Names() const {
-        ClearScratch(work_);
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(work_))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
-
-    /// How many calls the act makes, undisturbed.
-    int CountCalls(const std::function<void()>& prepare, const std::function<void()>& act) {
-        StartAnew();
-        const auto end = RunInChild(prepare, [&] {
-            FaultsArm(work_.c_str(), 0, kKill, "");
-            act();
-            std::ofstream(folder.File("calls")) << FaultsDisarm() << ' ' << FaultsDroppedLocks();
-        });
-        EXPECT_EQ(end.Status, 0) << end.Message;
-        int calls = 0;
-        int dropped = -1;
-        std::ifstream(folder.File("calls")) >> calls >> dropped;
-        EXPECT_EQ(dropped, 0) << "a descriptor was closed under SQLite's locks";
-        EXPECT_GT(calls, 2);
-        return calls;
-    }
-
-    /// Lets each call fail, by a full disk, by a disk error and by the death of the program.
-    void Try(const std::function<void()>& prepare, const std::function<void()>& act,
-             const std::function<void()>& check) {
-        const int calls = CountCalls(prepare, act);
-        check();
-        const int step = std::max(1, calls / kMostCalls);
-        for (const int error : {kKill, ENOSPC, EIO}) {
-            for (int call = 1; call <= calls && !HasFailure(); call += call < 6 ? 1 : step) {
-                SCOPED_TRACE(testing::Message() << "error " << error << ", call " << call);
-                StartAnew();
-                const auto end = RunInChild(
-                    [&] {
-                        prepare();
-                        FaultsArm(work_.c_str(), call, error, "");
-                    },
-                    act);
-                EXPECT_EQ(end.Killed, error == kKill);
-                check();
-                ++tries_;
-            }
-        }
-        RecordProperty("tries", tries_);
-    }
-
-    std::string base_ = folder.File("Base.CRF");
-    std::string work_ = folder.File("work");
-    int tries_ = 0;
-};
+class Faults : public FaultTries {};
 
 TEST_F(Faults, ACloseLeavesTheCrfWhole) {
     StartAnew();
