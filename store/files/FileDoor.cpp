@@ -14,6 +14,7 @@
 #include "core/Dialogs.h"
 #include "store/Files.h"
 #include "store/files/FileGuard.h"
+#include "store/files/PutJournal.h"
 
 namespace fs = std::filesystem;
 
@@ -69,14 +70,6 @@ void GiveRights(const Descriptor& file, const std::string& target, const std::st
         ::fchmod(file.Number(), NewFileMode());
 }
 
-void SyncFolder(const std::string& target) {
-    const fs::path folder = fs::path(target).parent_path();
-    const Descriptor handle(
-        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
-    // Some file systems cannot do it.
-    if (handle.IsOpen() && ::fsync(handle.Number()) != 0 && errno != EINVAL) Failed(target);
-}
-
 /// Gives a file a name that nothing has yet. False when something has it.
 bool RenameToNew(const std::string& from, const std::string& to) {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
@@ -86,6 +79,30 @@ bool RenameToNew(const std::string& from, const std::string& to) {
     if (::access(to.c_str(), F_OK) == 0) return false;
     if (::rename(from.c_str(), to.c_str()) != 0) Failed(to);
     return true;
+}
+
+/// A file that is aside gets the rights that it will have, and all of it is on the disk.
+void MakeReadyAside(const std::string& aside, const std::string& target, const std::string& like) {
+    const Descriptor file(::open(aside.c_str(), O_RDWR | O_CLOEXEC));
+    if (!file.IsOpen()) Failed(target);
+    GiveRights(file, target, like);
+    if (::fsync(file.Number()) != 0) Failed(target);
+}
+
+bool GiveName(const std::string& aside, const std::string& target, bool mayReplace) {
+    if (!mayReplace) return RenameToNew(aside, target);
+    if (::rename(aside.c_str(), target.c_str()) != 0) Failed(target);
+    return true;
+}
+
+/// Another name for the file at `path`, so that it can come back; a copy where the folder knows no
+/// second names.
+void KeepUnder(const Scratch& scratch, const std::string& path) {
+    ::unlink(scratch.Path().c_str());
+    if (::link(path.c_str(), scratch.Path().c_str()) == 0) return;
+    std::error_code error;
+    fs::copy_file(path, scratch.Path(), fs::copy_options::overwrite_existing, error);
+    if (error) FileFailed(path, error);
 }
 
 }  // namespace
@@ -179,55 +196,58 @@ void OutFile::NeedUnchanged() {
     judged_ = StandingAt(target_);
 }
 
-void OutFile::TakeOver(bool stands) {
-    if (!PutFile(scratch_.Path(), target_, stands)) {
+void OutFile::MakeReady() {
+    Complete();
+    NeedUnprotected(path_);
+    NeedUnchanged();
+    MakeReadyAside(scratch_.Path(), target_, "");
+}
+
+void OutFile::TakeName() {
+    if (!GiveName(scratch_.Path(), target_, judged_.There)) {
         NeedUnchanged();
-        PutFile(scratch_.Path(), target_, true);
+        GiveName(scratch_.Path(), target_, true);
     }
     scratch_.Keep();
 }
 
 void OutFile::Put() {
-    Complete();
-    NeedUnprotected(path_);
-    NeedUnchanged();
-    TakeOver(judged_.There);
+    MakeReady();
+    TakeName();
+    SyncFolderOf(target_);
+}
+
+void SyncFolderOf(const std::string& path) {
+    const Descriptor folder(::open(FolderPathOf(path).c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
+    // Some file systems cannot do it.
+    if (folder.IsOpen() && ::fsync(folder.Number()) != 0 && errno != EINVAL) Failed(path);
 }
 
 bool PutFile(const std::string& aside, const std::string& target, bool mayReplace,
              const std::string& like) {
-    {
-        const Descriptor file(::open(aside.c_str(), O_RDWR | O_CLOEXEC));
-        if (!file.IsOpen()) Failed(target);
-        GiveRights(file, target, like);
-        if (::fsync(file.Number()) != 0) Failed(target);
-    }
-    if (!mayReplace) {
-        if (!RenameToNew(aside, target)) return false;
-    } else if (::rename(aside.c_str(), target.c_str()) != 0) {
-        Failed(target);
-    }
-    SyncFolder(target);
+    MakeReadyAside(aside, target, like);
+    if (!GiveName(aside, target, mayReplace)) return false;
+    SyncFolderOf(target);
     return true;
 }
 
 void PutTogether(OutFile& first, OutFile& second) {
-    first.Complete();
-    second.Complete();
-    second.NeedUnchanged();
-    // A second name for what the first one replaces.
+    first.MakeReady();
+    second.MakeReady();
     Scratch former(first.target_);
-    const bool stood = first.judged_.There && ::unlink(former.Path().c_str()) == 0 &&
-                       ::link(first.target_.c_str(), former.Path().c_str()) == 0;
-    const bool none = !OutFile::StandingAt(first.target_).There;
-    first.Put();
+    const bool stood = first.judged_.There;
+    if (stood) KeepUnder(former, first.target_);
+    const PutJournal journal(
+        {{first.AsidePath(), first.target_}, {second.AsidePath(), second.target_}});
+    first.TakeName();
     try {
-        second.Put();
+        second.TakeName();
     } catch (...) {
         if (stood && ::rename(former.Path().c_str(), first.target_.c_str()) == 0) former.Keep();
-        if (none) ::unlink(first.target_.c_str());
+        if (!stood) ::unlink(first.target_.c_str());
         throw;
     }
+    for (const OutFile* file : {&first, &second}) SyncFolderOf(file->target_);
 }
 
 }  // namespace zolmara

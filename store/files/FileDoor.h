@@ -81,7 +81,8 @@ private:
     static std::string JudgedTarget(const std::string& path, const OwnOutput& own);
     void Flush();
     void NeedUnchanged();
-    void TakeOver(bool stands);
+    void MakeReady();
+    void TakeName();
 
     std::string path_;
     std::string target_;  ///< behind the links
@@ -99,8 +100,12 @@ private:
 };
 
 /// Puts two files in place, or neither: when the second cannot be put, what stood under the
-/// first's name comes back.
+/// first's name comes back. Where the program dies between the two, the next ClearScratch or
+/// FinishPuts in the folder puts the second (see PutJournal.h).
 void PutTogether(OutFile& first, OutFile& second);
+
+/// Brings the names in the folder of a file to the disk.
+void SyncFolderOf(const std::string& path);
 
 /// Gives a file that is written aside and closed the mode, owner and group that a file at `target`
 /// has, brings it to the disk, and gives it that name. Where none stands it gets the mode of the

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -26,6 +27,13 @@ LockResult LockFile(const Descriptor& file, FileMark mark, bool exclusive) {
     lock.l_len = 1;
     if (::fcntl(file.Number(), F_OFD_SETLK, &lock) == 0) return LockResult::Taken;
     return errno == EAGAIN || errno == EACCES ? LockResult::Held : LockResult::Unavailable;
+}
+
+bool HasName(const Descriptor& file, const std::string& path) {
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(file.Number(), &opened) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
 LockResult LockFolder(const Descriptor& folder) {

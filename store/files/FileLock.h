@@ -44,7 +44,10 @@ enum class LockResult {
 /// lock needs a descriptor for writing, a shared one a descriptor for reading.
 LockResult LockFile(const Descriptor& file, FileMark mark, bool exclusive);
 
-/// The same for an open folder: exclusively, as its owner.
+/// Whether a name still leads to the opened file.
+bool HasName(const Descriptor& file, const std::string& path);
+
+/// Locks an open folder: exclusively, as its owner.
 LockResult LockFolder(const Descriptor& folder);
 
 }  // namespace zolmara

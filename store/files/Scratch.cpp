@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "store/Files.h"
+#include "store/files/FileGuard.h"
+#include "store/files/PutJournal.h"
 
 namespace fs = std::filesystem;
 
@@ -29,21 +31,15 @@ bool IsLetter(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-/// Whether the name still leads to the opened file.
-bool HasName(const Descriptor& file, const std::string& path) {
-    struct stat opened {};
-    struct stat named {};
-    return ::fstat(file.Number(), &opened) == 0 && ::lstat(path.c_str(), &named) == 0 &&
-           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
-}
-
 /// Deletes a scratch file whose owner is gone, its journal first: a journal alone could be taken
-/// for another file's.
+/// for another file's. What is to get another name stays until it has it; its owner being dead,
+/// that was written down before now or never.
 void DeleteIfOrphan(const std::string& path) {
     const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     struct stat info {};
     if (!file.IsOpen() || ::fstat(file.Number(), &info) != 0 || !S_ISREG(info.st_mode)) return;
     if (LockFile(file, FileMark::Owner, true) != LockResult::Taken || !HasName(file, path)) return;
+    if (HasPutJournal(FolderPathOf(path))) return;
     ::unlink((path + std::string(kJournal)).c_str());
     ::unlink(path.c_str());
 }
@@ -120,6 +116,7 @@ ScratchFolder::~ScratchFolder() {
 }
 
 void ClearScratch(const std::string& folder) {
+    if (!FinishPuts(folder)) return;
     std::error_code error;
     std::vector<std::string> names;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "store/files/FileLock.h"
 
@@ -24,9 +25,11 @@ public:
     /// Open for reading and writing. Closing it ends the ownership.
     const Descriptor& File() const { return file_; }
     /// The file has got another name: nothing is deleted any more.
-    void Keep() {
+    void Keep() { Release(); }
+    /// The same, with the ownership handed on.
+    Descriptor Release() {
         path_.clear();
-        file_ = Descriptor();
+        return std::move(file_);
     }
 
 private:
@@ -51,7 +54,8 @@ private:
     Descriptor folder_;
 };
 
-/// Deletes what programs that are no more have left in a folder, and nothing else.
+/// Finishes what programs that are no more were about to name (see PutJournal.h), deletes what
+/// else they have left in a folder, and nothing else.
 void ClearScratch(const std::string& folder);
 
 /// True for a name that Scratch makes.

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <thread>
 
@@ -11,6 +12,7 @@
 #include "print/Reports.h"
 #include "store/Files.h"
 #include "store/FilledCrf.h"
+#include "store/files/FileDoor.h"
 #include "store/harness/FaultTries.h"
 #include "store/session/Settings.h"
 
@@ -125,6 +127,40 @@ TEST_F(Faults, SettingsAreTheFormerOnesOrTheNewOnes) {
             EXPECT_TRUE(now == "/former" || now == "/new") << now;
             EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", "settings.ini"}));
         });
+}
+
+// --- Two files that belong together --------------------------------------------------------
+
+TEST_F(Faults, TwoFilesTakeTheirNamesTogether) {
+    const std::array<std::string, 2> names{In("One.txt"), In("sub/Two.txt")};
+    const auto all = [](std::string_view /*head*/) { return true; };
+    const auto put = [&] {
+        OutFile one(names[0], all);
+        OutFile two(names[1], all);
+        one.Write("new");
+        two.Write("new");
+        PutTogether(one, two);
+    };
+    for (const bool stood : {true, false}) {
+        const std::string former = stood ? "former" : "none";
+        Try(
+            [&] {
+                fs::create_directory(In("sub"));
+                if (!stood) return;
+                for (const auto& name : names) WriteWholeFile(name, "former");
+            },
+            put,
+            [&] {
+                ClearScratch(In("sub"));
+                EXPECT_EQ(fs::is_empty(In("sub")), !FileExists(names[1]));
+                const std::string one = ReadWholeFile(names[0]).value_or("none");
+                EXPECT_TRUE(one == "new" || one == former) << one;
+                EXPECT_EQ(ReadWholeFile(names[1]).value_or("none"), one);
+                std::set<std::string> left = Names();
+                left.erase("One.txt");
+                EXPECT_EQ(left, (std::set<std::string>{"One.CRF", "sub"}));
+            });
+    }
 }
 
 // --- Save As over what a killed program left -----------------------------------------------
