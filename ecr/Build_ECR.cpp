@@ -202,10 +202,10 @@ bool Produce(Build& build) {
     WriteEcr(build);
     SealEcr(build);
     if (!MakePi(build)) return false;
+    SetFileTime(build.PiFile->AsidePath(), ECRDate.AsDate());
     PutTogether(*build.EcrFile, *build.PiFile);
     PrintCertificationPage(build);
     PutClockRight(build);
-    SetFileTime(build.Pi, ECRDate.AsDate());
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "ecr/FileNames.h"
 #include "store/Files.h"
 #include "store/PlainWords.h"
+#include "store/files/PutJournal.h"
 #include "store/session/Session.h"
 
 namespace fs = std::filesystem;
@@ -47,6 +48,7 @@ std::string CopyLocation(const std::string& ecrPath) {
 
 bool CopySubmission(std::string& path, const std::string& drive) {
     if (path.empty()) return true;
+    FinishPuts(FolderOf(path));
     for (const std::string_view prefix : {"SN", "PI"}) {
         Rename(path, prefix);
         if (!CopyTo(path, (fs::path(drive) / FileTitle(path)).string())) return false;

@@ -103,8 +103,12 @@ bool Finish(const std::vector<Step>& steps) {
     if (!std::ranges::all_of(steps, known)) return true;
     for (const Step& step : steps)
         if (!step.IsDone() && ::rename(step.Aside.c_str(), step.Target.c_str()) != 0) return false;
-    for (const Step& step : steps) SyncFolderOf(step.Target);
-    return true;
+    try {
+        for (const Step& step : steps) SyncFolderOf(step.Target);
+        return true;
+    } catch (const StoreError&) {
+        return false;
+    }
 }
 
 bool FinishOne(const std::string& folder, const std::string& path) {

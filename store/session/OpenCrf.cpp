@@ -8,6 +8,7 @@
 #include "core/Windows.h"
 #include "store/Files.h"
 #include "store/WholeCrf.h"
+#include "store/files/PutJournal.h"
 #include "store/session/Backups.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
@@ -84,6 +85,8 @@ bool RefusePeriod(const Variant& start) {
 }
 
 bool OpenAndCheck() {
+    // Submission files whose build died between their two names.
+    FinishPuts(gCRFDir);
     gDB = DBEngine::OpenDatabase(gCRFPath);
     const Identity identity = ReadIdentity();
     if (RefuseForm(identity.FormNum) || RefusePeriod(identity.FYStart)) return false;
