@@ -29,11 +29,10 @@ std::string Content(const std::string& path) {
 
 void WriteRecords(const std::string& path) {
     OwnPrintFile file(path);
-    ECRFile = file.Number();
-    ECR_Type1(DateTime(2024, 2, 1, 10, 30, 0));
-    ECR_Type2();
-    ECR_Type3();
-    ECRFile = 0;
+    EcrRun run(file.Number());
+    ECR_Type1(run, DateTime(2024, 2, 1, 10, 30, 0));
+    ECR_Type2(run);
+    ECR_Type3(run);
     file.Close();
 }
 

@@ -118,29 +118,14 @@ void PutClockRight(Build& build) {
 
 // --- The electronic report -----------------------------------------------------------------
 
-/// The file that records go to, for as long as it is open.
-class RecordFile {
-public:
-    explicit RecordFile(const std::string& path) : file_(path, IsOwnEcr) {
-        ECRFile = file_.Number();
-    }
-    ~RecordFile() { ECRFile = 0; }
-    RecordFile(const RecordFile&) = delete;
-    RecordFile& operator=(const RecordFile&) = delete;
-
-    std::unique_ptr<OutFile> Release() { return file_.Release(); }
-
-private:
-    OwnPrintFile file_;
-};
-
 void WriteEcr(Build& build) {
-    RecordFile file(build.Ecr);
+    OwnPrintFile file(build.Ecr, IsOwnEcr);
+    EcrRun run(file.Number());
     ECRStamp = StampText();
-    ECR_Type1(ECRDate.AsDate());
+    ECR_Type1(run, ECRDate.AsDate());
     TheStatus().ShowCalcMsg("Producing Type 2");
-    ECR_Type2();
-    ECR_Type3();
+    ECR_Type2(run);
+    ECR_Type3(run);
     build.EcrFile = file.Release();
 }
 

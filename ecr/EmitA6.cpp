@@ -26,7 +26,9 @@ bool IsOnTotalLine(int column) { return column == 5 || column == 8; }
 
 class A6Writer {
 public:
-    A6Writer() : rows_(gDB.OpenRecordset("SELECT * From A6 Order By LineNum;")) {}
+    explicit A6Writer(EcrRun& run)
+        : run_(run),
+          rows_(gDB.OpenRecordset("SELECT * From A6 Order By LineNum;", dbOpenSnapshot)) {}
 
     void WriteAll() {
         for (; !rows_.Eof(); rows_.MoveNext()) {
@@ -61,36 +63,30 @@ private:
     void WriteTotal(int column, double total) const {
         if (total == 0) return;
         const std::string letters = std::string(Trim(code_)) + "0";
-        ECRLine = fmt::format("3A6000{}  {}{}{}", LeftText(letters, 2), LineField(kTotalOfEntries),
-                              ColumnField(column), Fortran(total, "I16", " ", false));
-        WriteRecord();
+        run_.ECRLine =
+            fmt::format("3A6000{}  {}{}{}", LeftText(letters, 2), LineField(kTotalOfEntries),
+                        ColumnField(column), Fortran(total, "I16", " ", false));
+        run_.WriteRecord();
     }
 
     void WriteCell(int column) {
-        const std::string field = fmt::format("Col_{}", column);
-        if (column == 1) {
-            CarryExplanation();
-        } else if (!SaysSomething(rows_[field])) {
-            return;
-        }
+        const Variant content = column == 1 ? Explanation() : rows_[fmt::format("Col_{}", column)];
+        if (column != 1 && !SaysSomething(content)) return;
         const Currency whole = Currency::FromWhole(Line().Whole());
-        ECRLine = fmt::format(
+        run_.ECRLine = fmt::format(
             "3A600000  {}{}{}", LineField(whole), ColumnField(column),
-            Fortran(rows_[field], kFormats.at(static_cast<std::size_t>(column - 1)), " ", false));
-        WriteRecord();
+            Fortran(content, kFormats.at(static_cast<std::size_t>(column - 1)), " ", false));
+        run_.WriteRecord();
     }
 
-    /// Puts the last explanation into a row that has none, for as long as the row is at hand; it
-    /// is never stored.
-    void CarryExplanation() {
-        if (!IsBlankValue(rows_["Col_1"])) {
-            explanation_ = Text(rows_["Col_1"]);
-            return;
-        }
-        rows_.Edit();
-        rows_.Set("Col_1", explanation_);
+    /// The row's explanation, or the last one where it has none.
+    Variant Explanation() {
+        if (IsBlankValue(rows_["Col_1"])) return explanation_;
+        explanation_ = Text(rows_["Col_1"]);
+        return rows_["Col_1"];
     }
 
+    EcrRun& run_;
     Recordset rows_;
     std::string code_;
     std::string explanation_;
@@ -100,6 +96,6 @@ private:
 
 }  // namespace
 
-void ECR_A6() { A6Writer().WriteAll(); }
+void ECR_A6(EcrRun& run) { A6Writer(run).WriteAll(); }
 
 }  // namespace zolmara

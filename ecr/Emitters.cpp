@@ -39,8 +39,8 @@ std::string ValueField(const Variant& cell, const CellForm& form, std::string_vi
 /// Writes a worksheet's rows. Keeps the format of the last cell, for the column that has none.
 class CellWriter {
 public:
-    explicit CellWriter(const CellEmitter& emitter)
-        : emitter_(emitter), rows_(gDB.OpenRecordset(emitter.Query, dbOpenSnapshot)) {}
+    CellWriter(EcrRun& run, const CellEmitter& emitter)
+        : run_(run), emitter_(emitter), rows_(gDB.OpenRecordset(emitter.Query, dbOpenSnapshot)) {}
 
     void WriteAll() {
         for (; !rows_.Eof(); rows_.MoveNext()) {
@@ -67,12 +67,13 @@ private:
         const Variant& cell = rows_[fmt::format("Col_{}", column)];
         if (!(emitter_.TakesCell ? emitter_.TakesCell : SaysSomething)(cell)) return;
         if (form.Format != kFormBefore) format_ = form.Format;
-        ECRLine = head;
-        ECRLine += ColumnField(column);
-        ECRLine += ValueField(cell, form, format_);
-        WriteRecord();
+        run_.ECRLine = head;
+        run_.ECRLine += ColumnField(column);
+        run_.ECRLine += ValueField(cell, form, format_);
+        run_.WriteRecord();
     }
 
+    EcrRun& run_;
     const CellEmitter& emitter_;
     Recordset rows_;
     std::string_view format_;
@@ -80,25 +81,25 @@ private:
 
 }  // namespace
 
-void ECR_Worksheet(std::string_view item) {
+void ECR_Worksheet(EcrRun& run, std::string_view item) {
     if (SameText(item, "A6")) {
-        ECR_A6();
+        ECR_A6(run);
     } else if (const CellEmitter* const cells = FindCellEmitter(item)) {
-        CellWriter(*cells).WriteAll();
+        CellWriter(run, *cells).WriteAll();
     } else if (const ScheduleEmitter* const schedule = FindScheduleEmitter(item)) {
-        ECR_Schedule(*schedule, item);
+        ECR_Schedule(run, *schedule, item);
     }
-    if (SameText(item, "Sp1")) ECR_Signature();
+    if (SameText(item, "Sp1")) ECR_Signature(run);
 }
 
-void ECR_Type3() {
+void ECR_Type3(EcrRun& run) {
     Recordset worksheets = gDB.OpenRecordset(
         "SELECT Item, ItemName From Worksheets Where Calc_Lvl < 999 ORDER BY Item;",
         dbOpenSnapshot);
     for (; !worksheets.Eof(); worksheets.MoveNext()) {
         TheStatus().ShowCalcMsg("Producing Type 3 For Worksheet: " + Text(worksheets["ItemName"]));
         TheStatus().DoEvents();
-        ECR_Worksheet(Text(worksheets["Item"]));
+        ECR_Worksheet(run, Text(worksheets["Item"]));
     }
 }
 

@@ -40,16 +40,16 @@ bool IsOwnEcr(std::string_view head) {
     return head.starts_with(fmt::format("1{:10} 1   {}", "", NumberInFile()));
 }
 
-void ECR_Type1(const DateTime& stamp) {
-    ECRLine =
+void ECR_Type1(EcrRun& run, const DateTime& stamp) {
+    run.ECRLine =
         fmt::format("1{:10} 1   {}{}{}H{}P{}{}{}", "", NumberInFile(), JulianField(gFYStart),
                     JulianField(gFYEnd), kRecordLayout, Fortran(RevisionInFile(), "I3", "0", false),
                     JulianField(stamp), JulianField(LayoutDate()));
-    WriteRecord();
-    ECRLine = fmt::format("1{:11}2{:7}287-22", "", "");
-    WriteRecord();
-    ECRLine = fmt::format("1{:11}4{:7}{}", "", "", FormatDate(stamp, "hh:nn"));
-    WriteRecord();
+    run.WriteRecord();
+    run.ECRLine = fmt::format("1{:11}2{:7}287-22", "", "");
+    run.WriteRecord();
+    run.ECRLine = fmt::format("1{:11}4{:7}{}", "", "", FormatDate(stamp, "hh:nn"));
+    run.WriteRecord();
 }
 
 // --- Names ---------------------------------------------------------------------------------
@@ -62,14 +62,15 @@ std::string NameSubscript(double line) {
     return Fortran((line - std::trunc(line)) * 100, "I2", " ", true);
 }
 
-void WriteCostCenterNames() {
+void WriteCostCenterNames(EcrRun& run) {
     Recordset rows =
         gDB.OpenRecordset("Select * From CostCenters Order By LineNum;", dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         const double line = CurOr(rows["LineNum"]).ToDouble();
-        ECRLine = fmt::format("2A000000  {}{}{:9}{}", Fortran(std::trunc(line), "I3", " ", false),
-                              NameSubscript(line), "", Fortran(rows["CCName"], "C36", " ", false));
-        WriteRecord();
+        run.ECRLine =
+            fmt::format("2A000000  {}{}{:9}{}", Fortran(std::trunc(line), "I3", " ", false),
+                        NameSubscript(line), "", Fortran(rows["CCName"], "C36", " ", false));
+        run.WriteRecord();
     }
 }
 
@@ -119,7 +120,7 @@ std::string LabelField(const Recordset& row, int field, std::string_view codeFor
     return Fortran(label, "C10", " ", false);
 }
 
-void WriteLabels(const LabelRecords& records) {
+void WriteLabels(EcrRun& run, const LabelRecords& records) {
     Recordset rows = gDB.OpenRecordset(records.Query, dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         if (!HasLabels(rows)) continue;
@@ -128,20 +129,20 @@ void WriteLabels(const LabelRecords& records) {
         for (int field = records.FirstField; field < rows.FieldCount(); ++field) {
             const std::string label = LabelField(rows, field, records.CodeFormat);
             if (Trim(label).empty()) continue;
-            ECRLine =
+            run.ECRLine =
                 fmt::format("2{}  {}  {}{}", worksheet,
                             Fortran(field + records.LineOffset, "I3", " ", true), column, label);
-            WriteRecord();
+            run.WriteRecord();
         }
     }
 }
 
 }  // namespace
 
-void ECR_Type2() {
-    WriteCostCenterNames();
-    WriteLabels(kCenterLabels);
-    WriteLabels(kPoolLabels);
+void ECR_Type2(EcrRun& run) {
+    WriteCostCenterNames(run);
+    WriteLabels(run, kCenterLabels);
+    WriteLabels(run, kPoolLabels);
 }
 
 }  // namespace zolmara

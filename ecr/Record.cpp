@@ -7,9 +7,6 @@
 
 namespace zolmara {
 
-FileNumber ECRFile = 0;
-std::string ECRLine;
-
 namespace {
 
 std::string NumberField(double whole, bool blankZero) {
@@ -20,7 +17,7 @@ std::string SubscriptField(double subscript) { return Fortran(subscript, "I2", "
 
 }  // namespace
 
-void WriteRecord() { PrintLine(ECRFile, ECRLine); }
+void EcrRun::WriteRecord() const { PrintLine(ECRFile, ECRLine); }
 
 std::string LineField(Currency key, bool blankZero) {
     const double line = key.ToDouble();

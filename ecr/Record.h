@@ -10,11 +10,16 @@
 
 namespace zolmara {
 
-extern FileNumber ECRFile;   ///< the open file that records go to; 0 none
-extern std::string ECRLine;  ///< the record in hand
+/// One writing of the report, which goes along to all that write records.
+struct EcrRun {
+    explicit EcrRun(FileNumber file) : ECRFile(file) {}
 
-/// Ends the record in hand and writes it to ECRFile. StoreError when the disk takes no more.
-void WriteRecord();
+    const FileNumber ECRFile;  ///< the open file that records go to
+    std::string ECRLine;       ///< the record in hand
+
+    /// Ends the record in hand and writes it to ECRFile. StoreError when the disk takes no more.
+    void WriteRecord() const;
+};
 
 /// The line number of a key, in three characters, and its subscript, in two; a key without a
 /// subscript has blanks there. With `blankZero` line 0 is blank too.

@@ -36,12 +36,12 @@ std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, const Recor
     return fields;
 }
 
-void WriteCell(const std::string& head, const ScheduleField& field, double amount,
+void WriteCell(EcrRun& run, const std::string& head, const ScheduleField& field, double amount,
                std::string_view format) {
-    ECRLine = head;
-    ECRLine += field.Column;
-    ECRLine += Fortran(amount, format, " ", false);
-    WriteRecord();
+    run.ECRLine = head;
+    run.ECRLine += field.Column;
+    run.ECRLine += Fortran(amount, format, " ", false);
+    run.WriteRecord();
 }
 
 }  // namespace
@@ -52,7 +52,7 @@ Currency ScheduleColumn(std::string_view field, bool pooled) {
     return pooled ? PoolColumn(line) : line;
 }
 
-void ECR_Schedule(const ScheduleEmitter& schedule, std::string_view item) {
+void ECR_Schedule(EcrRun& run, const ScheduleEmitter& schedule, std::string_view item) {
     Recordset rows =
         gDB.OpenRecordset(fmt::format("SELECT * From {} ORDER BY LineNum;", item), dbOpenSnapshot);
     const std::vector<ScheduleField> fields = FieldsOf(schedule, rows);
@@ -65,7 +65,7 @@ void ECR_Schedule(const ScheduleEmitter& schedule, std::string_view item) {
         for (const ScheduleField& field : fields) {
             const double amount = NumOr(rows[field.Position]);
             if (amount == 0) continue;
-            WriteCell(head, field, amount, isUcm ? kRatio : field.Format);
+            WriteCell(run, head, field, amount, isUcm ? kRatio : field.Format);
         }
         TheStatus().DoEvents();
     }

@@ -2,7 +2,9 @@
 
 namespace zolmara {
 
+struct EcrRun;
+
 /// Writes the electronic signature of the statement; nothing where it is to be signed by hand.
-void ECR_Signature();
+void ECR_Signature(EcrRun& run);
 
 }  // namespace zolmara

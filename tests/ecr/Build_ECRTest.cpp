@@ -61,7 +61,6 @@ protected:
         EXPECT_EQ(host.CalcMsg, "");
         EXPECT_EQ(ECRStamp, "");
         EXPECT_EQ(host.PointerNow, Pointer::Normal);
-        EXPECT_EQ(ECRFile, 0);
     }
 
     const std::string ecr = folder.File("HO123456.23A1");

@@ -7,7 +7,6 @@
 #include "ecr/Build_ECR.h"
 #include "ecr/Emitters.h"
 #include "ecr/FingerprintLibrary.h"
-#include "ecr/Record.h"
 #include "store/files/Scratch.h"
 
 namespace zolmara::test {
@@ -56,23 +55,17 @@ EcrCrf::~EcrCrf() {
     gDebug = false;
 }
 
-Lines EcrCrf::Records(const std::function<void()>& emit) {
+Lines EcrCrf::Records(const std::function<void(EcrRun&)>& emit) {
     const std::string path = folder.File("records.txt");
     OwnPrintFile file(path, AnyFile);
-    ECRFile = file.Number();
-    try {
-        emit();
-    } catch (...) {
-        ECRFile = 0;
-        throw;
-    }
-    ECRFile = 0;
+    EcrRun run(file.Number());
+    emit(run);
     file.Close();
     return LinesOf(path);
 }
 
 Lines EcrCrf::RecordsOf(std::string_view item) {
-    return Records([&] { ECR_Worksheet(item); });
+    return Records([&](EcrRun& run) { ECR_Worksheet(run, item); });
 }
 
 void AddRow(std::string_view table, double line,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Clock.h"
+#include "ecr/Record.h"
 #include "store/FilledCrf.h"
 #include "support/TestCrf.h"
 
@@ -34,7 +35,7 @@ protected:
     ~EcrCrf() override;
 
     /// The records that a step writes.
-    Lines Records(const std::function<void()>& emit);
+    Lines Records(const std::function<void(EcrRun&)>& emit);
     /// The records of a worksheet.
     Lines RecordsOf(std::string_view item);
 };

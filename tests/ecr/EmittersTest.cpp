@@ -351,7 +351,7 @@ TEST_F(SignatureRecords, AStatementWithoutMasterRowHasNone) {
 class Type3 : public CellRecords {};
 
 TEST_F(Type3, WorksheetsComeByItem) {
-    Records([] { ECR_Type3(); });
+    Records([](EcrRun& run) { ECR_Type3(run); });
     const Lines expected = {"A",   "A-6",          "A-7  Part-1",  "A-7  Part-2",
                             "A-8", "A-81  Part-1", "A-81  Part-2", "B-1  Part-1"};
     Lines shown;
@@ -367,9 +367,9 @@ TEST_F(Type3, WorksheetsComeByItem) {
 TEST_F(Type3, OnlyRegisteredWorksheetsAreWritten) {
     SetCell("G", 1, "Col_1", 5);
     gDB.Execute("UPDATE Worksheets SET Calc_Lvl=999 WHERE Item='G';");
-    EXPECT_EQ(StartingWith(Records([] { ECR_Type3(); }), "3G000000"), Lines{});
+    EXPECT_EQ(StartingWith(Records([](EcrRun& run) { ECR_Type3(run); }), "3G000000"), Lines{});
     gDB.Execute("UPDATE Worksheets SET Calc_Lvl=998 WHERE Item='G';");
-    EXPECT_EQ(StartingWith(Records([] { ECR_Type3(); }), "3G000000").size(), 1u);
+    EXPECT_EQ(StartingWith(Records([](EcrRun& run) { ECR_Type3(run); }), "3G000000").size(), 1u);
 }
 
 TEST_F(Type3, TheInterfaceBreathesAtEveryRow) {
@@ -380,7 +380,7 @@ TEST_F(Type3, TheInterfaceBreathesAtEveryRow) {
 
 TEST_F(Type3, AMissingTableEndsItWithTheStoresWords) {
     gDB.DeleteTable("G1");
-    EXPECT_THROW(Records([] { ECR_Type3(); }), StoreError);
+    EXPECT_THROW(Records([](EcrRun& run) { ECR_Type3(run); }), StoreError);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 class Header : public EcrCrf {
 protected:
     Lines Written(const DateTime& stamp = DateTime(2024, 3, 15, 14, 5, 0)) {
-        return Records([&] { ECR_Type1(stamp); });
+        return Records([&](EcrRun& run) { ECR_Type1(run, stamp); });
     }
 };
 
@@ -70,7 +70,7 @@ TEST_F(Header, MidnightAndTheLastMinute) {
 class LabelRecords : public EcrCrf {
 protected:
     Lines Written() {
-        return Records([] { ECR_Type2(); });
+        return Records([](EcrRun& run) { ECR_Type2(run); });
     }
     /// Leaves a single cost center in the table.
     void OnlyCenter(double line, const Variant& name, const Variant& label1, const Variant& label2,

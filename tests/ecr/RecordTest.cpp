@@ -57,17 +57,17 @@ TEST(Record, PaddingCountsCharacters) {
 class RecordFile : public EcrCrf {};
 
 TEST_F(RecordFile, IsInCodePage1252) {
-    const Lines lines = Records([] {
-        ECRLine = "Zoë – 日";
-        WriteRecord();
+    const Lines lines = Records([](EcrRun& run) {
+        run.ECRLine = "Zoë – 日";
+        run.WriteRecord();
     });
     EXPECT_EQ(lines, Lines{"Zo\xEB \x96 ?"});
 }
 
 TEST_F(RecordFile, ABreakInATextDoesNotBreakTheRecord) {
-    const Lines lines = Records([] {
-        ECRLine = "a\r\nb\fc";
-        WriteRecord();
+    const Lines lines = Records([](EcrRun& run) {
+        run.ECRLine = "a\r\nb\fc";
+        run.WriteRecord();
     });
     EXPECT_EQ(lines, Lines{"a  b c"});
 }
