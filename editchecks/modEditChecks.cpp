@@ -12,6 +12,7 @@
 #include "editchecks/Catalogue.h"
 #include "store/RunStopped.h"
 #include "store/session/CoreTables.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -83,11 +84,6 @@ constexpr Step kRun[] = {
 void Make(const Step& step) {
     if (step.BeginsSection) TheStatus().DoEvents();
     if (!step.Applies || step.Applies()) step.Run();
-}
-
-void EmptyErrors() {
-    if (!TableExists("Error", false)) Build_Error();
-    ClearErrors();
 }
 
 void RunAllSteps() {

@@ -5,36 +5,37 @@
 #include <filesystem>
 #include <vector>
 
+#include "core/BusyMain.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Machine.h"
 #include "core/Status.h"
 #include "core/Windows.h"
+#include "import/ImportRun.h"
 #include "import/Loaders.h"
 #include "import/PassedOver.h"
 #include "import/Staging.h"
 #include "import/TextFile.h"
 #include "store/RunStopped.h"
 #include "store/session/CoreTables.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
-
-bool ImportErrorFlag = false;
 
 namespace {
 
 struct Loader {
     std::string_view WorkSheet;
-    void (*Load)();
-    void (*LoadPart)(int) = nullptr;
+    void (*Load)(ImportRun& run);
+    void (*LoadPart)(ImportRun& run, int part) = nullptr;
     int Part = 0;
 
-    void Run() const {
+    void Run(ImportRun& run) const {
         if (Load != nullptr)
-            Load();
+            Load(run);
         else
-            LoadPart(Part);
+            LoadPart(run, Part);
     }
 };
 
@@ -63,37 +64,15 @@ constexpr std::string_view kIsStructure =
 class ImportView {
 public:
     explicit ImportView(const std::string& path) {
-        TheStatus().SetPointer(Pointer::Hourglass);
-        TheWindows().EnableMain(false);
         TheStatus().ShowCalcMsg(path + " Import ASCII: ");
     }
-    ~ImportView() {
-        TheStatus().HideCalcMsg();
-        TheStatus().SetPointer(Pointer::Normal);
-        TheWindows().EnableMain(true);
-    }
+    ~ImportView() { TheStatus().HideCalcMsg(); }
     ImportView(const ImportView&) = delete;
     ImportView& operator=(const ImportView&) = delete;
+
+private:
+    BusyMain busy_;
 };
-
-/// Messages of the structure's procedures go to the log while an import runs.
-class ImportLog {
-public:
-    ImportLog() { ClearLog("I"); }
-    ~ImportLog() { gLogType.clear(); }
-    ImportLog(const ImportLog&) = delete;
-    ImportLog& operator=(const ImportLog&) = delete;
-};
-
-void PrepareErrors() {
-    if (!TableExists("Error", false)) Build_Error();
-    ClearErrors();
-}
-
-void Report(std::string_view text, std::string_view echo) {
-    AddErrorRow("Read", "", ReadMessage(text, echo));
-    ImportErrorFlag = true;
-}
 
 const Loader* FindLoader(std::span<const Loader> loaders, std::string_view name) {
     for (const auto& loader : loaders)
@@ -112,36 +91,25 @@ void CountPassedOver(PassedOver& passedOver, const ImportLine& line) {
         passedOver.Add("worksheet " + sheet);
 }
 
-/// Stages a line. True where a fraction on a schedule calls the whole load off; that message
-/// alone leaves ImportErrorFlag as it is.
-bool StageLine(Staging& staging, const ImportLine& line) {
-    if (line.Skip) return false;
-    if (!line.Complaint.empty()) {
-        Report(line.Complaint, line.Echo);
-        return false;
-    }
-    const bool broken = MustBeWhole(line);
-    if (broken)
-        AddErrorRow("Read", "",
-                    ReadMessage("The following line must be a whole number: ", line.Echo));
-    if (!staging.Add(line)) Report(kContentsTooLong, line.Echo);
-    return broken;
+void StageLine(ImportRun& run, Staging& staging, const ImportLine& line) {
+    if (line.Skip) return;
+    if (!line.Complaint.empty()) return run.DropLine(line.Complaint, line.Echo);
+    if (MustBeWhole(line)) run.NotWhole(line.Echo);
+    if (!staging.Add(line)) run.DropLine(kContentsTooLong, line.Echo);
 }
 
 constexpr int kLinesPerStep = 1000;
 
-/// Reads the file into the staging table. False when the load is called off.
-bool ReadFile(TextFile& file, PassedOver& passedOver) {
+/// Reads the file into the staging table.
+void ReadFile(ImportRun& run, TextFile& file, PassedOver& passedOver) {
     Staging staging;
     std::string text;
-    bool failed = false;
     for (int count = 1; file.NextLine(text); ++count) {
         const auto line = ParseImportLine(text, file.WasCut());
         if (line.Complaint.empty()) CountPassedOver(passedOver, line);
-        failed |= StageLine(staging, line);
+        StageLine(run, staging, line);
         if (count % kLinesPerStep == 0) TheStatus().ShowProgress(file.PartRead() / 2);
     }
-    return !failed;
 }
 
 std::vector<std::string> StagedWorkSheets(std::string_view condition) {
@@ -154,52 +122,57 @@ std::vector<std::string> StagedWorkSheets(std::string_view condition) {
     return names;
 }
 
-void LoadStructure() {
+void LoadStructure(ImportRun& run) {
     for (const auto& name : StagedWorkSheets(kIsStructure))
         if (const auto* loader = FindLoader(kStructureLoaders, name))
-            RunStep(name, [&] { loader->Run(); });
+            RunStep(name, [&] { loader->Run(run); });
 }
 
-void LoadWorkSheet(const std::string& name) {
+void LoadWorkSheet(ImportRun& run, const std::string& name) {
     TheStatus().ShowCalcMsg(" Import ASCII: Loading Table A");  // as given
     if (const auto* loader = FindLoader(kLoaders, name))
-        return RunStep(name, [&] { loader->Run(); });
-    AddErrorRow("Load", "",
-                fmt::format("Table {} is not currently supported for ASCII import", name));
-    ImportErrorFlag = true;
+        return RunStep(name, [&] { loader->Run(run); });
+    run.NoLoader(name);
 }
 
-void LoadWorkSheets() {
+void LoadWorkSheets(ImportRun& run) {
     const auto names = StagedWorkSheets(fmt::format("NOT {}", kIsStructure));
     double done = 0;
     for (const auto& name : names) {
-        LoadWorkSheet(name);
+        LoadWorkSheet(run, name);
         done += 1;
         TheStatus().ShowProgress(0.5 + 0.5 * done / static_cast<double>(names.size()));
         TheStatus().DoEvents();
     }
 }
 
-/// True when there is nothing but the closing message.
-bool LoadStagedRows() {
-    LoadStructure();
-    LoadWorkSheets();
-    if (ImportErrorFlag) return false;
+/// How an import has ended.
+enum class ImportEnd {
+    NotBegun,  ///< the staging table could not be made
+    Messages,  ///< there is something to read
+    Clean      ///< nothing but the closing message, and notes
+};
+
+ImportEnd LoadStagedRows(ImportRun& run) {
+    LoadStructure(run);
+    LoadWorkSheets(run);
+    if (ImportErrorFlag) return ImportEnd::Messages;
     AddErrorRow("", "",
                 "Import complete, no errors found.  Please verify the imported data for accuracy.");
-    return true;
+    return ImportEnd::Clean;
 }
 
-/// False when the staging table could not be made.
-bool RunImport(const std::string& path, TextFile& file, bool& clean) {
-    ImportLog log;
-    if (!PrepareStaging()) return false;
-    ImportView view(path);
-    PrepareErrors();
+ImportEnd RunImport(const std::string& path, TextFile& file) {
+    const LogRun log("I");
+    if (!PrepareStaging()) return ImportEnd::NotBegun;
+    const ImportView view(path);
+    EmptyErrors();
+    ImportRun run;
     PassedOver passedOver;
-    clean = ReadFile(file, passedOver) && LoadStagedRows();
+    ReadFile(run, file, passedOver);
+    const ImportEnd end = run.MayLoad() ? LoadStagedRows(run) : ImportEnd::Messages;
     if (const auto note = passedOver.Note(); !note.empty()) AddErrorRow(kNote, "", note);
-    return true;
+    return end;
 }
 
 std::string StartOfDialog() {
@@ -215,13 +188,12 @@ std::string StartOfDialog() {
 
 bool ImportAsciiFile(const std::string& path) {
     TextFile file(path);
-    bool clean = false;
-    bool ran = false;
-    RunBatch(gDB, [&] { ran = RunImport(path, file, clean); });
-    if (!ran) return false;
+    ImportEnd end = ImportEnd::NotBegun;
+    RunBatch(gDB, [&] { end = RunImport(path, file); });
+    if (end == ImportEnd::NotBegun) return false;
     TheWindows().RefreshOpenForms("");
     TheWindows().ShowErrors("Import Messages");
-    return clean;
+    return end == ImportEnd::Clean;
 }
 
 void ImportASCII() {

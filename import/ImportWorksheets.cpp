@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 
+#include "core/BusyMain.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -13,6 +14,7 @@
 #include "store/CopyRows.h"
 #include "store/PlainWords.h"
 #include "store/WholeStep.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
 
@@ -69,15 +71,9 @@ void ReportRow(std::string_view item, const Variant& line, const StoreError& rea
 class RunView {
 public:
     RunView(std::span<const ImportEntry> entries, const ImportShow& show) : show_(show) {
-        TheStatus().SetPointer(Pointer::Hourglass);
-        TheWindows().EnableMain(false);
         for (const ImportEntry& entry : entries) all_ += RowsOf(entry.Item);
     }
-    ~RunView() {
-        TheStatus().HideCalcMsg();
-        TheWindows().EnableMain(true);
-        TheStatus().SetPointer(Pointer::Normal);
-    }
+    ~RunView() { TheStatus().HideCalcMsg(); }
     RunView(const RunView&) = delete;
     RunView& operator=(const RunView&) = delete;
 
@@ -103,24 +99,16 @@ private:
         return NumOr(gImportDB.Scalar(fmt::format("SELECT Count(*) AS Cnt FROM [{}];", item)));
     }
 
+    const BusyMain busy_;
     const ImportShow& show_;
     std::string text_;
     double all_ = 0;
     double done_ = 0;
 };
 
-/// Messages are logged as long as it lives.
-class ImportLog {
-public:
-    ImportLog() { ClearLog("I"); }
-    ~ImportLog() { gLogType.clear(); }
-    ImportLog(const ImportLog&) = delete;
-    ImportLog& operator=(const ImportLog&) = delete;
-};
-
 std::size_t RunImport(std::span<const ImportEntry> entries, const ImportShow& show) {
     const ReadSnapshot snapshot(gImportDB);
-    const ImportLog log;
+    const LogRun log("I");
     RunView view(entries, show);
     std::vector<std::string> items;
     std::size_t filled = 0;

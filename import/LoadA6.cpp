@@ -71,10 +71,8 @@ void RefreshA6Forms() {
 
 }  // namespace
 
-void Load_A6() {
-    TargetRow target("A6", "LineNum");
-    LoadRows("A6", target, [&](const SourceRow& row) { return LoadEntry(target, row); });
-    TheWindows().RefreshOpenForms("");
+void Load_A6(ImportRun& run) {
+    LoadWorksheet(run, "A6", {"A6", "LineNum"}, LoadEntry);
     RefreshA6Forms();
 }
 

@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <optional>
+
 #include "core/Globals.h"
-#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "worksheets/W_A8.h"
@@ -13,75 +15,86 @@ namespace zolmara {
 namespace {
 
 constexpr Range kRows[] = {{1, 11.99}, {13, 99}};
-constexpr Range kColumns[] = {{1, 1}, {2, 2}, {3, 3}, {5, 5}};
 constexpr Currency kFirstOwnRow = Currency::FromWhole(18);
 constexpr int kDescription = 1;
-constexpr int kBasis = 2;
 constexpr int kAmount = 3;
-constexpr int kLine = 5;
 
-std::string BrokenRule(const SourceRow& row) {
+void PutDescription(TargetRow& target, const std::string& contents, const Variant& /*checked*/) {
+    target.Set("Col_1", contents);
+}
+
+void PutBasis(TargetRow& target, const std::string& /*contents*/, const Variant& checked) {
+    target.Set("Col_2", checked);
+}
+
+void PutAmount(TargetRow& target, const std::string& contents, const Variant& /*checked*/) {
+    target.Set("Col_3", RoundTo(NumOr(contents), 0));
+}
+
+/// A line reference brings its cost center's name; a blank one changes nothing.
+void PutReference(TargetRow& target, const std::string& contents, const Variant& checked) {
+    if (!IsNumeric(contents)) return;
+    target.Set("Col_5", Currency(NumOr(contents)));
+    target.Set("Col_4", checked);
+}
+
+/// A column that is taken, the refusal of what its check does not pass, and where the rest goes:
+/// the contents as they are, or what the check has made of them.
+struct TakenColumn {
+    int Column;
+    std::string_view Refusal;
+    void (*Put)(TargetRow& target, const std::string& contents, const Variant& checked);
+};
+
+constexpr TakenColumn kColumns[] = {
+    {kDescription, "This field cannot be imported: ", PutDescription},
+    {2, "The Basis field can only contain the letters 'A' and 'B': ", PutBasis},
+    {kAmount, "The Amount value must be numeric: ", PutAmount},
+    {5, "The LineNum is not a valid cost center number: ", PutReference},
+};
+
+const TakenColumn* FindColumn(Currency column) {
+    const auto* const found = std::ranges::find_if(kColumns, [&](const TakenColumn& taken) {
+        return column == Currency::FromWhole(taken.Column);
+    });
+    return found == std::end(kColumns) ? nullptr : found;
+}
+
+std::string BrokenRule(const SourceRow& row, const TakenColumn* column) {
     if (!InAny(kRows, row.Row))
         return fmt::format("Row {} of table A8 cannot be imported: ", NumberText(row.Row));
-    if (!InAny(kColumns, row.Col)) return "Table A8 only allows imports of columns 1, 2, 3 and 5: ";
-    if (row.Row < kFirstOwnRow && row.Col == kWholeStep)
+    if (column == nullptr) return "Table A8 only allows imports of columns 1, 2, 3 and 5: ";
+    if (row.Row < kFirstOwnRow && column->Column == kDescription)
         return "Table A8 does not allow imports of column 1 on rows 1-17: ";
     return {};
 }
 
-std::string RefusalOf(int column) {
-    switch (column) {
-        case kBasis:
-            return "The Basis field can only contain the letters 'A' and 'B': ";
-        case kAmount:
-            return "The Amount value must be numeric: ";
-        case kLine:
-            return "The LineNum is not a valid cost center number: ";
-        default:
-            return "This field cannot be imported: ";
-    }
-}
-
-bool IsAccepted(int column, const std::string& contents, Variant& outName) {
+/// What the contents become; nothing where they are refused.
+std::optional<Variant> Checked(int column, const std::string& contents) {
     Variant value = contents;
-    if (ValidateCell_A8(column, value, outName) != 0) return false;
-    return column != kAmount || IsNumeric(contents);
-}
-
-/// A line reference brings its cost center's name; a blank one changes nothing.
-void StoreReference(TargetRow& target, const std::string& contents, const Variant& name) {
-    if (!IsNumeric(contents)) return;
-    target.Set("Col_5", Currency(NumOr(contents)));
-    target.Set("Col_4", name);
-}
-
-void StoreAdjustment(TargetRow& target, int column, const std::string& contents,
-                     const Variant& outName) {
-    if (column == kDescription) target.Set("Col_1", contents);
-    if (column == kBasis) target.Set("Col_2", outName);
-    if (column == kAmount) target.Set("Col_3", RoundTo(NumOr(contents), 0));
-    if (column == kLine) StoreReference(target, contents, outName);
+    Variant checked;
+    if (ValidateCell_A8(column, value, checked) != 0) return std::nullopt;
+    if (column == kAmount && !IsNumeric(contents)) return std::nullopt;
+    return checked;
 }
 
 std::string LoadAdjustment(TargetRow& target, const SourceRow& row) {
-    if (auto rule = BrokenRule(row); !rule.empty()) return rule;
+    const TakenColumn* const column = FindColumn(row.Col);
+    if (auto rule = BrokenRule(row, column); !rule.empty()) return rule;
     if (row.Row >= kFirstOwnRow)
         target.GoToOrAdd(row.Row);
     else if (!target.GoTo(row.Row))
         return "Row does not exist: ";
-    const int column = Ordinal(row.Col, 0);
-    Variant outName;
-    if (!IsAccepted(column, row.Contents, outName)) return RefusalOf(column);
-    StoreAdjustment(target, column, row.Contents, outName);
+    const std::optional<Variant> checked = Checked(column->Column, row.Contents);
+    if (!checked) return std::string(column->Refusal);
+    column->Put(target, row.Contents, *checked);
     return {};
 }
 
 }  // namespace
 
-void Load_A8() {
-    TargetRow target("A8", "LineNum", "LineNum Not In(12,100)");
-    LoadRows("A8", target, [&](const SourceRow& row) { return LoadAdjustment(target, row); });
-    TheWindows().RefreshOpenForms("");
+void Load_A8(ImportRun& run) {
+    LoadWorksheet(run, "A8", {"A8", "LineNum", "LineNum Not In(12,100)"}, LoadAdjustment);
 }
 
 }  // namespace zolmara

@@ -1,7 +1,6 @@
 // Loaders of the costs from related organizations.
 
 #include "core/Globals.h"
-#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "store/session/Session.h"
@@ -46,16 +45,13 @@ std::string LoadPart2(TargetRow& target, const SourceRow& row) {
     return {};
 }
 
-void Load(std::string_view item, std::string_view where,
-          std::string (*loadOne)(TargetRow&, const SourceRow&)) {
-    TargetRow target(item, "SeqNum", where);
-    LoadRows(item, target, [&](const SourceRow& row) { return loadOne(target, row); });
-    TheWindows().RefreshOpenForms("");
-}
-
 }  // namespace
 
-void Load_A81p1() { Load("A81p1", "SeqNum<100", LoadPart1); }
-void Load_A81p2() { Load("A81p2", "SeqNum<51", LoadPart2); }
+void Load_A81p1(ImportRun& run) {
+    LoadWorksheet(run, "A81p1", {"A81p1", "SeqNum", "SeqNum<100"}, LoadPart1);
+}
+void Load_A81p2(ImportRun& run) {
+    LoadWorksheet(run, "A81p2", {"A81p2", "SeqNum", "SeqNum<51"}, LoadPart2);
+}
 
 }  // namespace zolmara

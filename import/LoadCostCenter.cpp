@@ -4,6 +4,7 @@
 
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "import/ImportRun.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/AddDeleteCC.h"
@@ -21,15 +22,15 @@ constexpr Currency kFirstWithoutCode = Currency::FromWhole(3);
 constexpr Range kLabelColumns[] = {{4, 4}, {5, 5}};
 
 /// Each rule that a row breaks is told.
-bool PassesRules(const SourceRow& row) {
+bool PassesRules(ImportRun& run, const SourceRow& row) {
     bool passes = true;
     auto fail = [&](std::string_view rule) {
-        Complain("CostCenter", row, fmt::format("CostCenter only allows {}: ", rule));
+        run.Complain("CostCenter", row, fmt::format("CostCenter only allows {}: ", rule));
         passes = false;
     };
     if (!InAny(kRows, Currency::FromWhole(row.Row.Whole())))
         fail("rows 1, 2, 4, 6, 8-98 and their subscripts");
-    if (InAny(kLabelColumns, row.Col) && InAny(std::span(&kNoBasis, 1), row.Row))
+    if (InAny(kLabelColumns, row.Col) && InRange(kNoBasis, row.Row))
         fail("column 4 and 5 on rows 1-2.99 and 8-98.99");
     if (row.Col == kCodeColumn && row.Row >= kFirstWithoutCode) fail("column 6 on rows 1-2.99");
     return passes;
@@ -47,8 +48,9 @@ bool Create(TargetRow& target, NewColumns& columns, Currency line) {
     return target.Refind(line);
 }
 
-std::string LoadOneCostCenter(TargetRow& target, NewColumns& columns, const SourceRow& row) {
-    if (!PassesRules(row)) return {};
+std::string LoadOneCostCenter(ImportRun& run, TargetRow& target, NewColumns& columns,
+                              const SourceRow& row) {
+    if (!PassesRules(run, row)) return {};
     if (!target.GoTo(row.Row)) {
         if (row.Col != kNameColumn)
             return "CostCenter must create new cost centers with column 0: ";
@@ -64,12 +66,13 @@ std::string LoadOneCostCenter(TargetRow& target, NewColumns& columns, const Sour
 
 /// Each table is rebuilt once, however many cost centers are new; also where the load stops, since
 /// their rows stand.
-void Load_CostCenter() {
+void Load_CostCenter(ImportRun& run) {
     TargetRow target("CostCenters", "LineNum");
     NewColumns columns;
     try {
-        LoadRows("CostCenter", target,
-                 [&](const SourceRow& row) { return LoadOneCostCenter(target, columns, row); });
+        LoadRows(run, "CostCenter", target, [&](const SourceRow& row) {
+            return LoadOneCostCenter(run, target, columns, row);
+        });
     } catch (const StoreError& error) {
         if (!error.IsFileError()) columns.Finish();
         throw;

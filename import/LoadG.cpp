@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 
@@ -51,15 +50,9 @@ std::string LoadG1(TargetRow& target, const SourceRow& row) {
     return {};
 }
 
-void Load(std::string_view item, std::string (*loadOne)(TargetRow&, const SourceRow&)) {
-    TargetRow target(item, "LineNum");
-    LoadRows(item, target, [&](const SourceRow& row) { return loadOne(target, row); });
-    TheWindows().RefreshOpenForms("");
-}
-
 }  // namespace
 
-void Load_G() { Load("G", LoadG); }
-void Load_G1() { Load("G1", LoadG1); }
+void Load_G(ImportRun& run) { LoadWorksheet(run, "G", {"G", "LineNum"}, LoadG); }
+void Load_G1(ImportRun& run) { LoadWorksheet(run, "G1", {"G1", "LineNum"}, LoadG1); }
 
 }  // namespace zolmara

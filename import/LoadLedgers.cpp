@@ -85,10 +85,10 @@ void StoreAmount(TargetRow& target, const SourceRow& row, AddedTo& addedTo) {
     target.Set(field, adds ? NumOr(target[field]) + amount : amount);
 }
 
-void LoadLedger(const Ledger& ledger) {
+void LoadLedger(ImportRun& run, const Ledger& ledger) {
     TargetRow target(ledger.Item, "LineNum", ledger.Where);
     AddedTo addedTo(ledger.Item);
-    LoadRows(ledger.Item, target, [&](const SourceRow& row) -> std::string {
+    LoadRows(run, ledger.Item, target, [&](const SourceRow& row) -> std::string {
         if (auto rule = BrokenRule(ledger, row); !rule.empty()) return rule;
         if (!target.GoTo(row.Row))
             return fmt::format("Table {} {} {}: ", ledger.Item, ledger.Missing,
@@ -102,8 +102,8 @@ void LoadLedger(const Ledger& ledger) {
 
 }  // namespace
 
-void Load_A() { LoadLedger(kA); }
-void Load_A7p1() { LoadLedger(kA7p1); }
-void Load_A7p2() { LoadLedger(kA7p2); }
+void Load_A(ImportRun& run) { LoadLedger(run, kA); }
+void Load_A7p1(ImportRun& run) { LoadLedger(run, kA7p1); }
+void Load_A7p2(ImportRun& run) { LoadLedger(run, kA7p2); }
 
 }  // namespace zolmara

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
-#include "core/Windows.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 
@@ -36,8 +35,6 @@ constexpr RowRule kRulesS1p2[] = {
     {{6, 20.99}, {1, 2}, "Table S1p2 only allows for row 6-20.99 column 1-2: "},
 };
 
-bool InRange(const Range& range, Currency value) { return InAny(std::span(&range, 1), value); }
-
 const RowRule* FindRule(std::span<const RowRule> rules, Currency row) {
     for (const auto& rule : rules)
         if (InRange(rule.Rows, row)) return &rule;
@@ -63,15 +60,9 @@ std::string LoadS1p2(TargetRow& target, const SourceRow& row) {
     return {};
 }
 
-void Load(std::string_view item, std::string (*loadOne)(TargetRow&, const SourceRow&)) {
-    TargetRow target(item, "LineNum");
-    LoadRows(item, target, [&](const SourceRow& row) { return loadOne(target, row); });
-    TheWindows().RefreshOpenForms("");
-}
-
 }  // namespace
 
-void Load_S1p1() { Load("S1p1", LoadS1p1); }
-void Load_S1p2() { Load("S1p2", LoadS1p2); }
+void Load_S1p1(ImportRun& run) { LoadWorksheet(run, "S1p1", {"S1p1", "LineNum"}, LoadS1p1); }
+void Load_S1p2(ImportRun& run) { LoadWorksheet(run, "S1p2", {"S1p2", "LineNum"}, LoadS1p2); }
 
 }  // namespace zolmara

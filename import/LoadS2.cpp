@@ -5,6 +5,7 @@
 
 #include "core/Globals.h"
 #include "core/Windows.h"
+#include "import/ImportRun.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "structure/modAddS2.h"
@@ -29,12 +30,14 @@ constexpr Currency kName = Currency::FromWhole(1);
 constexpr Currency kCcn = Currency::FromWhole(2);
 
 /// Both tests are made, so that a row may give two messages.
-bool PassesRules(const std::string& item, int part, const SourceRow& row) {
+bool PassesRules(ImportRun& run, const std::string& item, int part, const SourceRow& row) {
     const auto& [columns, list] = kParts[part - 1];
     const bool columnPasses = InAny(columns, row.Col);
     const bool rowPasses = InAny(kRows, row.Row);
-    if (!columnPasses) Complain(item, row, fmt::format("Table {} only allows {}: ", item, list));
-    if (!rowPasses) Complain(item, row, fmt::format("Table {} only allows rows 1-50.99: ", item));
+    if (!columnPasses)
+        run.Complain(item, row, fmt::format("Table {} only allows {}: ", item, list));
+    if (!rowPasses)
+        run.Complain(item, row, fmt::format("Table {} only allows rows 1-50.99: ", item));
     return columnPasses && rowPasses;
 }
 
@@ -62,11 +65,11 @@ void Create(TargetRow& target, int part, Currency line) {
 
 }  // namespace
 
-void Load_S2px(int part) {
+void Load_S2px(ImportRun& run, int part) {
     const auto item = fmt::format("S2p{}", part);
     TargetRow target(item, "LineNum");
-    LoadRows(item, target, [&](const SourceRow& row) -> std::string {
-        if (!PassesRules(item, part, row)) return {};
+    LoadRows(run, item, target, [&](const SourceRow& row) -> std::string {
+        if (!PassesRules(run, item, part, row)) return {};
         if (!row.Col.IsWhole()) return std::string(kConversionError);
         if (!target.GoTo(row.Row)) Create(target, part, row.Row);
         StoreComponent(target, part, row);

@@ -4,6 +4,7 @@
 
 #include "core/Globals.h"
 #include "core/Windows.h"
+#include "import/ImportRun.h"
 #include "import/LoaderTools.h"
 #include "import/Loaders.h"
 #include "store/session/CoreTables.h"
@@ -30,14 +31,12 @@ constexpr KeyedSchedule kE1 = {"E1p", {1, 1}, "column 1", true, 3};
 
 constexpr Range kComponents = {1, 50.99};
 
-bool InRange(const Range& range, Currency value) { return InAny(std::span(&range, 1), value); }
-
 /// Both tests are made, so that a row may give two messages.
-bool PassesRules(const KeyedSchedule& schedule, const std::string& item, int part,
+bool PassesRules(ImportRun& run, const KeyedSchedule& schedule, const std::string& item, int part,
                  const SourceRow& row) {
     bool passes = true;
     auto fail = [&](std::string_view rule) {
-        Complain(item, row, fmt::format("Table {} only allows {}: ", item, rule));
+        run.Complain(item, row, fmt::format("Table {} only allows {}: ", item, rule));
         passes = false;
     };
     if (!InRange(schedule.Columns, row.Col)) fail(schedule.ColumnList);
@@ -52,11 +51,11 @@ int FieldOf(const KeyedSchedule& schedule, const TargetRow& target, Currency col
     return isLine ? target.FieldIndex(CostCenterColumn(column)) : -1;
 }
 
-void LoadSchedule(const KeyedSchedule& schedule, int part) {
+void LoadSchedule(ImportRun& run, const KeyedSchedule& schedule, int part) {
     const auto item = TableOf(schedule.Family, part);
     TargetRow target(item, "LineNum");
-    LoadRows(item, target, [&](const SourceRow& row) -> std::string {
-        if (!PassesRules(schedule, item, part, row)) return {};
+    LoadRows(run, item, target, [&](const SourceRow& row) -> std::string {
+        if (!PassesRules(run, schedule, item, part, row)) return {};
         if (!target.GoTo(row.Row))
             return fmt::format("Table {} line {} doesn't exist: ", item, NumberText(row.Row));
         target.Set(FieldOf(schedule, target, row.Col), row.Contents);
@@ -67,10 +66,10 @@ void LoadSchedule(const KeyedSchedule& schedule, int part) {
 
 }  // namespace
 
-void Load_Bpx(int part) { LoadSchedule(kB, part); }
-void Load_B1px(int part) { LoadSchedule(kB1, part); }
-void Load_C1px(int part) { LoadSchedule(kC1, part); }
-void Load_D1px(int part) { LoadSchedule(kD1, part); }
-void Load_E1px(int part) { LoadSchedule(kE1, part); }
+void Load_Bpx(ImportRun& run, int part) { LoadSchedule(run, kB, part); }
+void Load_B1px(ImportRun& run, int part) { LoadSchedule(run, kB1, part); }
+void Load_C1px(ImportRun& run, int part) { LoadSchedule(run, kC1, part); }
+void Load_D1px(ImportRun& run, int part) { LoadSchedule(run, kD1, part); }
+void Load_E1px(ImportRun& run, int part) { LoadSchedule(run, kE1, part); }
 
 }  // namespace zolmara

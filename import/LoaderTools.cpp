@@ -6,8 +6,8 @@
 
 #include "core/Globals.h"
 #include "core/Status.h"
-#include "import/ImportASCII.h"
-#include "store/session/CoreTables.h"
+#include "core/Windows.h"
+#include "import/ImportRun.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -21,13 +21,6 @@ std::vector<SourceRow> SourceRows(std::string_view sheet) {
     for (; !source.Eof(); source.MoveNext())
         rows.push_back({CurOr(source[0]), CurOr(source[1]), StrOr(source[2])});
     return rows;
-}
-
-void Complain(std::string_view sheet, const SourceRow& row, std::string_view text) {
-    AddErrorRow(sheet, "",
-                fmt::format("{}\n\r{}, {}, {}, \"{}\"", text, sheet, NumberText(row.Row),
-                            NumberText(row.Col), row.Contents));
-    ImportErrorFlag = true;
 }
 
 TargetRow::TargetRow(std::string_view table, std::string_view key, std::string_view where)
@@ -84,18 +77,24 @@ bool InAny(std::span<const Range> ranges, Currency value) {
     });
 }
 
-void LoadRows(std::string_view sheet, TargetRow& target, const LoadOne& loadOne) {
+void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const LoadOne& loadOne) {
     for (const auto& row : SourceRows(sheet)) {
         try {
             const auto complaint = loadOne(row);
-            if (!complaint.empty()) Complain(sheet, row, complaint);
+            if (!complaint.empty()) run.Complain(sheet, row, complaint);
         } catch (const StoreError& error) {
             if (error.IsFileError()) throw;
-            Complain(sheet, row, kConversionError);
+            run.Complain(sheet, row, kConversionError);
         }
         TheStatus().DoEvents();
     }
     target.Store();
+}
+
+void LoadWorksheet(ImportRun& run, std::string_view sheet, TargetRow target,
+                   std::string (*loadOne)(TargetRow&, const SourceRow&)) {
+    LoadRows(run, sheet, target, [&](const SourceRow& row) { return loadOne(target, row); });
+    TheWindows().RefreshOpenForms("");
 }
 
 }  // namespace zolmara

@@ -15,6 +15,8 @@
 
 namespace zolmara {
 
+class ImportRun;
+
 /// A staged cell.
 struct SourceRow {
     Currency Row;
@@ -24,9 +26,6 @@ struct SourceRow {
 
 /// The staged rows of a worksheet, in the order of their rows, then columns.
 std::vector<SourceRow> SourceRows(std::string_view sheet);
-
-/// Writes a loader's message: the text and what names the row. Sets ImportErrorFlag.
-void Complain(std::string_view sheet, const SourceRow& row, std::string_view text);
 
 /// One line of a worksheet's table, read by its key when the line changes, so that finding it
 /// costs the same however long the table is.
@@ -76,12 +75,19 @@ struct Range {
     double High;
 };
 bool InAny(std::span<const Range> ranges, Currency value);
+inline bool InRange(const Range& range, Currency value) {
+    return InAny(std::span(&range, 1), value);
+}
 
 /// Loads one staged row; gives the rule that it breaks, empty when it was taken.
 using LoadOne = std::function<std::string(const SourceRow&)>;
 
 /// Walks a worksheet's staged rows. A broken rule, and a value that the store refuses, is told
 /// and the walk goes on.
-void LoadRows(std::string_view sheet, TargetRow& target, const LoadOne& loadOne);
+void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const LoadOne& loadOne);
+
+/// Loads a worksheet row by row, and has the open windows show it.
+void LoadWorksheet(ImportRun& run, std::string_view sheet, TargetRow target,
+                   std::string (*loadOne)(TargetRow&, const SourceRow&));
 
 }  // namespace zolmara

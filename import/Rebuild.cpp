@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "core/BusyPointer.h"
 #include "core/Dialogs.h"
-#include "core/Status.h"
 #include "core/Windows.h"
 #include "store/PlainWords.h"
 #include "store/WholeStep.h"
@@ -20,14 +20,6 @@ constexpr std::array<std::string_view, 42> kOffered = {
     "B1p2", "B1p3", "Cp1",  "Cp2",  "Cp3",  "C1p1",  "C1p2",  "C1p3", "Dp1", "Dp2", "Dp3",
     "D1p1", "D1p2", "D1p3", "E",    "E1p1", "E1p2",  "E1p3",  "Fp1",  "Fp2", "Fp3", "F1p1",
     "F1p2", "F1p3", "G",    "G1",   "S1p1", "S1p2",  "S2p1",  "S2p2", "S2p3"};
-
-class Hourglass {
-public:
-    Hourglass() { TheStatus().SetPointer(Pointer::Hourglass); }
-    ~Hourglass() { TheStatus().SetPointer(Pointer::Normal); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
 
 /// A window holds recordsets on the table that goes.
 void UnloadWindows(std::string_view item) {
@@ -56,7 +48,7 @@ bool Make(std::string_view item) {
 std::span<const std::string_view> RebuildableWorksheets() { return kOffered; }
 
 bool RebuildWorksheet(std::string_view item) {
-    const Hourglass pointer;
+    const BusyPointer busy;
     const Worksheet* const sheet = FindWorksheet(item);
     const std::string name(sheet ? sheet->Item : item);
     UnloadWindows(name);

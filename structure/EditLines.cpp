@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "core/BusyPointer.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
-#include "core/Status.h"
 #include "core/Windows.h"
 #include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
@@ -14,14 +14,6 @@
 namespace zolmara {
 
 namespace {
-
-/// The hourglass for the length of a command.
-struct BusyPointer {
-    BusyPointer() { TheStatus().SetPointer(Pointer::Hourglass); }
-    ~BusyPointer() { TheStatus().SetPointer(Pointer::Normal); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 int PartOf(std::string_view item) { return item.back() - '0'; }
 
@@ -178,7 +170,7 @@ LineResult DeleteSelectedA6(std::span<const Currency> lines) {
 
 std::optional<Currency> cmdAdd(std::string_view item, std::optional<Currency> current,
                                std::optional<LineStep> wish) {
-    BusyPointer busy;
+    const BusyPointer busy;
     const auto offer = OfferLine(item, current);
     if (!offer.Refused() && item == "CostCenters" && CloseAllForms(true) != 0) return std::nullopt;
     const auto line = ChooseLine(offer, wish);
@@ -188,7 +180,7 @@ std::optional<Currency> cmdAdd(std::string_view item, std::optional<Currency> cu
 }
 
 LineResult cmdDelete(std::string_view item, Currency line) {
-    BusyPointer busy;
+    const BusyPointer busy;
     const auto result = DeleteLine(item, line);
     if (result == LineResult::Done) Refresh(item, *FindLineRules(item, line));
     return result;

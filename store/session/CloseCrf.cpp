@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 
+#include "core/BusyMain.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Machine.h"
@@ -121,26 +122,11 @@ void ResetSession() {
     TheWindows().RefreshMenus();
 }
 
-/// The main window is blocked as long as a close runs, and comes back whatever ends it.
-class BlockedMain {
-public:
-    BlockedMain() {
-        TheStatus().SetPointer(Pointer::Hourglass);
-        TheWindows().EnableMain(false);
-        TheStatus().DoEvents();
-    }
-    ~BlockedMain() {
-        TheStatus().SetPointer(Pointer::Normal);
-        TheWindows().EnableMain(true);
-    }
-    BlockedMain(const BlockedMain&) = delete;
-    BlockedMain& operator=(const BlockedMain&) = delete;
-};
-
 }  // namespace
 
 std::optional<std::string> CloseCrf() {
-    const BlockedMain blocked;
+    const BusyMain busy;
+    TheStatus().DoEvents();
     if (CloseAllForms(false) != 0) return std::nullopt;
     Steps steps;
     TheStatus().ShowCalcMsg(" Repairing " + gCRFPath);

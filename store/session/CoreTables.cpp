@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "store/Dao.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -123,6 +124,11 @@ void Build_Error() {
 
 void AddErrorRow(std::string_view level, std::string_view code, std::string_view message) {
     gDB.Execute("INSERT INTO Error VALUES (?, ?, ?);", {level, code, message});
+}
+
+void EmptyErrors() {
+    if (!TableExists("Error", false)) Build_Error();
+    ClearErrors();
 }
 
 void ClearErrors() { gDB.Execute("DELETE * FROM Error;"); }

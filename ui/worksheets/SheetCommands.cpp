@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "calc/Calc_All.h"
+#include "core/BusyPointer.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -35,18 +36,15 @@ constexpr double kZoomStep = 1.1;
 /// The form is blocked and the pointer an hourglass for the length of a step.
 class Blocked {
 public:
-    explicit Blocked(QWidget* form) : form_(form) {
-        form->setEnabled(false);
-        TheStatus().SetPointer(Pointer::Hourglass);
-    }
+    explicit Blocked(QWidget* form) : form_(form) { form->setEnabled(false); }
     ~Blocked() {
         if (form_) form_->setEnabled(true);
-        TheStatus().SetPointer(Pointer::Normal);
     }
     Blocked(const Blocked&) = delete;
     Blocked& operator=(const Blocked&) = delete;
 
 private:
+    BusyPointer busy_;
     QPointer<QWidget> form_;
 };
 
