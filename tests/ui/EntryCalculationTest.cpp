@@ -72,6 +72,58 @@ TEST_F(EntryCalculationTest, TheRunKeepsCellSelectionScrollAndOpenEditor) {
     EXPECT_EQ(a->Grid().rowAt(0), top);
 }
 
+/// A statement whose calculation takes long.
+class LongCalculation : public EntryCalculationTest {
+protected:
+    LongCalculation() : former_(EntryCalculation::ThePace()) {
+        EntryCalculation::Pace& pace = EntryCalculation::ThePace();
+        pace.Pause = 3'600'000;
+        pace.TimeOf = [this](const std::function<void()>& run) {
+            ++runs_;
+            run();
+            return qint64{10'000};
+        };
+        Switch()->trigger();
+        EXPECT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
+    }
+    ~LongCalculation() override { EntryCalculation::ThePace() = former_; }
+
+    static void KeyingPauses() {
+        qApp->findChild<QTimer*>("tmrEntryCalculation")->start(0);
+        EXPECT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
+    }
+    int runs_ = 0;
+
+private:
+    const EntryCalculation::Pace former_;
+};
+
+TEST_F(LongCalculation, WaitsUntilTheKeyingPausesAndSwallowsNoKey) {
+    ASSERT_EQ(runs_, 1) << "the first run tells how long it takes";
+    const double total = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 100;"));
+    const double former =
+        NumOr(gDB.Scalar("SELECT Sum(Col_1) FROM A WHERE LineNum In (12,13,14);"));
+    auto* a = Sheet("edit", "A");
+    At(a, 12, "Col_1");
+    for (const char* keyed : {"1200", "1300", "1400"}) {
+        Type(keyed);
+        Press(Qt::Key_Return);
+        EXPECT_TRUE(EntryCalculation::IsDue());
+    }
+    Type("15");
+    EXPECT_EQ(runs_, 1);
+    EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total));
+    KeyingPauses();
+    EXPECT_EQ(runs_, 2);
+    EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total - former + 3900));
+    Type("00");
+    auto* editor = qobject_cast<QLineEdit*>(a->Grid().Editor());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(S(editor->text()), "1500");
+    for (const auto& [line, keyed] : {std::pair{12, "1200"}, {13, "1300"}, {14, "1400"}})
+        EXPECT_EQ(Stored("A", line, "Col_1"), keyed);
+}
+
 TEST_F(EntryCalculationTest, BoxesOfTheRunAreCountedInstead) {
     gDB.Execute("UPDATE A8 SET Col_5 = 77, Col_3 = 5 WHERE LineNum = 2;");
     Switch()->trigger();
@@ -147,6 +199,46 @@ TEST_F(EditInfo, SaveAsOntoTheOpenFileIsRefused) {
     EXPECT_EQ(Boxes.back().Title, "Selection Error");
     EXPECT_TRUE(CrfIsOpen());
     EXPECT_NE(FindForm("frmCRFEditInfo"), nullptr);
+}
+
+TEST_F(EditInfo, ARefusedRowAsksBeforeTheIdentityIsSaved) {
+    auto* s1 = Sheet("edit", "S1p1");
+    auto* a6 = Sheet("edit", "A6");
+    Button(a6, "cmdAdd")->click();
+    Enter(a6, a6->Model().Line(a6->Grid().currentIndex().row()).ToDouble(), "Col_2", "Z");
+    Activate(s1);
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Key("frmCRFEditInfo", "txtFacilityName", "Southfield");
+    Answers = {kOk, kNo};
+    Boxes.clear();
+    Click("frmCRFEditInfo", "cmdSave");
+    EXPECT_EQ(gProviderName, "Northfield Health System");
+    EXPECT_NE(FindForm("frmCRFEditInfo"), nullptr);
+    EXPECT_GE(a6->Model().KeyedRow(), 0);
+    Answers = {kOk, kYes};
+    Click("frmCRFEditInfo", "cmdSave");
+    ASSERT_TRUE(WaitFor([] { return WorksheetWindows().empty(); }));
+    EXPECT_EQ(gProviderName, "Southfield");
+}
+
+TEST_F(EditInfo, AWindowThatStaysAfterSaveAsShowsTheCopy) {
+    auto* s1 = Sheet("edit", "S1p1");
+    auto* sp1 = Sheet("edit", "Sp1");
+    Enter(sp1, 1, "Col_1", "y");
+    Activate(s1);
+    At(s1, 2, "Col_1");
+    Press(Qt::Key_F2);
+    Files.emplace_back(folder.File("Copy.CRF"));
+    Click("frmCRFEditInfo", "cmdSaveAs");
+    ASSERT_TRUE(WaitFor([] { return FindForm("frmSplash") && !FindForm("frmEditS1p1"); }));
+    EXPECT_EQ(gCRFPath, folder.File("Copy.CRF"));
+    ASSERT_EQ(FindOpenForm("edit", "Sp1"), sp1) << "amended, and without a number";
+    EXPECT_EQ(Shown(sp1, 1, "Col_1"), "Yes");
+    Activate(sp1);
+    Enter(sp1, 2, "Col_1", "4");
+    EXPECT_TRUE(sp1->CommitGrid());
+    EXPECT_EQ(Stored("Sp1", 2, "Col_1"), "4");
 }
 
 TEST_F(EditInfo, SaveAsGoesOnWithTheCopy) {

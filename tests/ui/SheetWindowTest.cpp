@@ -9,6 +9,7 @@
 
 #include "SheetTest.h"
 #include "structure/EditLines.h"
+#include "support/FailingDisk.h"
 #include "ui/dialogs/frmViewError.h"
 
 namespace zolmara::ui {
@@ -275,6 +276,73 @@ TEST_F(SheetWindow, AFileThatAnotherProgramHoldsSaysSoAndTheRowStaysKeyed) {
     At(a, 1, "Col_1");
     Press(Qt::Key_Down);
     EXPECT_EQ(Stored("A", 1, "Col_1"), "99");
+}
+
+TEST_F(SheetWindow, ADiskThatTakesNoMoreSaysSoAndTheRowStaysKeyed) {
+    test::FailingDisk disk;
+    Trigger("mnuReportClose");
+    Open(MakeSample("Other.CRF"));
+    auto* a = Sheet("edit", "A");
+    for (const int code : {SQLITE_FULL, SQLITE_READONLY, SQLITE_IOERR_WRITE}) {
+        const std::string before = Stored("A", 1, "Col_1");
+        const std::string keyed = std::to_string(1000 + code);
+        At(a, 1, "Col_1");
+        Boxes.clear();
+        disk.FailAt(1, code);
+        Type(keyed);
+        Press(Qt::Key_Return);
+        ASSERT_TRUE(disk.Failed()) << code;
+        ASSERT_EQ(Boxes.size(), 1U) << code;
+        EXPECT_TRUE(Boxes[0].Text.starts_with("Line 1 of A was not saved.  ")) << Boxes[0].Text;
+        EXPECT_EQ(S(a->Model().Plain(0, a->Form().ColumnOf("Col_1"))), keyed);
+        EXPECT_EQ(a->Model().KeyedRow(), 0);
+        EXPECT_TRUE(WaitFor([&] { return a->Grid().currentIndex().row() == 0; }));
+        EXPECT_NE(Status(a).find("Row not stored yet"), std::string::npos);
+        EXPECT_EQ(Stored("A", 1, "Col_1"), before);
+        disk.Work();
+        Press(Qt::Key_Down);
+        EXPECT_EQ(Stored("A", 1, "Col_1"), keyed);
+    }
+    Trigger("mnuReportClose");
+}
+
+// --- The desktop's session ends ------------------------------------------------------------
+
+TEST_F(SheetWindow, TheEndOfTheSessionStoresOpenRows) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Type("47");
+    EXPECT_TRUE(SessionMayEnd(true));
+    EXPECT_EQ(Stored("A", 1, "Col_1"), "47");
+    EXPECT_TRUE(Boxes.empty());
+}
+
+TEST_F(SheetWindow, ARefusedRowAsksBeforeTheSessionEnds) {
+    auto* a6 = Sheet("edit", "A6");
+    Button(a6, "cmdAdd")->click();
+    Enter(a6, a6->Model().Line(a6->Grid().currentIndex().row()).ToDouble(), "Col_2", "Z");
+    Answers = {kOk, kNo};
+    EXPECT_FALSE(SessionMayEnd(true));
+    EXPECT_GE(a6->Model().KeyedRow(), 0);
+    Answers = {kOk, kYes};
+    EXPECT_TRUE(SessionMayEnd(true));
+    EXPECT_EQ(Boxes.back().Text,
+              "A row of \"Edit Worksheet A6\" has not been stored.  Leave it and lose what was "
+              "keyed?");
+}
+
+TEST_F(SheetWindow, ASessionThatMayNotAskEndsAndStoresWhatItCan) {
+    auto* a6 = Sheet("edit", "A6");
+    Button(a6, "cmdAdd")->click();
+    Enter(a6, a6->Model().Line(a6->Grid().currentIndex().row()).ToDouble(), "Col_2", "Z");
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Type("48");
+    Boxes.clear();
+    EXPECT_TRUE(SessionMayEnd(false));
+    EXPECT_TRUE(Boxes.empty());
+    EXPECT_EQ(Stored("A", 1, "Col_1"), "48");
+    EXPECT_GE(a6->Model().KeyedRow(), 0);
 }
 
 // --- Lines ---------------------------------------------------------------------------------

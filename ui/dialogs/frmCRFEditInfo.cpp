@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Windows.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/Guard.h"
@@ -16,6 +17,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmSplash.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {
@@ -114,6 +116,8 @@ QLineEdit* frmCRFEditInfo::FieldOf(IdentityField field) const {
 }
 
 void frmCRFEditInfo::Save(IdentityResult (*save)(IdentityFields& fields)) {
+    // A row that is being keyed belongs to the statement as it is now.
+    if (!CommitOpenRows()) return;
     checking_ = true;
     IdentityFields fields = Fields();
     IdentityResult result;
@@ -127,6 +131,8 @@ void frmCRFEditInfo::Save(IdentityResult (*save)(IdentityFields& fields)) {
     saved_ = done && result.End == IdentitySave::Saved;
     if (!saved_) return;
     UnloadAllBut({"frmMain", "frmEditCCs", "frmEditS1p1", "frmViewS1p1", "frmCRFEditInfo"});
+    // What stays, for a reason of its own, shows the statement that is open now.
+    TheWindows().RefreshOpenForms("");
     UnloadForm(this);
 }
 

@@ -19,10 +19,6 @@ namespace {
 
 constexpr const char* kSection = "Windows";
 constexpr const char* kKey = "CalculateAfterEntry";
-/// A run that takes longer than this waits for a pause.
-constexpr qint64 kFeltDelay = 150;  ///< milliseconds
-constexpr int kPause = 1500;
-
 QString note;
 qint64 lastRun = 0;
 
@@ -33,6 +29,7 @@ QTimer& Timer() {
     static QTimer* timer = nullptr;
     if (!timer) {
         timer = new QTimer(qApp);
+        timer->setObjectName("tmrEntryCalculation");
         timer->setSingleShot(true);
         timer->callOnTimeout(Run);
         QObject::connect(timer, &QObject::destroyed, [] { timer = nullptr; });
@@ -46,15 +43,19 @@ int LoggedMessages() {
         NumOr(gDB.Scalar("SELECT Count(*) AS Cnt FROM Log WHERE LogType = 'C';")));
 }
 
-void Calculate() {
+qint64 Timed(const std::function<void()>& run) {
     QElapsedTimer clock;
     clock.start();
+    run();
+    return clock.elapsed();
+}
+
+void Calculate() {
     int boxes = 0;
-    {
+    lastRun = ThePace().TimeOf([&] {
         const QuietHost quiet(boxes);
         Calc_All();
-    }
-    lastRun = clock.elapsed();
+    });
     const int messages = boxes + LoggedMessages();
     note = messages == 0   ? QString("Calculated")
            : messages == 1 ? QString("Calculated, 1 message")
@@ -64,7 +65,8 @@ void Calculate() {
 void Run() {
     if (!IsOn() || !CrfIsOpen()) return;
     // A box or a long step stands in the way: later.
-    if (TheQtHost().InLongStep() || QApplication::activeModalWidget()) return Timer().start(kPause);
+    if (TheQtHost().InLongStep() || QApplication::activeModalWidget())
+        return Timer().start(ThePace().Pause);
     try {
         Calculate();
     } catch (const std::exception& error) {
@@ -74,6 +76,11 @@ void Run() {
 }
 
 }  // namespace
+
+Pace& ThePace() {
+    static Pace pace{.TimeOf = Timed};
+    return pace;
+}
 
 bool IsOn() {
     return TheMachine().GetSetting(std::string(kProductName), kSection, kKey, "False") == "True";
@@ -89,11 +96,11 @@ void Toggle() {
 
 void RowSaved() {
     LookAtStatement();
-    if (IsOn()) Timer().start(lastRun > kFeltDelay ? kPause : 0);
+    if (IsOn()) Timer().start(lastRun > ThePace().Felt ? ThePace().Pause : 0);
 }
 
 void Typed() {
-    if (lastRun > kFeltDelay && IsDue()) Timer().start(kPause);
+    if (lastRun > ThePace().Felt && IsDue()) Timer().start(ThePace().Pause);
 }
 
 QString Note() { return IsOn() ? note : QString(); }

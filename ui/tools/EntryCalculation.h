@@ -5,6 +5,7 @@
 // keying pauses.
 
 #include <QString>
+#include <functional>
 
 namespace zolmara::ui::EntryCalculation {
 
@@ -22,5 +23,13 @@ QString Note();
 
 /// True while a calculation is due.
 bool IsDue();
+
+/// When a run waits, in milliseconds; tests have a pace of their own.
+struct Pace {
+    std::function<qint64(const std::function<void()>& run)> TimeOf;  ///< runs it
+    qint64 Felt = 150;                                               ///< longer runs wait
+    int Pause = 1500;                                                ///< of the keying
+};
+Pace& ThePace();
 
 }  // namespace zolmara::ui::EntryCalculation

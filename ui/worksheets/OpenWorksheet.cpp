@@ -136,15 +136,19 @@ bool CommitOpenRows() {
     return true;
 }
 
+bool SessionMayEnd(bool mayAsk) {
+    if (mayAsk) return CommitOpenRows();
+    int refused = 0;
+    const QuietHost quiet(refused);
+    for (frmWorksheet* window : WorksheetWindows())
+        if (window->HasOpenRow()) window->CommitGrid();
+    return true;
+}
+
 void CommitBeforeSessionEnd(QSessionManager& session) {
-    if (!session.allowsInteraction()) {
-        int refused = 0;
-        const QuietHost quiet(refused);
-        CommitOpenRows();
-        return;
-    }
-    if (!CommitOpenRows()) session.cancel();
-    session.release();
+    const bool mayAsk = session.allowsInteraction();
+    if (!SessionMayEnd(mayAsk)) session.cancel();
+    if (mayAsk) session.release();
 }
 
 }  // namespace zolmara::ui

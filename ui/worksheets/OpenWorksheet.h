@@ -40,7 +40,9 @@ extern std::function<void(const std::string& mode, const std::string& item,
 bool CommitOpenRows();
 
 /// The same when the desktop's session ends. What was refused asks, where the session lets the
-/// program ask, and may cancel the end.
+/// program ask. False where the user holds the end up.
+bool SessionMayEnd(bool mayAsk);
+/// The answer to a desktop that wants to end its session.
 void CommitBeforeSessionEnd(QSessionManager& session);
 
 }  // namespace zolmara::ui
