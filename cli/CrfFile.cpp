@@ -8,6 +8,7 @@
 
 #include "core/Globals.h"
 #include "store/session/Session.h"
+#include "store/session/Signature.h"
 
 namespace zolmara::cli {
 
@@ -47,11 +48,9 @@ Currency LineOf(const std::string& text) {
     return Currency(*number);
 }
 
-Variant SignatureText() {
-    const auto master = gDB.OpenRecordset("SELECT * FROM Master;");
-    if (IsBlankValue(master["ESLastName"])) return nullptr;
-    return fmt::format("{} {}, {}, {}", Text(master["ESFirstName"]), Text(master["ESLastName"]),
-                       Text(master["ESTitle"]), Text(master["ESDate"]));
+Variant Signature() {
+    const std::string text = SignatureText();
+    return text.empty() ? Variant() : Variant(text);
 }
 
 }  // namespace zolmara::cli

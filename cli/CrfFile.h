@@ -45,6 +45,6 @@ std::string KeyOf(const std::string& table);
 Currency LineOf(const std::string& text);
 
 /// Who signed the open CRF, and when; Null while nobody has.
-Variant SignatureText();
+Variant Signature();
 
 }  // namespace zolmara::cli

@@ -34,7 +34,7 @@ ExitStatus Info(const Inputs& inputs) {
                     "Components_3", "Signature", "Size"};
     info.Rows.push_back({gCRFPath, gFormNum, gProviderNumber, gProviderName, gFYStart, gFYEnd,
                          master["BuildDate"], CountOf("CostCenters"), CountOf("S2p1"),
-                         CountOf("S2p2"), CountOf("S2p3"), SignatureText(), FileSize()});
+                         CountOf("S2p2"), CountOf("S2p3"), Signature(), FileSize()});
     PrintRecord(info);
     return kDone;
 }

@@ -36,7 +36,7 @@ struct State {
 std::vector<State> StatesOf() {
     return {{"Potential errors", FindingsOf(kPotentialError)},
             {"Non-fatal errors", FindingsOf(kNonFatalError)},
-            {"Signature", SignatureText()}};
+            {"Signature", Signature()}};
 }
 
 void PrintJson(const std::vector<SummaryFigure>& figures) {

@@ -209,18 +209,29 @@ void ImportASCII() {
     ImportAsciiFile(*path);
 }
 
+namespace {
+
+/// The question ahead of an import.
+bool MayImport() {
+    if (gDebug) return true;
+    TheWindows().EnableMenu("mnuReportSubmit", false);
+    const int answer = TheDialogs().MsgBox(
+        "Before Importing - Make sure the columns are wide enough so that data values are "
+        "separated by at least one blank space. Format the amount column as numeric, in whole "
+        "dollars and without commas. If this is not done, a settlement difference can occur "
+        "resulting in a CMS rejection. Continue?",
+        kYesNo | kDefaultButton2, "Continue?");
+    return answer == kYes;
+}
+
+}  // namespace
+
 void mnuReportImportASCII() {
-    if (!gDebug) {
-        TheWindows().EnableMenu("mnuReportSubmit", false);
-        const int answer = TheDialogs().MsgBox(
-            "Before Importing - Make sure the columns are wide enough so that data values are "
-            "separated by at least one blank space. Format the amount column as numeric, in whole "
-            "dollars and without commas. If this is not done, a settlement difference can occur "
-            "resulting in a CMS rejection. Continue?",
-            kYesNo | kDefaultButton2, "Continue?");
-        if (answer != kYes) return;
-    }
-    ImportASCII();
+    if (MayImport()) ImportASCII();
+}
+
+void mnuReportImportASCII(const std::string& path) {
+    if (MayImport()) ImportAsciiFile(path);
 }
 
 }  // namespace zolmara

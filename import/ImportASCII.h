@@ -25,5 +25,7 @@ void ImportASCII();
 
 /// The menu command, with its question ahead unless the developer flag is set.
 void mnuReportImportASCII();
+/// The same with a file that the user has named already.
+void mnuReportImportASCII(const std::string& path);
 
 }  // namespace zolmara

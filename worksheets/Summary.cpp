@@ -1,5 +1,14 @@
 #include "worksheets/Summary.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+#include "core/Globals.h"
+#include "store/session/Session.h"
+
 namespace zolmara {
 namespace {
 
@@ -33,6 +42,83 @@ std::vector<SummaryFigure> SummaryFigures(CellSource& cells) {
         figures.push_back({figure.Name, cell, cells.Value(cell)});
     }
     return figures;
+}
+
+// --- The path of the money -------------------------------------------------------------------
+
+namespace {
+
+struct StepCell {
+    std::string_view Name;
+    MoneyStep::Is Kind;
+    std::string_view Field;  ///< of A's total line
+};
+
+constexpr StepCell kPath[] = {
+    {"Expenses per books", MoneyStep::Is::Sum, "Col_1"},
+    {"Reclassifications", MoneyStep::Is::Change, "Col_2"},
+    {"Adjustments", MoneyStep::Is::Change, "Col_4"},
+    {"Net allowable expenses", MoneyStep::Is::Sum, "Col_5"},
+    {"Direct allocations", MoneyStep::Is::Share, "Col_6"},
+    {"Functional allocations", MoneyStep::Is::Share, "Col_7"},
+    {"Pooled allocations", MoneyStep::Is::Share, "Col_8"},
+};
+
+}  // namespace
+
+std::vector<MoneyStep> MoneyPath(CellSource& cells) {
+    std::vector<MoneyStep> path;
+    double reached = 0;
+    for (const StepCell& step : kPath) {
+        const CellRef cell{"A", kTotalOfA, std::string(step.Field)};
+        // The shares begin at 0 again and add up to the net.
+        const bool starts = step.Kind == MoneyStep::Is::Sum ||
+                            (!path.empty() && path.back().Kind == MoneyStep::Is::Sum &&
+                             step.Kind == MoneyStep::Is::Share);
+        if (starts) reached = 0;
+        path.push_back({step.Name, step.Kind, cell, reached, NumOr(cells.Value(cell))});
+        reached += path.back().Amount;
+    }
+    return path;
+}
+
+// --- Components ------------------------------------------------------------------------------
+
+namespace {
+
+struct CostColumn {
+    std::string_view Family;
+    std::string_view Field;
+};
+constexpr CostColumn kCosts[] = {{"F1p", "Col_9"}, {"Fp", "Col_4"}, {"F2p", "Col_4"}};
+
+void AddPart(int part, std::vector<ComponentCost>& components) {
+    std::map<Currency, ComponentCost> byLine;
+    for (const CostColumn& cost : kCosts) {
+        const std::string item = fmt::format("{}{}", cost.Family, part);
+        Recordset rows = gDB.OpenRecordset(
+            fmt::format("SELECT LineNum, Description, {} FROM {} WHERE LineNum<{};", cost.Field,
+                        item, kPartTotal.Whole()),
+            dbOpenSnapshot);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            const Currency line = CurOr(rows[0]);
+            const auto [at, isNew] = byLine.try_emplace(line);
+            if (isNew) at->second = {StrOr(rows[1]), {item, line, std::string(cost.Field)}};
+            at->second.Cost += NumOr(rows[2]);
+        }
+    }
+    for (auto& [line, component] : byLine)
+        if (component.Cost != 0) components.push_back(std::move(component));
+}
+
+}  // namespace
+
+std::vector<ComponentCost> LargestComponents(std::size_t count) {
+    std::vector<ComponentCost> components;
+    for (int part = 1; part <= 3; ++part) AddPart(part, components);
+    std::ranges::stable_sort(components, std::greater(), &ComponentCost::Cost);
+    if (components.size() > count) components.resize(count);
+    return components;
 }
 
 }  // namespace zolmara

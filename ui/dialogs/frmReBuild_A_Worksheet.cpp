@@ -12,18 +12,19 @@
 
 namespace zolmara::ui {
 
-frmReBuild_A_Worksheet::frmReBuild_A_Worksheet()
+frmReBuild_A_Worksheet::frmReBuild_A_Worksheet(const std::string& item)
     : cboReBuild_(new QComboBox),
       cmdExecute_(MakeButton("cmdExecute", "&Execute", [this] { Execute(); })) {
     SetUpForm(this, "frmReBuild_A_Worksheet", "ReBuild A Worksheet", true);
     cboReBuild_->setObjectName("cboReBuild");
     cboReBuild_->setAccessibleName("Worksheet");
-    for (const std::string_view item : RebuildableWorksheets())
-        cboReBuild_->addItem(Q(std::string(item)));
+    for (const std::string_view each : RebuildableWorksheets())
+        cboReBuild_->addItem(Q(std::string(each)));
     cboReBuild_->setCurrentIndex(-1);
     cmdExecute_->setEnabled(false);
     connect(cboReBuild_, &QComboBox::currentIndexChanged, this,
             [this](int index) { cmdExecute_->setEnabled(index >= 0); });
+    cboReBuild_->setCurrentIndex(cboReBuild_->findText(Q(item)));
     auto* cancel = MakeButton("cmdCancel", "&Cancel", [this] { UnloadForm(this); });
     auto* column = new QVBoxLayout(this);
     auto* form = new QFormLayout;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
 
 class QComboBox;
 class QPushButton;
@@ -10,7 +11,8 @@ namespace zolmara::ui {
 /// Offers to make a worksheet anew.
 class frmReBuild_A_Worksheet : public QWidget {
 public:
-    frmReBuild_A_Worksheet();
+    /// With a worksheet, that one is chosen.
+    explicit frmReBuild_A_Worksheet(const std::string& item = "");
 
 private:
     void Execute();

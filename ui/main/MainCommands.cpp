@@ -25,6 +25,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmMain.h"
+#include "ui/overview/StatementNotes.h"
 #include "ui/printing/frmSelectivePrints.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
@@ -43,7 +44,10 @@ void ReportOpen(frmMain&) { mnuReportOpen(); }
 void ReportClose(frmMain&) { mnuReportClose(); }
 void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
 void ReportEditCheck(frmMain&) { mnuReportEditCheck(); }
-void ReportCalculate(frmMain&) { mnuReportCalculate(Calc_All); }
+void ReportCalculate(frmMain&) {
+    mnuReportCalculate(Calc_All);
+    NoteCalculation(true);
+}
 void ReportPrintSelect(frmMain&) {
     if (!ShowOpenForm("frmSelectivePrints")) ShowForm(new frmSelectivePrints);
 }

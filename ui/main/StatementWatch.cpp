@@ -29,14 +29,16 @@ struct Stamp {
     bool operator==(const Stamp&) const = default;
 };
 Stamp seen;
+bool owed = false;  ///< there was something to tell, and no time for it yet
 
 Stamp Now() {
-    if (!CrfIsOpen()) return {};
+    if (!CrfIsOpen()) return {.Path = gCRFPath};
     return {gCRFPath, &gDB.impl(), gDB.CommitCount()};
 }
 
 void Tell() {
     seen = Now();
+    owed = false;
     std::erase_if(watchers, [](const Watcher& watcher) { return watcher.Who.isNull(); });
     const std::vector<Watcher> all = watchers;
     for (const Watcher& watcher : all)
@@ -45,7 +47,7 @@ void Tell() {
 
 void TellWhenDone() {
     // The end of the step looks again.
-    if (TheQtHost().InLongStep() || (CrfIsOpen() && gDB.InBatch()) || Now() == seen) return;
+    if (TheQtHost().InLongStep() || (CrfIsOpen() && gDB.InBatch()) || !owed) return;
     Tell();
 }
 
@@ -68,7 +70,8 @@ void WatchStatement(QObject* watcher, std::function<void()> changed) {
 }
 
 void LookAtStatement() {
-    if (Now() == seen && !Timer().isActive()) return;
+    owed = owed || Now() != seen;
+    if (!owed) return;
     if (CrfIsOpen()) return Timer().start(0);
     Timer().stop();
     Tell();

@@ -2,13 +2,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -22,13 +26,16 @@
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/Desktop.h"
+#include "ui/main/FileRoads.h"
 #include "ui/main/Guard.h"
 #include "ui/main/Logo.h"
 #include "ui/main/MainCommands.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
 #include "ui/main/frmSplash.h"
+#include "ui/overview/Overview.h"
 #include "ui/tools/ToolsMenu.h"
 #include "ui/worksheets/OpenWorksheet.h"
 #include "worksheets/CrfMaker.h"
@@ -68,6 +75,7 @@ QFont Larger(const QFont& font, double factor) {
 
 frmMain::frmMain() {
     setObjectName("frmMain");
+    setAcceptDrops(true);
     setWindowIcon(QIcon(LogoPixmap(64, 1)));
     MakeMenus();
     MakeWindow();
@@ -118,6 +126,38 @@ QWidget* frmMain::MakeWelcome() {
     return fraWelcome_;
 }
 
+/// The files that were open last, beside the welcome frame.
+QWidget* frmMain::MakeRecent() {
+    fraRecent_ = new QFrame;
+    fraRecent_->setObjectName("fraRecent");
+    fraRecent_->setFrameShape(QFrame::StyledPanel);
+    auto* column = new QVBoxLayout(fraRecent_);
+    auto* label = new QLabel("&Recent files");
+    lstRecent_ = new QListWidget;
+    lstRecent_->setObjectName("lstRecent");
+    lstRecent_->setAccessibleName("Recent files");
+    lstRecent_->setTextElideMode(Qt::ElideMiddle);
+    label->setBuddy(lstRecent_);
+    column->addWidget(label);
+    column->addWidget(lstRecent_);
+    connect(lstRecent_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+        const std::string path = S(item->toolTip());
+        Run([path] { OpenFile(path); });
+    });
+    return fraRecent_;
+}
+
+void frmMain::ShowRecent() {
+    lstRecent_->clear();
+    for (const std::string& path : RecentFiles()) {
+        const QFileInfo file(Q(path));
+        auto* item = new QListWidgetItem(file.fileName() + "  (" + file.path() + ")", lstRecent_);
+        item->setToolTip(Q(path));
+    }
+    if (lstRecent_->count() > 0) lstRecent_->setCurrentRow(0);
+    fraRecent_->setVisible(welcome_ && lstRecent_->count() > 0);
+}
+
 void frmMain::MakeWindow() {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
@@ -126,7 +166,7 @@ void frmMain::MakeWindow() {
     imgVelquist_ = new QLabel;
     imgVelquist_->setObjectName("imgVelquist");
     imgVelquist_->setAccessibleName("Velquist");
-    imgVelquist_->setPixmap(LogoPixmap(96, devicePixelRatioF()));
+    imgVelquist_->setPixmap(LogoPixmap(40, devicePixelRatioF()));
     lblCRFName_ = new QLabel;
     lblCRFName_->setObjectName("lblCRFName");
     lblCRFName_->setWordWrap(true);
@@ -150,11 +190,20 @@ void frmMain::MakeWindow() {
     auto* progress = new QHBoxLayout;
     progress->addWidget(txtCalcMsg_, 1);
     progress->addWidget(prgCalc_);
-    column->addWidget(imgVelquist_, 0, Qt::AlignLeft);
-    column->addWidget(lblCRFName_);
-    column->addWidget(MakeWelcome(), 2, Qt::AlignCenter);
+    auto* head = new QHBoxLayout;
+    head->addWidget(imgVelquist_);
+    head->addWidget(lblCRFName_, 1);
+    overview_ = new Overview;
+    column->addLayout(head);
+    start_ = new QWidget;
+    auto* welcome = new QHBoxLayout(start_);
+    welcome->addStretch(1);
+    welcome->addWidget(MakeWelcome(), 0, Qt::AlignCenter);
+    welcome->addWidget(MakeRecent(), 2, Qt::AlignCenter);
+    welcome->addStretch(1);
+    column->addWidget(start_, 2);
+    column->addWidget(overview_, 12);
     column->addWidget(lblHelp_, 1);
-    column->addStretch(0);
     column->addLayout(progress);
     setCentralWidget(page);
     txtCalcMsg_->hide();
@@ -165,7 +214,7 @@ void frmMain::MakeWindow() {
 /// At the top left corner of the screen, at most as large as it is.
 void frmMain::PlaceWindow() {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    resize(std::min(900, screen.width()), std::min(560, screen.height()));
+    resize(std::min(1180, screen.width()), std::min(740, screen.height()));
     move(screen.topLeft());
 }
 
@@ -173,6 +222,7 @@ void frmMain::HideStage() {
     lblHelp_->hide();
     lblCRFName_->hide();
     imgVelquist_->hide();
+    overview_->hide();
 }
 
 // --- Form_Load -----------------------------------------------------------------------------
@@ -233,8 +283,33 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (InLongStep() || !CommitOpenRows() || !CloseHelpers()) return event->ignore();
     SetWelcomeVisible(false);
     DropCrf();
+    LookAtStatement();
     TheDesktop().EndProgram();
     event->accept();
+}
+
+// --- Files dropped on the window -----------------------------------------------------------
+
+namespace {
+
+/// One file of this machine; empty for anything else.
+QString DroppedFile(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
+
+}  // namespace
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!InLongStep() && !DroppedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+/// What it is dropped from waits for the end of the drop: a question comes behind it.
+void frmMain::dropEvent(QDropEvent* event) {
+    const std::string path = S(DroppedFile(*event->mimeData()));
+    if (path.empty()) return;
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, path] { Run([path] { TakeFile(path); }); });
 }
 
 void frmMain::Run(const std::function<void()>& command) {
@@ -286,6 +361,7 @@ void frmMain::ShowCrf(const std::string& path) {
     SetCrfName(path);
     lblCRFName_->show();
     imgVelquist_->show();
+    overview_->show();
     SetWelcomeVisible(false);
 }
 
@@ -300,7 +376,9 @@ bool frmMain::WelcomeVisible() const { return welcome_; }
 
 void frmMain::SetWelcomeVisible(bool visible) {
     welcome_ = visible;
+    start_->setVisible(visible);
     fraWelcome_->setVisible(visible);
+    ShowRecent();
     if (visible) cmdNew_->setFocus();
 }
 

@@ -14,6 +14,7 @@ class QAction;
 class QFrame;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QMenu;
 class QProgressBar;
 class QPushButton;
@@ -23,6 +24,7 @@ namespace zolmara::ui {
 
 struct MenuEntry;
 struct MenuInputs;
+class Overview;
 class ToolsMenu;
 
 class frmMain : public QMainWindow {
@@ -69,12 +71,16 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void MakeMenus();
     void MakeMenu(const MenuEntry& entry);
     void MakeCommand(const MenuEntry& entry, QMenu* parent);
     QWidget* MakeWelcome();
+    QWidget* MakeRecent();
+    void ShowRecent();
     void MakeWindow();
     void PlaceWindow();
     void HideStage();
@@ -95,7 +101,11 @@ private:
     bool maySubmit_ = false;
     bool sWorksheets_ = false;
     QFrame* fraWelcome_ = nullptr;
+    QWidget* start_ = nullptr;  ///< the welcome frame and what stands beside it
+    QFrame* fraRecent_ = nullptr;
+    QListWidget* lstRecent_ = nullptr;
     QPushButton* cmdNew_ = nullptr;
+    Overview* overview_ = nullptr;
     QLabel* lblHelp_ = nullptr;
     QLabel* lblCRFName_ = nullptr;
     QLabel* imgVelquist_ = nullptr;

@@ -7,6 +7,7 @@
 
 #include "store/session/Session.h"
 #include "store/session/Settings.h"
+#include "ui/main/FileRoads.h"
 #include "ui/main/Logo.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
@@ -41,6 +42,13 @@ std::string FolderOfProgram() {
     return error ? "." : program.parent_path().string();
 }
 
+/// The folders that the program remembers are whole ones.
+std::string FullPath(const char* path) {
+    std::error_code error;
+    const auto full = std::filesystem::absolute(path, error);
+    return error ? path : full.string();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -60,6 +68,7 @@ int main(int argc, char** argv) {
     ui::frmMain main;
     if (!main.Load()) return 0;
     main.show();
+    if (argc > 1) main.Run([&] { ui::TakeFile(FullPath(argv[1])); });
     // The desktop's session ends: what is being keyed is stored first, and a refused row asks.
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &main,
                      [](QSessionManager& session) { ui::CommitBeforeSessionEnd(session); });

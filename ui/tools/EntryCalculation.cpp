@@ -12,6 +12,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/StatementWatch.h"
+#include "ui/overview/StatementNotes.h"
 #include "ui/worksheets/frmWorksheet.h"
 
 namespace zolmara::ui::EntryCalculation {
@@ -56,6 +57,7 @@ void Calculate() {
         const QuietHost quiet(boxes);
         Calc_All();
     });
+    NoteCalculation(false);
     const int messages = boxes + LoggedMessages();
     note = messages == 0   ? QString("Calculated")
            : messages == 1 ? QString("Calculated, 1 message")
@@ -95,6 +97,7 @@ void Toggle() {
 }
 
 void RowSaved() {
+    NoteEntry();
     LookAtStatement();
     if (IsOn()) Timer().start(lastRun > ThePace().Felt ? ThePace().Pause : 0);
 }

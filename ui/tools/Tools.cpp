@@ -3,6 +3,7 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/frmImportMDI.h"
 #include "ui/dialogs/frmNewFromLastYear.h"
+#include "ui/main/FileRoads.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/EntryCalculation.h"
@@ -10,6 +11,16 @@
 #include "ui/worksheets/NextFinding.h"
 
 namespace zolmara::ui {
+namespace {
+
+std::vector<ToolChoice> RecentChoices() {
+    std::vector<ToolChoice> choices;
+    for (const std::string& file : RecentFiles())
+        choices.push_back({file, [file] { OpenFile(file); }});
+    return choices;
+}
+
+}  // namespace
 
 std::vector<Tool>& Tools() {
     static std::vector<Tool> tools = {
@@ -33,9 +44,13 @@ std::vector<Tool>& Tools() {
          .Shortcut = "F8",
          .IsOn = CrfIsOpen,
          .Run = OpenNextFinding},
+        {.Name = "tlsRecent",
+         .Caption = "&Recent Files",
+         .LineAhead = true,
+         .IsOn = [] { return !RecentFiles().empty(); },
+         .Choices = RecentChoices},
         {.Name = "tlsImportCRF",
          .Caption = "&Take Over From Another CRF ...",
-         .LineAhead = true,
          .IsOn = CrfIsOpen,
          .Run = ShowImportCRF},
         {.Name = "tlsNewFromLastYear",

@@ -19,18 +19,32 @@ ToolsMenu::ToolsMenu(QMenuBar& bar, QAction* ahead, Runner run) : run_(std::move
 
 void ToolsMenu::Add(QMenu& menu, const Tool& tool) {
     if (tool.LineAhead) menu.addSeparator();
-    QAction* const action = menu.addAction(Q(tool.Caption));
+    QAction* const action = tool.Choices ? AddList(menu, tool) : menu.addAction(Q(tool.Caption));
     action->setObjectName(Q(tool.Name));
     action->setCheckable(static_cast<bool>(tool.IsChecked));
     if (!tool.Shortcut.empty()) {
         action->setShortcut(QKeySequence(Q(tool.Shortcut)));
-        action->setShortcutContext(Qt::ApplicationShortcut);
+        action->setShortcutContext(tool.MainOnly ? Qt::WindowShortcut : Qt::ApplicationShortcut);
     }
     QObject::connect(action, &QAction::triggered, &menu, [this, command = tool] {
         // What the rule looked at may have changed since the menu was set.
-        if (command.IsOn()) run_(command.Run);
+        if (command.Run && command.IsOn()) run_(command.Run);
     });
     entries_.push_back({tool, action});
+}
+
+/// What stands in the list is asked for when it opens.
+QAction* ToolsMenu::AddList(QMenu& menu, const Tool& tool) {
+    QMenu* const list = menu.addMenu(Q(tool.Caption));
+    QObject::connect(list, &QMenu::aboutToShow, list, [this, list, choices = tool.Choices] {
+        list->clear();
+        for (const ToolChoice& choice : choices()) {
+            QAction* const entry = list->addAction(Q(choice.Caption).replace("&", "&&"));
+            QObject::connect(entry, &QAction::triggered, list,
+                             [this, run = choice.Run] { run_(run); });
+        }
+    });
+    return list->menuAction();
 }
 
 void ToolsMenu::Refresh(bool takesCommands) {

@@ -24,6 +24,7 @@ public:
 
 private:
     void Add(QMenu& menu, const Tool& tool);
+    QAction* AddList(QMenu& menu, const Tool& tool);
 
     struct Entry {
         Tool Command;

@@ -18,6 +18,7 @@
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/overview/StatementNotes.h"
 #include "ui/tools/EntryCalculation.h"
 #include "ui/tools/ExplainWindow.h"
 #include "ui/worksheets/BlockReport.h"
@@ -253,6 +254,7 @@ void frmWorksheet::Recalculate() {
     const Blocked blocked(this);
     if (!CommitGrid()) return;
     Calc_All();
+    NoteCalculation(false);
     OpenWorksheet("view", Form().Item);
 }
 

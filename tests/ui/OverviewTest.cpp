@@ -1,0 +1,387 @@
+// What fills the main window while a CRF is open: the list of worksheets, the state, the figures
+// and the pictures; and the roads to files.
+
+#include <QAction>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QListWidget>
+#include <QMenu>
+#include <QMimeData>
+#include <QTableWidget>
+#include <QTreeWidget>
+#include <QUrl>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "SheetTest.h"
+#include "ui/main/FileRoads.h"
+#include "ui/overview/BarPicture.h"
+#include "ui/overview/StatementNotes.h"
+
+namespace zolmara::ui {
+namespace {
+
+class OverviewTest : public SheetTest {
+protected:
+    OverviewTest() {
+        setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
+        Start();
+    }
+    ~OverviewTest() override {
+        DropCrf();
+        FollowNotes();
+        unsetenv("XDG_DATA_HOME");
+    }
+    void OpenSample(bool calculated = true) {
+        Open(MakeSample("Sample.CRF"));
+        if (calculated) Calculate();
+        ASSERT_TRUE(Told([this] { return Rows() == 48; })) << Rows();
+    }
+    void Calculate() {
+        Trigger("mnuReportCalculate");
+        Trigger("mnuViewCloseAll");
+        Boxes.clear();
+        Settle();
+    }
+    /// Lets what waits for the end of a command run.
+    static void Settle() { QCoreApplication::processEvents(); }
+    template <class Condition>
+    static bool Told(const Condition& condition) {
+        return QTest::qWaitFor(condition, 10000);
+    }
+    template <class T>
+    T* Part(const char* name) const {
+        return main->findChild<T*>(name);
+    }
+    QTreeWidget* Sheets() const { return Part<QTreeWidget>("treSheets"); }
+    int Rows() const { return Sheets()->topLevelItemCount(); }
+    QTreeWidgetItem* Sheet_(const std::string& start) const {
+        for (int row = 0; row < Rows(); ++row)
+            if (S(Sheets()->topLevelItem(row)->text(0)).starts_with(start))
+                return Sheets()->topLevelItem(row);
+        ADD_FAILURE() << "no row of " << start;
+        return nullptr;
+    }
+    std::vector<std::string> Shown() const {
+        std::vector<std::string> names;
+        for (int row = 0; row < Rows(); ++row)
+            if (!Sheets()->topLevelItem(row)->isHidden())
+                names.push_back(S(Sheets()->topLevelItem(row)->text(0)));
+        return names;
+    }
+    std::string Label(const char* name) const { return S(Part<QLabel>(name)->text()); }
+    std::vector<std::string> Next() const {
+        std::vector<std::string> steps;
+        const auto* const list = Part<QListWidget>("lstNext");
+        for (int row = 0; row < list->count(); ++row) steps.push_back(S(list->item(row)->text()));
+        return steps;
+    }
+    bool HasNext(const std::string& text) const {
+        const auto steps = Next();
+        return std::ranges::find(steps, text) != steps.end();
+    }
+};
+
+// --- The list of worksheets ----------------------------------------------------------------
+
+TEST_F(OverviewTest, WithoutACrfTheWelcomeFrameStandsAlone) {
+    EXPECT_TRUE(Part<QWidget>("overview")->isHidden());
+    OpenSample(false);
+    EXPECT_FALSE(Part<QWidget>("overview")->isHidden());
+    Trigger("mnuReportClose");
+    EXPECT_TRUE(Part<QWidget>("overview")->isHidden());
+    EXPECT_EQ(Rows(), 0) << "nothing of the closed CRF stays";
+}
+
+TEST_F(OverviewTest, EveryWorksheetHasItsTitleAndState) {
+    OpenSample(false);
+    EXPECT_EQ(S(Sheet_("A-7 Part II")->text(0)),
+              "A-7 Part II, Reconciliation of capital cost centers");
+    EXPECT_EQ(Sheet_("A, ")->text(1), "keyed");
+    EXPECT_EQ(Sheet_("F Part I,")->text(1), "empty");
+    Calculate();
+    ASSERT_TRUE(Told([this] { return Sheet_("A, ")->text(1) == "calculated"; }));
+    EXPECT_EQ(Sheet_("F Part I,")->text(1), "calculated");
+    EXPECT_EQ(Sheet_("S-1 Part I,")->text(1), "keyed") << "no calculation writes there";
+}
+
+TEST_F(OverviewTest, AWorksheetShowsItsErrorsAndWarnings) {
+    OpenSample();
+    for (const auto* level : {"Non-Fatal Error", "Non-Fatal Error", "Potential Error"})
+        gDB.Execute("INSERT INTO Error ([Level], Code, Message) VALUES (?, '1090', ?);",
+                    {level, "Worksheet A-8: line 2 column 3 must"});
+    main->RefreshMenus();
+    ASSERT_TRUE(Told([this] { return !Sheet_("A-8,")->text(2).isEmpty(); }));
+    EXPECT_EQ(Sheet_("A-8,")->text(2), "2 errors, 1 warning");
+    EXPECT_TRUE(Sheet_("A-8,")->font(0).bold());
+    EXPECT_EQ(Sheet_("A-6,")->text(2), "");
+    Part<QLineEdit>("txtFilter")->setText("1090");
+    EXPECT_EQ(Shown(), std::vector<std::string>{"A-8, Adjustments to expenses"});
+}
+
+TEST_F(OverviewTest, TheFilterFindsAWordOfTheTitle) {
+    OpenSample(false);
+    Part<QLineEdit>("txtFilter")->setText("POOL");
+    EXPECT_EQ(Shown(), (std::vector<std::string>{
+                           "Pooled Allocation Statistical Basis",
+                           "E, Pooled allocation to the parts of the chain",
+                           "E-1 Part I, Pooled allocation, healthcare provider components",
+                           "E-1 Part II, Pooled allocation, non-healthcare components",
+                           "E-1 Part III, Pooled allocation, region / division components"}));
+    Part<QLineEdit>("txtFilter")->clear();
+    EXPECT_EQ(Shown().size(), 48u);
+}
+
+TEST_F(OverviewTest, ReturnOpensTheViewAndWithControlTheEditor) {
+    OpenSample(false);
+    Sheets()->setCurrentItem(Sheet_("A-8,"));
+    QTest::keyClick(Sheets(), Qt::Key_Return);
+    EXPECT_NE(FindOpenForm("view", "A8"), nullptr);
+    QTest::keyClick(Sheets(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_NE(FindOpenForm("edit", "A8"), nullptr);
+    Part<QLineEdit>("txtFilter")->setText("A-6");
+    QTest::keyClick(Part<QLineEdit>("txtFilter"), Qt::Key_Return);
+    EXPECT_NE(FindOpenForm("view", "A6"), nullptr);
+}
+
+TEST_F(OverviewTest, TheListKeepsToTheGatesOfTheMenus) {
+    OpenSample(false);
+    Sheet("edit", "CCs");
+    Sheets()->setCurrentItem(Sheet_("A-8,"));
+    QTest::keyClick(Sheets(), Qt::Key_Return);
+    EXPECT_EQ(FindOpenForm("view", "A8"), nullptr);
+    ASSERT_EQ(Boxes.size(), 1u);
+    EXPECT_TRUE(Boxes[0].Text.starts_with("Worksheet A8 cannot be opened to view now."));
+}
+
+TEST_F(OverviewTest, ItsContextMenuPrintsExplainsAndRebuilds) {
+    OpenSample();
+    Sheets()->setCurrentItem(Sheet_("A-8,"));
+    Part<QAction>("actPrint")->trigger();
+    EXPECT_EQ(Jobs.size(), 1u);
+    Part<QAction>("actRebuild")->trigger();
+    EXPECT_EQ(Control<QComboBox>("frmReBuild_A_Worksheet", "cboReBuild")->currentText(), "A8");
+    Click("frmReBuild_A_Worksheet", "cmdCancel");
+    auto* const list = Part<QWidget>("navigator");
+    list->findChild<QAction*>("actExplain")->trigger();
+    QWidget* told = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == "wndExplain" && !window->isHidden()) told = window;
+    ASSERT_NE(told, nullptr);
+    EXPECT_TRUE(S(told->findChild<QLabel*>("lblCell")->text()).starts_with("A-8, line 100"));
+}
+
+// --- State, figures, pictures --------------------------------------------------------------
+
+TEST_F(OverviewTest, TheSummaryTellsWhoseItIsAndItsState) {
+    OpenSample(false);
+    EXPECT_EQ(Label("lblWho"), "Northfield Health System (14-9012), 1/1/2023 to 12/31/2023");
+    EXPECT_EQ(Label("lblSigned"), "no");
+    EXPECT_EQ(Label("lblCalculated"), "not in this session");
+    EXPECT_EQ(Label("lblSince"), "not calculated in this session");
+    Calculate();
+    ASSERT_TRUE(Told([this] { return Label("lblSince") == "nothing"; })) << Label("lblSince");
+    EXPECT_NE(Label("lblCalculated"), "not in this session");
+    EXPECT_EQ(Label("lblChecked"), Label("lblCalculated"));
+}
+
+TEST_F(OverviewTest, WhatIsKeyedAfterwardsIsCounted) {
+    OpenSample();
+    auto* a = Sheet("edit", "A");
+    Enter(a, 8, "Col_1", "1234");
+    ASSERT_TRUE(a->CommitGrid());
+    EXPECT_TRUE(Told([this] { return Label("lblSince") == "1 entry"; })) << Label("lblSince");
+    EXPECT_TRUE(HasNext("1 entry keyed since the last calculation"));
+}
+
+TEST_F(OverviewTest, TheStateIsKnownInTheNextSessionUnlessTheFileWasChanged) {
+    OpenSample();
+    const std::string when = Label("lblCalculated");
+    const std::string path = gCRFPath;
+    Trigger("mnuReportClose");
+    Open(path);
+    ASSERT_TRUE(Told([&] { return Label("lblCalculated") == when; })) << Label("lblCalculated");
+    EXPECT_EQ(Label("lblSince"), "nothing");
+    Trigger("mnuReportClose");
+    // Another program has written to it.
+    std::filesystem::last_write_time(
+        path, std::filesystem::last_write_time(path) + std::chrono::seconds(5));
+    Open(path);
+    EXPECT_TRUE(Told([&] { return Label("lblCalculated") == "not in this session"; }))
+        << Label("lblCalculated");
+}
+
+/// By the sample's own accounts: 130,744,288 of expenses, 2,991,421 of adjustments taken off.
+TEST_F(OverviewTest, TheFiguresAreTheSamplesAndLeadToTheirCells) {
+    OpenSample();
+    auto* const figures = Part<QTableWidget>("grdFigures");
+    ASSERT_EQ(figures->rowCount(), 11);
+    EXPECT_EQ(figures->item(0, 0)->text(), "Expenses per books");
+    EXPECT_EQ(figures->item(0, 1)->text(), "130,744,288");
+    EXPECT_EQ(figures->item(3, 1)->text(), "-2,991,421");
+    EXPECT_EQ(figures->item(4, 1)->text(), "127,752,867");
+    EXPECT_EQ(figures->item(4, 2)->text(), "A, line 100, column 5");
+    emit figures->itemActivated(figures->item(4, 1));
+    auto* view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "A"));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(Current(view), "100 Col_5");
+}
+
+TEST_F(OverviewTest, ThePathOfTheMoneyAddsUpAndIsToldInWords) {
+    OpenSample();
+    auto* const picture = Part<BarPicture>("picMoney");
+    const auto& bars = picture->Bars();
+    ASSERT_EQ(bars.size(), 7u);
+    EXPECT_EQ(bars[0].Amount + bars[1].Amount + bars[2].Amount, bars[3].Amount);
+    EXPECT_EQ(bars[4].Amount + bars[5].Amount + bars[6].Amount, bars[3].Amount);
+    EXPECT_EQ(bars[2].From, bars[0].To + bars[1].Amount) << "the adjustments hang on the expenses";
+    EXPECT_EQ(bars[6].To, bars[3].To) << "the shares end at the net";
+    EXPECT_NE(bars[0].Fill, bars[2].Fill);
+    EXPECT_TRUE(picture->accessibleDescription().contains("Adjustments -2,991,421"));
+    picture->setFocus();
+    QTest::keyClick(picture, Qt::Key_End);
+    EXPECT_TRUE(picture->accessibleName().endsWith("Pooled allocations 42,414,093"))
+        << S(picture->accessibleName());
+    QTest::keyClick(picture, Qt::Key_Return);
+    auto* view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "A"));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(Current(view), "100 Col_8");
+}
+
+/// 4,170,561 on F, 26,905,474 on F-1 and -396,358 on F-2 of the memorial hospital.
+TEST_F(OverviewTest, TheTenComponentsThatBearMostStandInOrder) {
+    OpenSample();
+    auto* const picture = Part<BarPicture>("picComponents");
+    const auto& bars = picture->Bars();
+    ASSERT_EQ(bars.size(), 10u);
+    EXPECT_EQ(bars[0].Name, "Northfield Memorial Hospital");
+    EXPECT_EQ(bars[0].Amount, NumOr(gDB.Scalar("SELECT Col_4 FROM Fp1 WHERE LineNum=1;")) +
+                                  NumOr(gDB.Scalar("SELECT Col_9 FROM F1p1 WHERE LineNum=1;")) +
+                                  NumOr(gDB.Scalar("SELECT Col_4 FROM F2p1 WHERE LineNum=1;")));
+    for (std::size_t i = 1; i < bars.size(); ++i) EXPECT_GE(bars[i - 1].Amount, bars[i].Amount);
+    QTest::mouseClick(picture, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    auto* view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "F1p1"));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(Current(view), "1 Col_9");
+}
+
+// --- What to do next -----------------------------------------------------------------------
+
+TEST_F(OverviewTest, ANewStatementNamesWhatIsMissing) {
+    Open(MakeCrf("New.CRF"));
+    ASSERT_TRUE(Told([this] { return !Next().empty(); }));
+    EXPECT_EQ(Next(),
+              (std::vector<std::string>{
+                  "S-1 Part I: no contact is keyed", "S-1 Part I: no type of control is keyed",
+                  "S-2: no components are keyed", "A: no expenses are keyed",
+                  "Not calculated in this session", "Not signed: calculate first"}));
+    auto* const list = Part<QListWidget>("lstNext");
+    emit list->itemActivated(list->item(3));
+    auto* a = dynamic_cast<frmWorksheet*>(FindOpenForm("edit", "A"));
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(Current(a), "1 Col_1");
+}
+
+TEST_F(OverviewTest, ACalculatedStatementWaitsForItsSignature) {
+    OpenSample();
+    EXPECT_TRUE(Told([this] { return Next() == std::vector<std::string>{"Not signed"}; }))
+        << ::testing::PrintToString(Next());
+    auto* const list = Part<QListWidget>("lstNext");
+    emit list->itemActivated(list->item(0));
+    EXPECT_NE(FindForm("frmESCert"), nullptr);
+}
+
+TEST_F(OverviewTest, ErrorsLeadToTheFindings) {
+    OpenSample();
+    gDB.Execute("INSERT INTO Error ([Level], Code, Message) VALUES ('Non-Fatal Error','1','x');");
+    main->RefreshMenus();
+    ASSERT_TRUE(Told([this] { return HasNext("1 error of the edit checks"); }));
+    auto* const list = Part<QListWidget>("lstNext");
+    for (int row = 0; row < list->count(); ++row)
+        if (list->item(row)->text() == "1 error of the edit checks")
+            emit list->itemActivated(list->item(row));
+    EXPECT_NE(FindForm("frmViewError"), nullptr);
+}
+
+// --- Files ---------------------------------------------------------------------------------
+
+TEST_F(OverviewTest, RecentFilesStandBesideTheWelcomeFrameAndOpen) {
+    EXPECT_TRUE(Part<QWidget>("fraRecent")->isHidden());
+    OpenSample(false);
+    const std::string path = gCRFPath;
+    Trigger("mnuReportClose");
+    EXPECT_FALSE(Part<QWidget>("fraRecent")->isHidden());
+    auto* const list = Part<QListWidget>("lstRecent");
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_TRUE(list->item(0)->text().startsWith("Sample.CRF"));
+    emit list->itemActivated(list->item(0));
+    EXPECT_TRUE(CrfIsOpen());
+    EXPECT_EQ(gCRFPath, path);
+}
+
+TEST_F(OverviewTest, RecentFilesStandInToolsTheLastOneFirst) {
+    const std::string one = MakeCrf("One.CRF");
+    const std::string two = MakeCrf("Two.CRF");
+    for (const std::string& path : {one, two, one}) {
+        Open(path);
+        Settle();
+    }
+    EXPECT_EQ(RecentFiles(), (std::vector<std::string>{one, two}));
+    QMenu* list = nullptr;
+    for (QMenu* menu : main->findChildren<QMenu*>())
+        if (menu->menuAction()->objectName() == "tlsRecent") list = menu;
+    ASSERT_NE(list, nullptr);
+    emit list->aboutToShow();
+    ASSERT_EQ(list->actions().size(), 2);
+    list->actions()[1]->trigger();
+    EXPECT_EQ(gCRFPath, two);
+    Trigger("mnuReportClose");
+    std::filesystem::remove(two);
+    EXPECT_EQ(RecentFiles(), std::vector<std::string>{one});
+}
+
+TEST_F(OverviewTest, ADroppedCrfOpensAndADroppedTextAsksToBeImported) {
+    const std::string path = MakeCrf("One.CRF");
+    const auto drop = [this](const std::string& file) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(Q(file))});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(main.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(main.get(), &event);
+        Wait(50);
+    };
+    const std::string text = folder.File("cells.txt");
+    std::ofstream(text) << "A\t8\t1\t4711\r\n";
+    drop(text);
+    ASSERT_EQ(Boxes.size(), 1u);
+    EXPECT_NE(Boxes[0].Text.find("when a Cost Report File is open"), std::string::npos);
+    drop(path);
+    EXPECT_EQ(gCRFPath, path);
+    Answers = {kNo};
+    drop(text);
+    EXPECT_EQ(Boxes.back().Title, "Continue?");
+    EXPECT_EQ(Stored("A", 8, "Col_1"), "");
+    Answers = {kYes};
+    drop(text);
+    EXPECT_EQ(Stored("A", 8, "Col_1"), "4711");
+}
+
+TEST_F(OverviewTest, AFileIsNotOpenedWhileAWindowStaysInTheWay) {
+    const std::string path = MakeCrf("One.CRF");
+    OpenSample(false);
+    Sheet("view", "A");
+    Answers = {kCancel};
+    EXPECT_FALSE(OpenFile(path));
+    EXPECT_NE(gCRFPath, path);
+    Trigger("mnuReportUtilitiesHeader");
+    EXPECT_FALSE(OpenFile(path));
+    EXPECT_NE(Boxes.back().Text.find("close the other windows"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zolmara::ui

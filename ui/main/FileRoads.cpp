@@ -1,0 +1,99 @@
+#include "ui/main/FileRoads.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "core/Dialogs.h"
+#include "core/Globals.h"
+#include "core/Machine.h"
+#include "core/Windows.h"
+#include "import/ImportASCII.h"
+#include "store/session/RepairCrf.h"
+#include "store/session/Session.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/frmMain.h"
+
+namespace zolmara::ui {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSection = "Recent";
+constexpr int kMostRecent = 8;
+
+constexpr std::array<std::string_view, 5> kImported = {".TXT", ".CSV", ".XLSX", ".ODS", ".TSV"};
+
+bool IsImported(const std::string& path) {
+    const std::string end = UCase(fs::path(path).extension().string());
+    return std::ranges::find(kImported, end) != kImported.end();
+}
+
+std::string KeyOf(int place) { return fmt::format("File{}", place); }
+
+std::vector<std::string> Remembered() {
+    std::vector<std::string> files;
+    for (int place = 1; place <= kMostRecent; ++place) {
+        std::string file =
+            TheMachine().GetSetting(std::string(kProductName), kSection, KeyOf(place), "");
+        if (!file.empty()) files.push_back(std::move(file));
+    }
+    return files;
+}
+
+bool MayTake(const char* menu) {
+    const frmMain* const main = TheQtHost().Main();
+    return main && main->MenuOn(menu);
+}
+
+void Tell(const std::string& text) {
+    TheDialogs().MsgBox(text, kExclamation, std::string(kProductName));
+}
+
+}  // namespace
+
+bool OpenFile(const std::string& path) {
+    if (!MayTake("mnuReportOpen")) {
+        Tell(fmt::format("{} cannot be opened now.  Please close the other windows first.", path));
+        return false;
+    }
+    if (CrfIsOpen() && CloseAllForms(false) != 0) return false;
+    TheWindows().SetWelcomeVisible(false);
+    return OpenOrRepairCrf(path);
+}
+
+void TakeFile(const std::string& path) {
+    if (!IsImported(path)) {
+        OpenFile(path);
+    } else if (!MayTake("mnuReportImport")) {
+        Tell(
+            fmt::format("{} can be imported when a Cost Report File is open and no other window "
+                        "stands in the way.",
+                        path));
+    } else {
+        mnuReportImportASCII(path);
+    }
+}
+
+std::vector<std::string> RecentFiles() {
+    std::vector<std::string> files = Remembered();
+    std::erase_if(files, [](const std::string& file) {
+        std::error_code error;
+        return !fs::exists(file, error);
+    });
+    return files;
+}
+
+void RememberFile(const std::string& path) {
+    std::vector<std::string> files = Remembered();
+    if (!files.empty() && files.front() == path) return;
+    std::erase(files, path);
+    files.insert(files.begin(), path);
+    if (files.size() > kMostRecent) files.resize(kMostRecent);
+    for (int place = 1; const std::string& file : files)
+        TheMachine().SaveSetting(std::string(kProductName), kSection, KeyOf(place++), file);
+}
+
+}  // namespace zolmara::ui

@@ -1,0 +1,23 @@
+#pragma once
+
+// Roads to a file beside the menus: the recent files, a file named on the command line, a file
+// dropped on the window.
+
+#include <string>
+#include <vector>
+
+namespace zolmara::ui {
+
+/// Opens a CRF as "Open" does, with its gate and its question. False when it did not open; what
+/// stood in the way has been told.
+bool OpenFile(const std::string& path);
+
+/// A CRF opens; a text file or a workbook asks to be imported into the open CRF.
+void TakeFile(const std::string& path);
+
+/// The CRFs that were open last, the last one first, those that are gone left out.
+std::vector<std::string> RecentFiles();
+/// Puts a CRF ahead of the others.
+void RememberFile(const std::string& path);
+
+}  // namespace zolmara::ui
