@@ -155,7 +155,10 @@ std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayo
     for (const CellLayout& cell : cells) {
         const std::vector<std::string> texts = CellLines(row[cell.Field], cell);
         if (texts.size() > lines.size()) lines.resize(texts.size());
-        for (std::size_t i = 0; i < texts.size(); ++i) lines[i].At(TabOf(cell, texts[i]), texts[i]);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            const int tab = TabOf(cell, texts[i]);
+            IsSummed(cell.Form) ? lines[i].AmountAt(tab, texts[i]) : lines[i].At(tab, texts[i]);
+        }
     }
     std::vector<std::string> result;
     for (const TextLine& line : lines) result.push_back(line.Text());

@@ -165,7 +165,7 @@ void PrintAmounts(TextLine& line, const ScheduleRow& row, std::size_t first, Pag
     for (std::size_t k = 0; k < columns.size(); ++k) {
         const CellForm form = unitCost ? CellForm::Ratio : columns[k].Form;
         const std::string text = CellText(row.Amounts[first + k], form, kAmountWidth);
-        line.At(TabOf(k) + kAmountWidth - static_cast<int>(text.size()), text);
+        line.AmountAt(TabOf(k) + kAmountWidth - static_cast<int>(text.size()), text);
     }
 }
 

@@ -98,4 +98,18 @@ TextLine& TextLine::At(int column, std::string_view text) {
     return *this;
 }
 
+/// The nearest two blanks become one, and one stands behind.
+void TextLine::MoveLeft() {
+    const auto blanks = text_.rfind("  ");
+    if (blanks == std::string::npos) return;
+    text_.erase(blanks, 1);
+    text_ += ' ';
+}
+
+TextLine& TextLine::AmountAt(int column, std::string_view text) {
+    const bool touches = !text.empty() && text.front() != ' ' && length_ == Size(column - 1);
+    if (touches && !text_.empty() && text_.back() != ' ') MoveLeft();
+    return At(column, text);
+}
+
 }  // namespace zolmara

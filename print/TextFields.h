@@ -40,9 +40,15 @@ public:
     /// Puts a text at a column. A text that would begin inside the former one gives up blanks at
     /// its own beginning, and stands behind the former one for what remains.
     TextLine& At(int column, std::string_view text);
+    /// Puts an amount at a column. One that has taken the blank ahead of its field would run into
+    /// the amount before it, and the two would read as one: what stands before it moves to the left
+    /// by one, where there are blanks to give.
+    TextLine& AmountAt(int column, std::string_view text);
     const std::string& Text() const { return text_; }
 
 private:
+    void MoveLeft();
+
     std::string text_;
     std::size_t length_ = 0;
 };

@@ -127,9 +127,17 @@ std::string OfStranger(std::string_view item, std::string_view column) {
     return fmt::format("Worksheet {} has a column that is not the form's: {}.", item, column);
 }
 
+bool AreTheColumns(const TableDef& table, const FieldList& fields) {
+    return std::ranges::equal(table.Fields, fields,
+                              [](const FieldDef& column, const WorksheetField& field) {
+                                  return column.Name == field.Name;
+                              });
+}
+
 /// What is wrong with the columns of a table; empty where nothing is. Those of a schedule are
 /// counted, so each must stand in its place.
 std::string WrongColumn(const TableDef& table, const FieldList& fields) {
+    if (AreTheColumns(table, fields)) return {};
     for (const WorksheetField& field : fields)
         if (table.FieldIndex(field.Name) < 0)
             return fmt::format("Worksheet {} has no column {}.", table.Name, field.Name);

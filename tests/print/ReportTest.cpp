@@ -351,5 +351,15 @@ TEST_F(ReportTest, FiveThousandRowsCostFiveTimesAThousand) {
     EXPECT_LT(large.Steps, 6 * small.Steps);
 }
 
+TEST_F(ReportTest, BillionsKeepTheirCommasAndABlankBetweenThem) {
+    for (const char* column : {"Col_1", "Col_2", "Col_3"}) SetCell("A", 12, column, 1234567890);
+    SetCell("A", 13, "Col_1", 5);
+    SetCell("A", 13, "Col_2", 1234567890);
+    Print_A(0);
+    const Lines lines = Printed("A.prt");
+    EXPECT_EQ(LinesWith(lines, " 1,234,567,890 1,234,567,890 1,234,567,890").size(), 1U);
+    EXPECT_EQ(LinesWith(lines, " 5 1,234,567,890").size(), 1U);
+}
+
 }  // namespace
 }  // namespace zolmara::test

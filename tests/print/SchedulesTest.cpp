@@ -195,5 +195,12 @@ TEST_F(SchedulesTest, TheCostGrowsWithTheCells) {
     EXPECT_LT(large.Steps, 20 * small.Steps);
 }
 
+TEST_F(SchedulesTest, ABillionLeavesABlankBehindTheAmountBeforeIt) {
+    SetCell("Bp1", 1, "CC_100", 5);
+    SetCell("Bp1", 1, "CC_200", 1234567890);
+    Print_Bx("Bp1", 0);
+    EXPECT_EQ(LinesWith(Printed("Bp1.prt"), " 5 1,234,567,890 ").size(), 1U);
+}
+
 }  // namespace
 }  // namespace zolmara::test

@@ -7,6 +7,8 @@
 namespace zolmara::test {
 namespace {
 
+std::string Blanks(std::size_t count) { return std::string(count, ' '); }
+
 TEST(FormatLineNum, WholeAndSubscriptedLinesAlignOnTheUnits) {
     EXPECT_EQ(FormatLineNum(Currency(4), 6), "  4   ");
     EXPECT_EQ(FormatLineNum(Currency(4.01), 6), "  4.01");
@@ -133,6 +135,33 @@ TEST(TextLine, BlanksAreNotWritten) { EXPECT_EQ(TextLine().At(1, "ab").At(9, "  
 
 TEST(TextLine, ColumnsAreCountedInCharacters) {
     EXPECT_EQ(TextLine().At(1, "\u00fc").At(3, "x").Text(), "\u00fc x");
+}
+
+TEST(TextLine, AnAmountThatTookItsBlankLeavesOneBehindTheAmountBeforeIt) {
+    // "5" stands in column 21 and moves to 20: together they would read 51,234,567,890.
+    const auto line =
+        TextLine().At(1, "Rent").AmountAt(10, Blanks(11) + "5").AmountAt(22, "1,234,567,890");
+    EXPECT_EQ(line.Text(), "Rent" + Blanks(15) + "5 1,234,567,890");
+}
+
+TEST(TextLine, ARowOfAmountsThatAllTookTheirBlankIsStillReadable) {
+    TextLine line;
+    line.At(1, "Salaries");
+    std::string amounts;
+    for (int k = 0; k < 8; ++k) {
+        line.AmountAt(63 + 13 * k, "1,234,567,890");
+        amounts += " 1,234,567,890";
+    }
+    EXPECT_EQ(line.Text(), "Salaries" + Blanks(62 + 8 * 13 - 8 - amounts.size()) + amounts);
+}
+
+TEST(TextLine, AnAmountThatFitsMovesNothing) {
+    EXPECT_EQ(TextLine().At(1, "Rent").AmountAt(6, "     5").AmountAt(13, "     7").Text(),
+              "Rent" + Blanks(6) + "5" + Blanks(6) + "7");
+}
+
+TEST(TextLine, WithoutRoomAnAmountStandsWhereItDoes) {
+    EXPECT_EQ(TextLine().At(1, "abc").AmountAt(4, "1,234").Text(), "abc1,234");
 }
 
 }  // namespace
