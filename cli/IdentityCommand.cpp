@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "forms/EditInfo.h"
 #include "store/Files.h"
+#include "store/WholeCrf.h"
 
 namespace zolmara::cli {
 
@@ -59,6 +60,8 @@ std::string NewFile(const Inputs& inputs) {
     const std::string path = FullPath(inputs.Text("--save-as"));
     if (FileExists(path) && !IsSameFile(path, gCRFPath))
         throw std::runtime_error(fmt::format("{} is there already", path));
+    // A place that takes no file is told as that, and not as a copy that failed.
+    if (!FileExists(path)) NeedReplaceable(path);
     return path;
 }
 

@@ -59,6 +59,14 @@ TEST_F(IdentityCommand, SaveAsOntoItselfOrAnotherFileIsRefused) {
     EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
 }
 
+TEST_F(IdentityCommand, SaveAsIntoAFolderThatIsNotThereIsAFileThatCannotBeWritten) {
+    const CliResult result =
+        Run({"identity", crf, "--name", "Other", "--save-as", File("no/X.CRF")});
+    EXPECT_EQ(result.Status, 4);
+    EXPECT_EQ(result.Err, "ERROR\t" + File("no/X.CRF") + ": there is no such folder\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+}
+
 TEST_F(IdentityCommand, ALongYearIsAskedAbout) {
     EXPECT_EQ(Run({"identity", crf, "--end", "11/1/2023", "--no"}).Status, 2);
     EXPECT_EQ(Run({"identity", crf, "--end", "11/1/2023", "--yes"}).Status, 0);

@@ -1,3 +1,6 @@
+#include <tuple>
+#include <vector>
+
 #include "forms/CellAddress.h"
 #include "forms/CellChecks.h"
 #include "forms/CellRuleTable.h"
@@ -66,6 +69,17 @@ TEST_F(CellRulesS, StateAndZipOfTheHomeOffice) {
     for (const char* zip : {"6020", "602014410", "6020A", "60201-441", "60201-44100"})
         EXPECT_EQ(Refusal("S1p1", 1, "Col_6", zip),
                   "Entry Error|Zip code must be formated XXXXX or XXXXX-XXXXX");
+}
+
+TEST_F(CellRulesS, ABlankEmptiesStateZipDateTypeAndAnswer) {
+    const std::vector<std::tuple<std::string, double, std::string, std::string>> cells = {
+        {"S1p1", 1, "Col_5", "IL"}, {"S1p1", 1, "Col_6", "60201"}, {"S1p1", 2, "Col_3", "1/1/2000"},
+        {"S1p1", 3, "Col_1", "2"},  {"S1p1", 4, "Col_1", "Y"},     {"S2p3", 1, "Col_5", "IL"}};
+    AddS2Line(Currency::FromWhole(1), 3);
+    for (const auto& [item, line, field, value] : cells) {
+        EXPECT_NE(Stored(item, line, field, value), "") << item << " " << field;
+        EXPECT_EQ(Stored(item, line, field, " "), "") << item << " " << field;
+    }
 }
 
 TEST_F(CellRulesS, IdentityIsNotKeyedOnLine2) {
