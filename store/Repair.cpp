@@ -118,15 +118,22 @@ Rescue RescueInto(const std::string& fresh, const std::string& path, const Repai
     return rescue;
 }
 
+/// The beginning of a name that leaves room for its end, and for a journal's beside it.
+std::string Shortened(std::string name, std::size_t end) {
+    static constexpr std::size_t kLongestName = 247;
+    while (!name.empty() && name.size() + end > kLongestName)
+        name = LeftText(name, TextLength(name) - 1);
+    return name;
+}
+
 /// "Sample.damaged-2026-11-21.CRF", with a number behind the date where that is taken by another
 /// file. A repair that was killed may have given the file that name already.
 std::string NameForDamaged(const fs::path& path) {
     const auto day = Format(Now(), "yyyy-mm-dd");
     const auto named = [&](int number) {
         const auto count = number > 1 ? fmt::format("-{}", number) : "";
-        const auto name = fmt::format("{}.damaged-{}{}{}", path.stem().string(), day, count,
-                                      path.extension().string());
-        return (path.parent_path() / name).string();
+        const auto end = fmt::format(".damaged-{}{}{}", day, count, path.extension().string());
+        return (path.parent_path() / (Shortened(path.stem().string(), end.size()) + end)).string();
     };
     int number = 1;
     while (FileExists(named(number)) && !IsSameFile(path, named(number))) ++number;

@@ -1,7 +1,10 @@
 #include "store/salvage/PageMend.h"
 
 #include <algorithm>
-#include <set>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <vector>
 
 #include "store/salvage/RecordReader.h"
 
@@ -23,24 +26,32 @@ bool IsSound(const PageFile& file, PageNo page) {
     return tree.Sound && !tree.Cells.empty();
 }
 
-/// The bytes that say where everything on the page lies.
-std::set<std::size_t> StructureOf(const PageFile& file, PageNo page) {
-    std::set<std::size_t> bytes;
-    const auto add = [&](std::size_t from, std::size_t count) {
-        for (std::size_t at = from; at < std::min(from + count, file.Usable); ++at)
-            bytes.insert(at);
-    };
-    const std::size_t header = HeaderAt(page);
-    add(header, kPageHeaderSize);
-    const TreePage tree = ParsePage(file, page);
-    const Bytes content = PageBytes(file, page);
+/// A byte that says where something on the page lies, and the cells that are read by it.
+struct Place {
+    bool OfHeader = false;
+    bool OfPointer = false;
+    std::vector<std::size_t> Cells{};
+};
+using Places = std::map<std::size_t, Place>;
+
+Places StructureOf(const PageFile& file, const TreePage& tree) {
+    Places places;
+    const std::size_t header = HeaderAt(tree.Number);
+    for (std::size_t at = header; at < header + kPageHeaderSize; ++at) places[at].OfHeader = true;
+    const Bytes content = PageBytes(file, tree.Number);
     const bool leaf = tree.Kind == PageKind::TableLeaf || tree.Kind == PageKind::IndexLeaf;
     const std::size_t pointers = header + (leaf ? 8 : kPageHeaderSize);
-    add(pointers, kPointerSize * tree.Cells.size());
-    for (std::size_t i = 0; i < tree.Cells.size(); ++i)
-        add(static_cast<std::size_t>(ReadBig(content, pointers + i * kPointerSize, kPointerSize)),
-            kCellHeadSize);
-    return bytes;
+    for (std::size_t i = 0; i < tree.Cells.size(); ++i) {
+        const std::size_t pointer = pointers + i * kPointerSize;
+        for (std::size_t at = pointer; at < pointer + kPointerSize; ++at) {
+            places[at].OfPointer = true;
+            places[at].Cells.push_back(i);
+        }
+        const auto start = static_cast<std::size_t>(ReadBig(content, pointer, kPointerSize));
+        for (std::size_t at = start; at < std::min(start + kCellHeadSize, file.Usable); ++at)
+            places[at].Cells.push_back(i);
+    }
+    return places;
 }
 
 /// Free and overflow pages have no structure to be mended, only pages that are a tree's but for
@@ -69,14 +80,53 @@ std::size_t ReadableRecords(const PageFile& file, PageNo page) {
         [&](const auto& cell) { return cell && ReadRecord(file, page, *cell).has_value(); }));
 }
 
+/// Sorts out the bits that cannot make a page sound, without reading all of it: of a sound page
+/// every cell is readable, and cells and free room claim every byte.
+class Hopes {
+public:
+    Hopes(const PageFile& file, const TreePage& tree)
+        : tree_(tree),
+          unclaimed_(UnclaimedBytes(file, tree)),
+          unreadable_(std::count(tree.Cells.begin(), tree.Cells.end(), std::nullopt)) {}
+
+    /// Of a file where a bit of the byte has been changed.
+    bool IsAny(const PageFile& file, std::size_t byte, const Place& place) const {
+        if (place.OfHeader) return true;
+        bool inCell = place.OfPointer;
+        auto unreadable = unreadable_;
+        std::int64_t unclaimed = unclaimed_.value_or(1);
+        for (const std::size_t i : place.Cells) {
+            const auto& before = tree_.Cells[i];
+            const auto after = ParseCell(file, tree_, i);
+            if (!after) return false;
+            if (!before) --unreadable;
+            if (before) {
+                unclaimed += static_cast<std::int64_t>(before->Size);
+                inCell |= byte >= before->At && byte < before->At + before->Size;
+            }
+            unclaimed -= static_cast<std::int64_t>(after->Size);
+        }
+        // A byte of no cell may be one of the free blocks' own numbers.
+        return unreadable == 0 && (!inCell || (unclaimed_ && unclaimed == 0));
+    }
+
+private:
+    const TreePage& tree_;
+    std::optional<std::int64_t> unclaimed_;
+    std::ptrdiff_t unreadable_;
+};
+
 void MendPage(PageFile& file, PageNo page) {
+    const TreePage tree = ParsePage(file, page);
+    const Hopes hopes(file, tree);
     std::vector<Bit> best;
     std::size_t most = 0;
-    for (const std::size_t byte : StructureOf(file, page)) {
+    for (const auto& [byte, place] : StructureOf(file, tree)) {
         for (unsigned number = 0; number < 8; ++number) {
             const Bit bit{byte, number};
             Flip(file, page, bit);
-            const std::size_t readable = IsSound(file, page) ? ReadableRecords(file, page) : 0;
+            const bool sound = hopes.IsAny(file, byte, place) && IsSound(file, page);
+            const std::size_t readable = sound ? ReadableRecords(file, page) : 0;
             Flip(file, page, bit);
             if (readable == 0 || readable < most) continue;
             if (readable > most) best.clear();

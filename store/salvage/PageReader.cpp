@@ -204,18 +204,44 @@ bool KeysAscend(const TreePage& tree) {
     return true;
 }
 
+std::size_t HeaderAt(PageNo page) { return page == 1 ? kFileHeaderSize : 0; }
+
+std::size_t FirstFreeBlock(Bytes page, std::size_t header) {
+    return static_cast<std::size_t>(ReadBig(page, header + kFirstFreeBlockAt, 2));
+}
+
+std::size_t ContentStart(Bytes page, std::size_t header) {
+    const auto start = static_cast<std::size_t>(ReadBig(page, header + kContentStartAt, 2));
+    return start == 0 ? kLargestPageSize : start;
+}
+
+std::size_t PointersAt(PageNo page, PageKind kind) {
+    return HeaderAt(page) + (IsLeaf(kind) ? kLeafHeaderSize : kInteriorHeaderSize);
+}
+
 bool IsSound(const TreePage& tree, Bytes page, std::size_t header, std::size_t pointersEnd) {
     Extents extents;
     for (const auto& cell : tree.Cells) {
         if (!cell) return false;
         extents.emplace_back(cell->At, cell->Size);
     }
-    const auto free = static_cast<std::size_t>(ReadBig(page, header + kFirstFreeBlockAt, 2));
-    auto start = static_cast<std::size_t>(ReadBig(page, header + kContentStartAt, 2));
-    if (start == 0) start = kLargestPageSize;
-    return start >= pointersEnd && AddFreeBlocks(page, free, extents) &&
+    const std::size_t start = ContentStart(page, header);
+    return start >= pointersEnd && AddFreeBlocks(page, FirstFreeBlock(page, header), extents) &&
            FillExactly(extents, start, page.size(), page[header + kFragmentsAt]) &&
            (!IsTable(tree.Kind) || KeysAscend(tree));
+}
+
+/// The i-th of so many cells.
+std::optional<Cell> CellOf(const PageFile& file, PageNo number, PageKind kind, std::size_t i,
+                           std::size_t count) {
+    const Bytes page = PageBytes(file, number).first(file.Usable);
+    const std::size_t pointers = PointersAt(number, kind);
+    const auto at =
+        static_cast<std::size_t>(ReadBig(page, pointers + i * kPointerSize, kPointerSize));
+    if (at < pointers + count * kPointerSize) return std::nullopt;
+    auto cell = ReadCell(file, page, kind, at);
+    if (cell && cell->At + cell->Size > BytesThere(file, number)) cell.reset();
+    return cell;
 }
 
 TreePage ParseAs(const PageFile& file, PageNo number, PageKind kind) {
@@ -224,23 +250,17 @@ TreePage ParseAs(const PageFile& file, PageNo number, PageKind kind) {
     if (number < 1 || number > file.Count || kind == PageKind::None) return tree;
     const Bytes page = PageBytes(file, number).first(file.Usable);
     tree.Kind = kind;
-    const std::size_t header = number == 1 ? kFileHeaderSize : 0;
-    const std::size_t pointers = header + (IsLeaf(kind) ? kLeafHeaderSize : kInteriorHeaderSize);
+    const std::size_t header = HeaderAt(number);
+    const std::size_t pointers = PointersAt(number, kind);
     if (!IsLeaf(kind)) {
         tree.RightChild = static_cast<PageNo>(ReadBig(page, header + kRightChildAt, kPageNoSize));
     }
     const std::size_t told = static_cast<std::size_t>(ReadBig(page, header + kCellCountAt, 2));
     const std::size_t count = std::min(told, (page.size() - pointers) / kPointerSize);
-    const std::size_t end = pointers + count * kPointerSize;
-    const std::size_t there = BytesThere(file, number);
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto at =
-            static_cast<std::size_t>(ReadBig(page, pointers + i * kPointerSize, kPointerSize));
-        auto cell = at < end ? std::nullopt : ReadCell(file, page, kind, at);
-        if (cell && cell->At + cell->Size > there) cell.reset();
-        tree.Cells.push_back(std::move(cell));
-    }
-    tree.Sound = told == count && IsSound(tree, page, header, end);
+    tree.Cells.reserve(count);
+    for (std::size_t i = 0; i < count; ++i)
+        tree.Cells.push_back(CellOf(file, number, kind, i, count));
+    tree.Sound = told == count && IsSound(tree, page, header, pointers + count * kPointerSize);
     return tree;
 }
 
@@ -329,6 +349,24 @@ TreePage ParsePage(const PageFile& file, PageNo page) {
     const Bytes bytes = PageBytes(file, page);
     const std::size_t header = page == 1 ? kFileHeaderSize : 0;
     return ParseAs(file, page, header < bytes.size() ? KindOf(bytes[header]) : PageKind::None);
+}
+
+std::optional<Cell> ParseCell(const PageFile& file, const TreePage& tree, std::size_t i) {
+    return CellOf(file, tree.Number, tree.Kind, i, tree.Cells.size());
+}
+
+std::optional<std::int64_t> UnclaimedBytes(const PageFile& file, const TreePage& tree) {
+    const Bytes page = PageBytes(file, tree.Number).first(file.Usable);
+    const std::size_t header = HeaderAt(tree.Number);
+    Extents extents;
+    if (!AddFreeBlocks(page, FirstFreeBlock(page, header), extents)) return std::nullopt;
+    for (const auto& cell : tree.Cells)
+        if (cell) extents.emplace_back(cell->At, cell->Size);
+    auto unclaimed = static_cast<std::int64_t>(page.size()) -
+                     static_cast<std::int64_t>(ContentStart(page, header)) -
+                     page[header + kFragmentsAt];
+    for (const auto& [at, size] : extents) unclaimed -= static_cast<std::int64_t>(size);
+    return unclaimed;
 }
 
 TreePage ParseTablePage(const PageFile& file, PageNo page) {

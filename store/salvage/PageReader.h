@@ -84,6 +84,14 @@ struct TreePage {
 /// Reads a page as the kind that its first byte tells.
 TreePage ParsePage(const PageFile& file, PageNo page);
 
+/// The i-th cell of a page that was parsed, as the file has it now.
+std::optional<Cell> ParseCell(const PageFile& file, const TreePage& tree, std::size_t i);
+
+/// How many bytes behind the start of a page's content neither a readable cell nor free room
+/// claims; below 0 where they claim more than there is. Nothing where the chain of free blocks
+/// leads astray. A sound page has none.
+std::optional<std::int64_t> UnclaimedBytes(const PageFile& file, const TreePage& tree);
+
 /// Reads a page of a table. A first byte that tells nothing of the kind is forgiven where the
 /// rest of the page is sound.
 TreePage ParseTablePage(const PageFile& file, PageNo page);

@@ -10,11 +10,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
 
 #include "core/Globals.h"
 #include "store/Dao.h"
+#include "store/FilledCrf.h"
+#include "store/harness/Faults.h"
 
 namespace zolmara {
 namespace {
@@ -178,18 +179,22 @@ TEST_F(Batch, AFullDiskTakesTheWholeBatchBackAndSaysSo) {
     EXPECT_EQ(NumOr(db_.Scalar("SELECT Count(*) FROM A")), 50);
 }
 
+// Three commits and more, at each of their calls.
 TEST_F(Batch, KilledAtAnyMomentItIsWholeOrNotThere) {
     db_.Close();
-    std::mt19937 random(287);
-    for (int round = 0; round < 60; ++round) {
-        const pid_t child = fork();
-        if (child == 0) {
-            auto db = DBEngine::OpenDatabase(path_);
-            for (;;) RunBatch(db, [&] { db.Execute("UPDATE A SET Col_1=Col_1+1;"); });
-        }
-        usleep(std::uniform_int_distribution<useconds_t>(500, 6000)(random));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+    const std::string below = folder_.string();
+    for (int call = 1; call <= 40; ++call) {
+        SCOPED_TRACE(call);
+        Database db;
+        const auto end = test::RunInChild(
+            [&] {
+                db = DBEngine::OpenDatabase(path_);
+                FaultsArm(below.c_str(), call, -1, "");
+            },
+            [&] {
+                for (;;) RunBatch(db, [&] { db.Execute("UPDATE A SET Col_1=Col_1+1;"); });
+            });
+        EXPECT_TRUE(end.Killed);
         db_ = DBEngine::OpenDatabase(path_);
         // Every row has moved by the same number of steps.
         const auto rows = db_.OpenRecordset(

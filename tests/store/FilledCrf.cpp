@@ -1,12 +1,9 @@
 #include "store/FilledCrf.h"
 
-#include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -114,12 +111,6 @@ void ListRows(std::string& text, const std::string& table) {
     }
 }
 
-using Clock = std::chrono::steady_clock;
-
-double SecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 void Say(int pipe, std::string_view text) {
     if (write(pipe, text.data(), text.size()) < 0) _exit(6);
 }
@@ -139,14 +130,6 @@ void Say(int pipe, std::string_view text) {
     } catch (...) {
     }
     _exit(5);
-}
-
-/// True when the child has closed its end, or is about to, before the time is over.
-bool EndsWithin(int pipe, double seconds) {
-    pollfd entry{pipe, POLLIN, 0};
-    const timespec limit{static_cast<time_t>(seconds),
-                         static_cast<long>((seconds - std::floor(seconds)) * 1e9)};
-    return ppoll(&entry, 1, &limit, nullptr) > 0;
 }
 
 std::string ReadToEnd(int pipe) {
@@ -187,8 +170,7 @@ std::string ContentOfCrf() {
     return text;
 }
 
-ChildEnd RunInChild(const std::function<void()>& prepare, const std::function<void()>& work,
-                    double killAfter) {
+ChildEnd RunInChild(const std::function<void()>& prepare, const std::function<void()>& work) {
     int ends[2];
     if (pipe(ends) != 0) throw std::runtime_error("No pipe");
     const pid_t child = fork();
@@ -196,14 +178,10 @@ ChildEnd RunInChild(const std::function<void()>& prepare, const std::function<vo
     close(ends[1]);
     ChildEnd end;
     char ready = 0;
-    const bool started = read(ends[0], &ready, 1) == 1;
-    const auto start = Clock::now();
-    if (started && killAfter >= 0 && !EndsWithin(ends[0], killAfter)) kill(child, SIGKILL);
-    end.Message = ReadToEnd(ends[0]);
+    if (read(ends[0], &ready, 1) == 1) end.Message = ReadToEnd(ends[0]);
     close(ends[0]);
     int status = 0;
     waitpid(child, &status, 0);
-    end.Seconds = SecondsSince(start);
     end.Killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
     if (WIFEXITED(status)) end.Status = WEXITSTATUS(status);
     return end;

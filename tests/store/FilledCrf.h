@@ -24,13 +24,10 @@ struct ChildEnd {
     bool Killed = false;
     int Status = -1;      ///< of its exit
     std::string Message;  ///< what() of the exception that ended it
-    double Seconds = 0;   ///< from the start of its work
 };
 
 /// Runs `prepare` and then `work` in a child process: exit status 0, 3 for a full disk, 4 for any
-/// other StoreError, 5 for anything else. With `killAfter` of 0 or more the child is killed so
-/// many seconds after the start of its work, if it still runs.
-ChildEnd RunInChild(const std::function<void()>& prepare, const std::function<void()>& work,
-                    double killAfter = -1);
+/// other StoreError, 5 for anything else.
+ChildEnd RunInChild(const std::function<void()>& prepare, const std::function<void()>& work);
 
 }  // namespace zolmara::test

@@ -143,7 +143,7 @@ protected:
     std::string afterBytes_;
 };
 
-TEST_F(Kill, DuringTheCalculation) { KillManyTimes(60, Calc_All); }
+TEST_F(Kill, DuringTheCalculation) { KillManyTimes(40, Calc_All); }
 
 TEST_F(Kill, DuringTheImport) {
     KillManyTimes(50, [&] { ImportAsciiFile(import_); });
@@ -164,7 +164,7 @@ TEST_F(Kill, WhileAComponentIsAdded) {
 // The temporary tables go first, then the file is compacted: the CRF is under its own name at
 // every moment, and what a killed close leaves beside it goes with the next.
 TEST_F(Kill, DuringTheClose) {
-    for (const int call : Moments(Undisturbed(mnuReportClose), 80)) {
+    for (const int call : Moments(Undisturbed(mnuReportClose), 28)) {
         SCOPED_TRACE(testing::Message() << "call " << call);
         KillAt(call, mnuReportClose);
         ASSERT_TRUE(fs::exists(path_));

@@ -7,6 +7,7 @@
 #include "store/FilledCrf.h"
 #include "store/session/CloseCrf.h"
 #include "store/session/RepairCrf.h"
+#include "support/PlainUser.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -211,14 +212,31 @@ TEST_F(RepairOfACrf, TwoDamagedFilesOfOneDayAreBothKept) {
     EXPECT_TRUE(second.ends_with("-2.CRF")) << second;
 }
 
+TEST_F(RepairOfACrf, AFileWithALongNameIsKeptUnderAShorterOne) {
+    std::string name;
+    for (int i = 0; i < 121; ++i) name += "\u00e9";
+    const std::string longest = folder.File(name + ".CRF");
+    Force("UPDATE A SET Col_1='x' WHERE LineNum=9");
+    fs::rename(path_, longest);
+    path_ = longest;
+    const auto repair = RepairAndOpen();
+    const auto kept = fs::path(repair.KeptAs).filename().string();
+    EXPECT_LE(kept.size(), 247U);
+    EXPECT_TRUE(kept.starts_with(name.substr(0, 200))) << kept;
+    EXPECT_NE(kept.find(".damaged-"), std::string::npos) << kept;
+    EXPECT_TRUE(DBEngine::OpenDatabase(repair.KeptAs).IsOpen());
+}
+
 TEST_F(RepairOfACrf, AFolderThatTakesNoFileLeavesTheFileAsItWas) {
-    if (geteuid() == 0) GTEST_SKIP() << "the system lets root write everywhere";
     Force("UPDATE A SET Col_1='x' WHERE LineNum=9");
     const auto before = BytesOf(path_);
-    fs::permissions(folder.Path(), fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_THROW(RepairCrf(path_), StoreError);
-    fs::permissions(folder.Path(), fs::perms::owner_all);
+    EXPECT_TRUE(AsAPlainUser(folder.Path(), [&] {
+        fs::permissions(folder.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+        EXPECT_THROW(RepairCrf(path_), StoreError);
+        fs::permissions(folder.Path(), fs::perms::owner_all);
+    }));
     EXPECT_EQ(BytesOf(path_), before);
+    EXPECT_EQ(KeptFile(), "");
 }
 
 // --- The offer when a file is opened

@@ -9,6 +9,8 @@
 #include "core/Dialogs.h"
 #include "core/Status.h"
 #include "store/Files.h"
+#include "store/FilledCrf.h"
+#include "store/harness/Faults.h"
 #include "store/session/Session.h"
 #include "support/TestCrf.h"
 
@@ -436,40 +438,25 @@ TEST_F(Session, ClosingADamagedCrfTellsWhatWasLost) {
     EXPECT_EQ(test::Rows("CostCenters"), 26);
 }
 
-/// Runs a close in a process of its own and kills it after so many microseconds. True when the
-/// close had already ended by then.
-bool CloseAndKill(const std::string& path, useconds_t delay) {
-    int ready[2];
-    if (pipe(ready) != 0) throw std::runtime_error("no pipe");
-    const pid_t child = fork();
-    if (child == 0) {
-        OpenCrf(path);
-        if (write(ready[1], "x", 1) != 1) _exit(1);
-        mnuReportClose();
-        _exit(0);
-    }
-    char signal = 0;
-    EXPECT_EQ(read(ready[0], &signal, 1), 1);
-    usleep(delay);
-    kill(child, SIGKILL);
-    int status = 0;
-    waitpid(child, &status, 0);
-    close(ready[0]);
-    close(ready[1]);
-    return WIFEXITED(status);
-}
-
 TEST_F(Session, ACloseThatIsKilledLeavesTheCrf) {
     const std::string path = ClosedCrf(folder.File("One.CRF"));
+    const std::string below = folder.Path().string();
     int killed = 0;
-    for (useconds_t delay = 0; delay < 6000; delay += 100) {
-        if (!CloseAndKill(path, delay)) ++killed;
-        ASSERT_TRUE(fs::exists(path)) << "killed after " << delay;
-        ASSERT_TRUE(OpenCrf(path)) << "killed after " << delay;
+    for (int call = 1;; call += 7) {
+        const auto end = test::RunInChild(
+            [&] {
+                OpenCrf(path);
+                FaultsArm(below.c_str(), call, -1, "");
+            },
+            mnuReportClose);
+        ASSERT_TRUE(fs::exists(path)) << "killed at " << call;
+        ASSERT_TRUE(OpenCrf(path)) << "killed at " << call;
         ASSERT_EQ(test::Rows("CostCenters"), 26);
         DropCrf();
+        if (!end.Killed) break;
+        ++killed;
     }
-    EXPECT_GT(killed, 0);
+    EXPECT_GT(killed, 2);
     OpenCrf(path);
     mnuReportClose();
     EXPECT_FALSE(fs::exists(folder.File("VLQTemp.CRF")));

@@ -7,6 +7,7 @@
 
 #include "store/Files.h"
 #include "store/session/Settings.h"
+#include "support/PlainUser.h"
 #include "support/TestCrf.h"
 
 namespace zolmara {
@@ -68,11 +69,15 @@ TEST_F(SettingsFile, APipeUnderItsNameIsNotWaitedFor) {
 }
 
 TEST_F(SettingsFile, AFileThatMayNotBeReadIsNotOverwritten) {
-    if (geteuid() == 0) GTEST_SKIP() << "the system lets root read every file";
     settings.Save("A", "B", "C", "D");
+    const auto before = ReadWholeFile(settings.Path());
     chmod(settings.Path().c_str(), 0);
-    EXPECT_EQ(settings.Get("A", "B", "C", "none"), "none");
-    EXPECT_FALSE(settings.Save("A", "B", "C", "E"));
+    EXPECT_TRUE(test::AsAPlainUser(folder.Path(), [&] {
+        EXPECT_EQ(settings.Get("A", "B", "C", "none"), "none");
+        EXPECT_FALSE(settings.Save("A", "B", "C", "E"));
+    }));
+    chmod(settings.Path().c_str(), 0600);
+    EXPECT_EQ(ReadWholeFile(settings.Path()), before);
 }
 
 TEST_F(SettingsFile, ATextThatIsNoSettingsIsNotOverwritten) {
