@@ -9,6 +9,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/RunStopped.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/WholeForm.h"
 #include "worksheets/Worksheet.h"
@@ -68,7 +69,7 @@ void Calc_All() {
         throw StoreError(StoreError::Kind::Other, "The Cost Report File has no worksheets.");
     }
     const CalculatingState state;
-    RunBatch(gDB, [&] {
+    RunAct("Calculate", [&] {
         ClearLog("C");
         CalcWorksheets(worksheets);
     });

@@ -8,6 +8,7 @@
 #include "cli/Lines.h"
 #include "cli/Output.h"
 #include "forms/CellRules.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -83,7 +84,7 @@ ExitStatus Rename(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     auto names = NameEntries(item, NeedLine(item, inputs), inputs);
     if (!AllAccepted(names)) return kRefusedOrMessages;
-    RunBatch(gDB, [&] {
+    RunAct("Rename a component", [&] {
         for (CellEntry& name : names) EnterCell(name);
     });
     return kDone;

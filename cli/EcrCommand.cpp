@@ -14,6 +14,7 @@
 #include "ecr/FileNames.h"
 #include "editchecks/modEditChecks.h"
 #include "print/Report.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -93,7 +94,7 @@ ExitStatus Ecr(const Inputs& inputs) {
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     NeedMayBuild(EcrPathOf(inputs));
     ExitStatus status = kRefusedOrMessages;
-    RunBatch(gDB, [&] { status = CalculateAndBuild(inputs, signer); });
+    RunAct("Build the ECR", [&] { status = CalculateAndBuild(inputs, signer); });
     return status;
 }
 

@@ -7,6 +7,7 @@
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 
@@ -33,7 +34,7 @@ void SetHeaderLine(int line, const std::string& text) {
             fmt::format("HeaderLines line {} takes at most {} characters, "
                         "not {}",
                         line, kTextSize, TextLength(text)));
-    RunBatch(gDB, [&] {
+    RunAct("Change a header line", [&] {
         // A CRF of an earlier program may lack the table.
         if (!TableExists("HeaderLines", false)) Build_HeaderLines();
         if (gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=?;", {text, line}) == 0)

@@ -8,6 +8,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -78,7 +79,7 @@ bool AllAccepted(const std::vector<CellEntry>& entries) {
 
 bool AddNamedLine(std::string_view item, Currency line, std::vector<CellEntry> entries) {
     bool done = false;
-    RunBatch(gDB, [&] {
+    RunAct("Add a line", [&] {
         done = AddLine(item, line);
         // A column that could not be made, which has been told, leaves the line; it gets its name.
         for (CellEntry& entry : entries) {

@@ -23,6 +23,7 @@
 #include "print/Report.h"
 #include "store/Files.h"
 #include "store/RunStopped.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -228,7 +229,7 @@ void Build_ECR() {
     EnableMenus(false);
     bool done = false;
     try {
-        RunBatch(gDB, [&] { RunStep("ECR", [&] { done = Produce(build); }); });
+        RunUnnamedAct([&] { RunStep("ECR", [&] { done = Produce(build); }); });
     } catch (...) {
         PutClockRight(build);
         EndBuild();

@@ -7,13 +7,17 @@
 #include "core/Windows.h"
 #include "ecr/Build_ECR.h"
 #include "print/CertificationText.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
 
 void ClearSignature() {
-    gDB.Execute("Update Master Set ESFirstName=Null, ESLastName=Null, ESTitle=Null, ESDate=Null;");
+    RunAct("Clear the signature", [] {
+        gDB.Execute(
+            "Update Master Set ESFirstName=Null, ESLastName=Null, ESTitle=Null, ESDate=Null;");
+    });
 }
 
 void CloseWindow() { TheWindows().UnloadForm("frmESCert"); }
@@ -33,14 +37,15 @@ bool CanAccept(std::string_view first, std::string_view last, std::string_view t
 }
 
 void AcceptCertification(std::string_view first, std::string_view last, std::string_view title) {
-    Recordset master = gDB.OpenRecordset("Select * From Master;");
-    master.Edit();
-    master.Set("ESFirstName", first);
-    master.Set("ESLastName", last);
-    master.Set("ESTitle", title);
-    master.Set("ESDate", Now());
-    master.Update();
-    master.Close();
+    RunAct("Sign", [&] {
+        Recordset master = gDB.OpenRecordset("Select * From Master;");
+        master.Edit();
+        master.Set("ESFirstName", first);
+        master.Set("ESLastName", last);
+        master.Set("ESTitle", title);
+        master.Set("ESDate", Now());
+        master.Update();
+    });
     CloseWindow();
     Build_ECR();
 }

@@ -11,6 +11,7 @@
 #include "core/Windows.h"
 #include "editchecks/Catalogue.h"
 #include "store/RunStopped.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
@@ -119,7 +120,7 @@ std::int16_t Run_EditChecks() {
     gEditLevel = kNoErrorsLevel;
     {
         const StatusLine status;
-        RunBatch(gDB, RunAllSteps);
+        RunUnnamedAct(RunAllSteps);
     }
     ShowFindings();
     return gEditLevel;

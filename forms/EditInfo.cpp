@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/IdentityChecks.h"
 
@@ -88,7 +89,7 @@ void TakeIntoSession(const IdentityFields& fields, const DateTime& start, const 
 void WriteIdentity(const IdentityFields& fields, bool ofCopy) {
     const DateTime start = *ParseDate(fields.FYStart);
     const DateTime end = *ParseDate(fields.FYEnd);
-    RunBatch(gDB, [&] {
+    RunAct("Change the identity", [&] {
         WriteTables(fields, start, end);
         if (ofCopy)
             gDB.Execute("UPDATE S1p1 SET Col_1 = Null, Col_2 = Null WHERE LineNum In (3.1, 3.2);");

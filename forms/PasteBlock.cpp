@@ -10,8 +10,10 @@
 #include "forms/PasteText.h"
 #include "forms/WorksheetForm.h"
 #include "store/PlainWords.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "structure/EditLines.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara {
 
@@ -195,7 +197,7 @@ BlockResult PasteBlock(const WorksheetForm& form, const FormRows& rows, int row,
     std::vector<Currency> lines;
     for (int i = 0; i < static_cast<int>(cells.size()) && row + i < rows.Count(); ++i)
         lines.push_back(rows.Line(row + i));
-    RunBatch(gDB, [&] {
+    RunAct("Paste into " + PrintedName(form.Item), [&] {
         for (std::size_t i = 0; i < cells.size(); ++i)
             if (i < lines.size())
                 writer.Put(lines[i], ToColumns(columns, cells[i]));
@@ -211,7 +213,7 @@ BlockResult ClearBlock(const WorksheetForm& form, const FormRows& rows, const Bl
     PastedRow blanks;
     for (int i = range.FirstColumn; i <= range.LastColumn; ++i)
         if (!ColumnAt(form, i).Hidden) blanks.push_back({i, ""});
-    RunBatch(gDB, [&] {
+    RunAct("Clear cells of " + PrintedName(form.Item), [&] {
         for (int row = range.FirstRow; row <= range.LastRow; ++row)
             writer.Put(rows.Line(row), blanks);
     });
@@ -224,7 +226,7 @@ BlockResult FillDown(const WorksheetForm& form, const FormRows& rows, const Bloc
     PastedRow first;
     for (int i = range.FirstColumn; i <= range.LastColumn; ++i)
         if (!ColumnAt(form, i).Hidden) first.push_back({i, Text(rows.Cell(range.FirstRow, i))});
-    RunBatch(gDB, [&] {
+    RunAct("Fill down on " + PrintedName(form.Item), [&] {
         for (int row = range.FirstRow + 1; row <= range.LastRow; ++row)
             writer.Put(rows.Line(row), first);
     });

@@ -9,8 +9,10 @@
 #include "core/Windows.h"
 #include "forms/CellAddress.h"
 #include "forms/CellRules.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/LineTitle.h"
 #include "structure/modAddS2.h"
 #include "worksheets/W_A.h"
 #include "worksheets/W_A6.h"
@@ -81,7 +83,9 @@ RowEntry WriteRow(const RowEntry& row) {
     auto stored = gDB.OpenRecordset(
         fmt::format("SELECT * FROM [{}] WHERE {}=?;", row.Table, LineKeyOf(row.Table)), {row.Line});
     const RowEntry changes = Changes(row, stored);
-    if (changes.Changed()) RunBatch(gDB, [&] { Write(changes, stored); });
+    if (changes.Changed()) {
+        RunAct("Enter " + LineTitle(row.Table, row.Line), [&] { Write(changes, stored); });
+    }
     return changes;
 }
 

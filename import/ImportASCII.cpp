@@ -17,6 +17,7 @@
 #include "import/Staging.h"
 #include "import/TextFile.h"
 #include "store/RunStopped.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
@@ -189,7 +190,8 @@ std::string StartOfDialog() {
 bool ImportAsciiFile(const std::string& path) {
     TextFile file(path);
     ImportEnd end = ImportEnd::NotBegun;
-    RunBatch(gDB, [&] { end = RunImport(path, file); });
+    RunAct("Import " + std::filesystem::path(path).filename().string(),
+           [&] { end = RunImport(path, file); });
     if (end == ImportEnd::NotBegun) return false;
     TheWindows().RefreshOpenForms("");
     TheWindows().ShowErrors("Import Messages");

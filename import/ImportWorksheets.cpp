@@ -10,10 +10,12 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "core/Windows.h"
+#include "import/ImportSource.h"
 #include "import/S2Agreement.h"
 #include "store/CopyRows.h"
 #include "store/PlainWords.h"
 #include "store/WholeStep.h"
+#include "store/session/Acts.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
@@ -159,7 +161,7 @@ std::size_t ImportWorksheets(std::span<const ImportEntry> entries, const ImportS
     // What comes from elsewhere must be calculated and checked again.
     TheWindows().EnableMenu("mnuReportSubmit", false);
     std::size_t filled = 0;
-    RunBatch(gDB, [&] { filled = RunImport(entries, show); });
+    RunAct("Take over from " + ImportTitle(), [&] { filled = RunImport(entries, show); });
     TheWindows().RefreshOpenForms("");
     return filled;
 }

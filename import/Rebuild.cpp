@@ -9,7 +9,9 @@
 #include "core/Windows.h"
 #include "store/PlainWords.h"
 #include "store/WholeStep.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
+#include "worksheets/SheetNames.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -34,7 +36,8 @@ void UnloadWindows(std::string_view item) {
 bool Make(std::string_view item) {
     try {
         bool made = false;
-        RunWholeStep(gDB, [&] { made = BuildWorksheet(item); });
+        RunAct("Rebuild " + PrintedName(item),
+               [&] { RunWholeStep(gDB, [&] { made = BuildWorksheet(item); }); });
         return made;
     } catch (const StoreError& error) {
         if (error.IsFileError()) throw;

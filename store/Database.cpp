@@ -1,7 +1,5 @@
 #include <fmt/format.h>
 
-#include <new>
-
 #include "core/Globals.h"
 #include "store/DatabaseImpl.h"
 
@@ -47,6 +45,7 @@ void Database::Close() {
     if (!impl_) return;
     // Recordsets that are still about keep the connection's memory, not the file.
     impl_->Closed = true;
+    impl_->EndWatch();
     impl_->RequestsByText.clear();
     impl_->StatementsByKey.clear();
     impl_.reset();
@@ -129,23 +128,8 @@ bool Database::InBatch() const { return IsOpen() && impl_->BatchDepth > 0; }
 std::int64_t Database::CommitCount() const { return Need(impl_).Commits; }
 
 void RunBatch(Database& db, const std::function<void()>& work) {
-    auto impl = db.impl_;
-    Need(impl).BeginBatch();
-    try {
-        work();
-    } catch (const StoreError& error) {
-        impl->EndBatch(&error);
-        throw;
-    } catch (const std::bad_alloc&) {
-        // Where memory gives out is no place that anybody chose to stop at.
-        impl->TakeBatchBack();
-        impl->EndBatch(nullptr);
-        throw;
-    } catch (...) {
-        impl->EndBatch(nullptr);
-        throw;
-    }
-    impl->EndBatch(nullptr);
+    const auto impl = db.impl_;
+    Need(impl).RunInBatch(work);
 }
 
 }  // namespace zolmara

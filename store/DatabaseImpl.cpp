@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 #include "core/Globals.h"
 
@@ -86,12 +88,15 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       Path(std::move(file)),
       ReadOnly(readOnly),
       Mark(std::move(mark)),
-      Tables(connection) {
+      Tables(connection),
+      Changes(connection) {
     sqlite3_commit_hook(Handle, CountCommit, this);
     Others.Look(*this);
 }
 
 Database::Impl::~Impl() {
+    EndWatch();
+    sqlite3_preupdate_hook(Handle, nullptr, nullptr);
     RequestsByText.clear();
     StatementsByKey.clear();
     sqlite3_close_v2(Handle);
@@ -206,6 +211,7 @@ void Database::Impl::CheckBatch() const {
 }
 
 void Database::Impl::RunWrite(SqliteStatement& statement, const TablePtr& table) {
+    if (NeedsBatch()) return RunInBatch([&] { RunWrite(statement, table); });
     CheckBatch();
     const auto before = sqlite3_total_changes64(Handle);
     statement.Step(table->Def.Name);
@@ -235,6 +241,7 @@ void Database::Impl::AfterLostChange() {
 
 void Database::Impl::RunSchemaChange(const std::string& sql, const std::string& table,
                                      Shape shape) {
+    if (NeedsBatch()) return RunInBatch([&] { RunSchemaChange(sql, table, shape); });
     CheckBatch();
     SqliteRun(Handle, sql, table);
     AfterSchemaChange(table, shape);
@@ -242,6 +249,7 @@ void Database::Impl::RunSchemaChange(const std::string& sql, const std::string& 
 
 void Database::Impl::RunWhole(const std::string& table, Shape shape,
                               const std::function<void()>& step) {
+    if (NeedsBatch()) return RunInBatch([&] { RunWhole(table, shape, step); });
     CheckBatch();
     SqliteRun(Handle, "SAVEPOINT step");
     try {
@@ -305,6 +313,29 @@ void Database::Impl::RequireFields(const TableDef& table, const std::vector<std:
 
 // --- Batches
 
+void Database::Impl::RunInBatch(const std::function<void()>& work) {
+    BeginBatch();
+    try {
+        work();
+    } catch (const StoreError& error) {
+        EndBatch(&error);
+        throw;
+    } catch (const std::bad_alloc&) {
+        // Where memory gives out is no place that anybody chose to stop at.
+        TakeBatchBack();
+        EndBatch(nullptr);
+        throw;
+    } catch (...) {
+        EndBatch(nullptr);
+        throw;
+    }
+    EndBatch(nullptr);
+}
+
+void Database::Impl::EndWatch() {
+    if (BatchWatch* const watch = std::exchange(Listener, nullptr)) watch->Gone();
+}
+
 void Database::Impl::BeginBatch() {
     if (ReadOnly) throw StoreError(StoreError::Kind::ReadOnly, Path + ": the file is read-only");
     if (BatchDepth++ > 0) return;
@@ -316,7 +347,7 @@ void Database::Impl::BeginBatch() {
     }
     BatchTrouble.reset();
     Others.Look(*this);
-    Changes.Start(Handle);
+    Changes.Start(Listener);
 }
 
 /// What cannot be compared counts as a change.
@@ -324,6 +355,7 @@ bool Database::Impl::AnyNetChange() {
     try {
         return Changes.NetChange();
     } catch (const StoreError&) {
+        Changes.MarkUnknown();
         return true;
     }
 }
@@ -360,6 +392,7 @@ void Database::Impl::EndBatch(const StoreError* error) {
         throw LostBatch();
     }
     changed ? Others.TakeOwnCommit(Handle) : Tables.TouchAll();
+    if (changed && Listener) Listener->Committed(Changes.Take());
 }
 
 void Database::Impl::TakeBatchBack() {

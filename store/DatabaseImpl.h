@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "store/Catalog.h"
-#include "store/ChangeTracker.h"
+#include "store/ChangeRecorder.h"
 #include "store/Dao.h"
 #include "store/Sqlite.h"
 #include "store/files/OpenMark.h"
@@ -56,6 +56,8 @@ using TextMap = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 class OtherPrograms {
 public:
     void Look(Database::Impl& impl);
+    /// Whether the file is not as the last look or own commit left it. Asks SQLite nothing.
+    bool HasNews(sqlite3* handle);
     /// One commit of this program's own is no news.
     void TakeOwnCommit(sqlite3* handle);
 
@@ -106,10 +108,14 @@ struct Database::Impl {
     void RunWhole(const std::string& table, Shape shape, const std::function<void()>& step);
 
     // --- Batches
+    /// Runs work as a batch, whatever way out it takes; see RunBatch.
+    void RunInBatch(const std::function<void()>& work);
     void BeginBatch();
     /// Ends a batch that an error ended, or none. StoreError when nothing of it was kept.
     void EndBatch(const StoreError* error);
     void TakeBatchBack();
+    /// Nobody is told of the file any more.
+    void EndWatch();
 
     sqlite3* Handle;
     std::string Path;
@@ -119,7 +125,8 @@ struct Database::Impl {
     Catalog Tables;
     TextMap<RequestPtr> RequestsByText;
     TextMap<PreparedPtr> StatementsByKey;
-    ChangeTracker Changes;
+    ChangeRecorder Changes;
+    BatchWatch* Listener = nullptr;  ///< of what batches change
     int BatchDepth = 0;
     std::optional<StoreError> BatchTrouble;  ///< the file's error that took the batch back
     std::int64_t Commits = 0;
@@ -127,6 +134,8 @@ struct Database::Impl {
 
 private:
     bool AnyNetChange();
+    /// True where a write is to be a batch of its own, for the watch.
+    bool NeedsBatch() const { return Listener && BatchDepth == 0; }
     StoreError LostBatch() const;
     void SelectInto(const Request& request, std::span<const Variant> args);
     void CreateIndex(const sql::Translation& what);

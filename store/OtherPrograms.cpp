@@ -28,6 +28,11 @@ std::uint32_t OtherPrograms::CounterOf(const Mark& mark) {
            std::uint32_t{mark[2]} << 8 | std::uint32_t{mark[3]};
 }
 
+bool OtherPrograms::HasNews(sqlite3* handle) {
+    Mark now{};
+    return known_ && ReadMark(handle, now) && now != seen_;
+}
+
 void OtherPrograms::Look(Database::Impl& impl) {
     Mark now{};
     // What cannot be read here is told by the statement that comes next.
@@ -38,6 +43,7 @@ void OtherPrograms::Look(Database::Impl& impl) {
     seen_ = now;
     known_ = true;
     if (first) return;
+    if (impl.Listener) impl.Listener->ChangedElsewhere();
     if (sameTables) {
         impl.Tables.TouchAll();
     } else {

@@ -1,6 +1,7 @@
 #include "store/Sqlite.h"
 
 #include "core/Globals.h"
+#include "store/files/Holder.h"
 
 namespace zolmara {
 namespace {
@@ -63,7 +64,12 @@ void ForgetSteps(sqlite3_stmt* statement) {
 }
 
 /// An error in words for the person who opened the file.
-std::string TextOf(sqlite3* handle, int code) {
+std::string TextOf(sqlite3* handle, int code, const std::string& file) {
+    const int whole = handle ? sqlite3_extended_errcode(handle) : code;
+    if ((whole & 0xff) == SQLITE_BUSY) return WhoHolds(file) + "; nothing was written";
+    if (whole == SQLITE_READONLY_DBMOVED)
+        return "another program has deleted, moved or replaced the file while it was open; nothing "
+               "was written";
     if (code == SQLITE_INTERRUPT) return "is damaged: its tables do not come to an end";
     return handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
 }
@@ -71,10 +77,10 @@ std::string TextOf(sqlite3* handle, int code) {
 }  // namespace
 
 void ThrowSqlite(sqlite3* handle, int code, const std::string& context) {
-    const std::string text = TextOf(handle, code);
     const int reason = handle ? sqlite3_extended_errcode(handle) : code;
     const auto kind = KindOf(reason);
     const auto where = ContextOf(handle, kind, context);
+    const std::string text = TextOf(handle, code, where);
     if (handle && IsTheFiles(reason)) TakeBack(handle);
     throw StoreError(kind, where.empty() ? text : where + ": " + text);
 }

@@ -4,9 +4,11 @@
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "structure/CostCenterColumns.h"
+#include "structure/LineTitle.h"
 #include "structure/Renumber.h"
 #include "worksheets/FormLines.h"
 
@@ -136,7 +138,7 @@ constexpr std::string_view kAddOrDelete =
 bool AddCostCenter(Currency line, NewColumns& columns) {
     RefuseImpossible(line, columns);
     bool done = false;
-    RunBatch(gDB, [&] {
+    RunAct("Add " + LineTitle("CostCenters", line, false), [&] {
         MoveLinesUp(line);
         InsertRows(line);
         done = columns.Add(line);
@@ -148,7 +150,7 @@ bool AddCostCenter(Currency line) {
     NewColumns columns;
     RefuseImpossible(line, columns);
     bool done = false;
-    RunBatch(gDB, [&] {
+    RunAct("Add " + LineTitle("CostCenters", line, false), [&] {
         done = AddCostCenter(line, columns);
         columns.Finish();
     });
@@ -162,7 +164,7 @@ LineResult DeleteCostCenter(Currency line) {
         TheDialogs().Beep();
         return LineResult::Refused;
     }
-    RunBatch(gDB, [&] {
+    RunAct("Delete " + LineTitle("CostCenters", line), [&] {
         DeleteRows(line);
         CloseLines(line);
         DeleteCCColumn(line);
@@ -172,7 +174,7 @@ LineResult DeleteCostCenter(Currency line) {
 
 bool RenameCostCenter(Currency line, std::string_view name) {
     if (CloseAllForms(true) != 0) return false;
-    RunBatch(gDB, [&] {
+    RunAct("Rename " + LineTitle("CostCenters", line), [&] {
         auto items =
             gDB.OpenRecordset("SELECT Item From Worksheets Where Calc_Lvl < 999 ORDER BY Item;");
         for (; !items.Eof(); items.MoveNext()) RenameOn(StrOr(items[0]), line, name);

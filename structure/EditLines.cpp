@@ -6,9 +6,11 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Windows.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/LineRules.h"
+#include "structure/LineTitle.h"
 #include "structure/modAddS2.h"
 
 namespace zolmara {
@@ -89,7 +91,7 @@ LineResult DeleteOwnLine(const LineRules& rules, Currency line) {
         TheDialogs().Beep();
         return LineResult::Refused;
     }
-    RunBatch(gDB, [&] {
+    RunAct("Delete " + LineTitle(rules.Item, line), [&] {
         DeleteRow(rules, line);
         CloseRows(rules, line);
     });
@@ -115,7 +117,7 @@ bool AddLine(std::string_view item, Currency line) {
     const auto* rules = FindLineRules(item, line);
     if (rules == nullptr) return false;
     bool done = true;
-    RunBatch(gDB, [&] {
+    RunAct("Add " + LineTitle(item, line, false), [&] {
         switch (rules->Keeper) {
             case LineKeeper::CostCenters:
                 done = AddCostCenter(line);
@@ -161,7 +163,7 @@ LineResult DeleteSelectedA6(std::span<const Currency> lines) {
         return LineResult::Refused;
     }
     auto result = LineResult::Done;
-    RunBatch(gDB, [&] {
+    RunAct("Delete lines of A-6", [&] {
         for (auto line : lines)
             if (const auto one = DeleteLine("A6", line); one != LineResult::Done) result = one;
     });

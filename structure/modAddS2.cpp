@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
+#include "structure/LineTitle.h"
 #include "structure/Renumber.h"
 #include "worksheets/Schedules.h"
 
@@ -66,7 +68,7 @@ std::array<std::string, 11> ComponentTables(int part) {
 void AddS2Line(Currency line, int part) {
     const auto tables = ComponentTables(part);
     RefuseFullRange(tables, line);
-    RunBatch(gDB, [&] {
+    RunAct("Add " + LineTitle(tables.front(), line, false), [&] {
         for (const auto& table : tables)
             OpenGap(table, kKey, line,
                     table == tables.front() ? kAddBoundOnS2 : kAddBoundOnMirrors);
@@ -78,7 +80,7 @@ void AddS2Line(Currency line, int part) {
 LineResult DeleteS2Line(Currency line, int part) {
     const auto tables = ComponentTables(part);
     if (!HasLine(tables.front(), kKey, line)) return LineResult::NoSuchLine;
-    RunBatch(gDB, [&] {
+    RunAct("Delete " + LineTitle(tables.front(), line), [&] {
         for (const auto& table : tables)
             gDB.Execute(fmt::format("Delete * From {} Where LineNum=?;", table), {line});
         const auto step = ClosingStep(line, KeyBehind(tables.front(), kKey, line));
@@ -89,7 +91,7 @@ LineResult DeleteS2Line(Currency line, int part) {
 
 void RenameS2Line(Currency line, int part, std::string_view name, std::string_view ccn) {
     const auto tables = ComponentTables(part);
-    RunBatch(gDB, [&] {
+    RunAct("Rename " + LineTitle(tables.front(), line), [&] {
         gDB.Execute(fmt::format("UPDATE {} SET Col_1=?,Col_2=? Where LineNum=?;", tables.front()),
                     {name, ccn, line});
         for (const auto& table : tables)

@@ -13,6 +13,7 @@
 #include "store/PlainWords.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileGuard.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/FurnishedCrf.h"
@@ -168,7 +169,7 @@ void AbandonFile() {
 void MakeCrf(const Making& making, const NewCrfFields& fields,
              const std::function<void()>& furnish) {
     try {
-        RunBatch(gDB, [&] { MakeTables(fields, furnish); });
+        RunUnnamedAct([&] { MakeTables(fields, furnish); });
         gDB.Close();
         PutCrf(making.File, gCRFPath, making.Stood);
     } catch (const StoreError& error) {

@@ -7,6 +7,7 @@
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
@@ -190,7 +191,7 @@ void Build_A() {
     RegisterBuiltWorksheet("A");
 }
 
-void Calc_A() { RunBatch(gDB, Calculate); }
+void Calc_A() { RunUnnamedAct(Calculate); }
 
 std::string ValidateCell_A(Currency lineNum, int column) {
     static const std::string refusal =

@@ -1,6 +1,7 @@
 #include "worksheets/W_A6.h"
 
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/Rows.h"
@@ -120,7 +121,7 @@ Currency NextEntryLine(Currency line, std::int64_t entries) {
            (line < Currency::FromWhole(LastWholeLine(entries)) ? kWholeStep : kSubscriptStep);
 }
 
-void ResequenceLines_A6() { RunBatch(gDB, Resequence); }
+void ResequenceLines_A6() { RunAct("Number the lines of A-6", Resequence); }
 
 int ValidateCell_A6(int column, Variant& value, Variant& outName) {
     switch (column) {

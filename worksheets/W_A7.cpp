@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/FormLines.h"
@@ -216,7 +217,7 @@ void Calc_A7p1() {
 void Calc_A7p2() {
     // It brings A up to date and takes its amounts.
     NeedWholeForm("A");
-    RunBatch(gDB, CalculatePart2);
+    RunUnnamedAct(CalculatePart2);
 }
 
 }  // namespace zolmara

@@ -5,8 +5,10 @@
 
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
+#include "worksheets/SheetNames.h"
 #include "worksheets/W_A.h"
 #include "worksheets/W_A6.h"
 #include "worksheets/W_A7.h"
@@ -179,7 +181,7 @@ const Worksheet* FindWorksheet(std::string_view item) {
 
 bool BuildWorksheet(std::string_view item) {
     const Worksheet* sheet = FindWorksheet(item);
-    RunBatch(gDB, [&] {
+    RunAct("Make worksheet " + PrintedName(item), [&] {
         DropTable(item);
         if (sheet != nullptr) sheet->Build(sheet->Item);
     });

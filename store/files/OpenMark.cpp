@@ -5,12 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <fstream>
 #include <map>
 #include <system_error>
 #include <utility>
 
 #include "store/Dao.h"
 #include "store/Files.h"
+#include "store/files/Holder.h"
 
 namespace zolmara {
 namespace {
@@ -60,7 +62,32 @@ std::shared_ptr<Descriptor> Mark(const std::string& path) {
     throw StoreError(StoreError::Kind::Locked, path + ": another program is replacing the file");
 }
 
+/// What SQLite locks of a file.
+constexpr off_t kSqliteLocks = 0x40000000;
+constexpr off_t kSqliteLocksSize = 512;
+
+/// The process with a lock of SQLite's on the file; 0 where the system tells of none.
+pid_t HolderOf(const Descriptor& file) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kSqliteLocks;
+    lock.l_len = kSqliteLocksSize;
+    const bool asked = ::fcntl(file.Number(), F_GETLK, &lock) == 0;
+    return asked && lock.l_type != F_UNLCK && lock.l_pid > 0 ? lock.l_pid : 0;
+}
+
 }  // namespace
+
+std::string WhoHolds(const std::string& path) {
+    // Through the descriptor that is open anyway: another one may not be closed now.
+    const std::shared_ptr<Descriptor> file = SharedOne(path);
+    const pid_t holder = file ? HolderOf(*file) : 0;
+    std::string name;
+    if (holder != 0) std::getline(std::ifstream("/proc/" + std::to_string(holder) + "/comm"), name);
+    if (name.empty()) return "another program is using the file";
+    return name + " (process " + std::to_string(holder) + ") is using the file";
+}
 
 OpenMark::OpenMark(const std::string& path)
     : protected_(path, "the open Cost Report File"), file_(Mark(path)) {}

@@ -20,6 +20,7 @@
 #include "store/PlainWords.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileGuard.h"
+#include "store/session/Acts.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
@@ -43,7 +44,7 @@ void DropTemporaryTables() {
     const std::vector<std::string> tables = gDB.TableNames();
     const bool any = std::any_of(tables.begin(), tables.end(), IsTemporary);
     if (!any) return;
-    RunBatch(gDB, [&] {
+    RunUnnamedAct([&] {
         for (auto table = tables.rbegin(); table != tables.rend(); ++table) {
             if (IsTemporary(*table)) gDB.DeleteTable(*table);
         }

@@ -9,7 +9,9 @@
 #include "store/Files.h"
 #include "store/WholeCrf.h"
 #include "store/files/PutJournal.h"
+#include "store/session/Acts.h"
 #include "store/session/Backups.h"
+#include "store/session/ReadSession.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 
@@ -118,6 +120,11 @@ void TakeFile(const std::string& path) {
 
 }  // namespace
 
+void ReadSession() {
+    TakeIdentity(ReadIdentity());
+    RebuildComponentFlags();
+}
+
 bool OpenCrf(const std::string& path) {
     TheStatus().SetPointer(Pointer::Hourglass);
     TheStatus().DoEvents();
@@ -204,6 +211,7 @@ bool SaveCrfAs(const std::string& path) {
     if (IsSameFile(gCRFPath, path))
         throw StoreError(StoreError::Kind::CannotOpen,
                          fmt::format("{}: The file cannot be copied onto itself.", path));
+    const bool undoable = TheActs().CanUndo() || TheActs().CanRedo();
     gDB.Close();
     const bool copied = TryToCopy(path);
     if (copied) {
@@ -212,6 +220,8 @@ bool SaveCrfAs(const std::string& path) {
         ReportFailedCopy();
     }
     ReopenCrf();
+    TheActs().TellEmptied(undoable, copied ? "the file was saved under another name"
+                                           : "the file was closed to be saved under another name");
     TheStatus().DoEvents();
     return copied;
 }

@@ -10,6 +10,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/Repair.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -130,14 +131,14 @@ std::string Inspect(const std::string& path) {
 std::vector<std::string> MakeMissing(const std::string& path) {
     const InPlaceOfTheCrf file(path);
     std::vector<std::string> made;
-    RunBatch(gDB, [&] { made = Maker().MakeMissingTables(); });
+    RunUnnamedAct([&] { made = Maker().MakeMissingTables(); });
     return made;
 }
 
 std::vector<std::string> Complete(const std::string& path, const std::vector<std::string>& made) {
     const InPlaceOfTheCrf file(path);
     std::vector<std::string> sentences;
-    RunBatch(gDB, [&] {
+    RunUnnamedAct([&] {
         if (auto sentence = MendIdentity(); !sentence.empty()) sentences.push_back(sentence);
         Maker().CompleteTables(made);
     });

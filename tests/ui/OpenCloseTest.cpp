@@ -217,6 +217,10 @@ private:
 
 TEST_F(OpenClose, ACrfOnAReadOnlyDiskOpensAndRefusesChanges) {
     const std::string path = MakeCrf("One.CRF");
+    // The user's own folder takes the backup.
+    const test::TempFolder data;
+    ASSERT_EQ(chmod(data.Path().c_str(), 0777), 0);
+    setenv("XDG_DATA_HOME", data.Path().c_str(), 1);
     ASSERT_EQ(chmod(path.c_str(), 0444), 0);
     ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
     {

@@ -39,6 +39,7 @@ UiTest::UiTest() {
     gDebug = false;
     gLogType.clear();
     ImportErrorFlag = false;
+    setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
     TheDesktop() = Script();
     host = std::make_unique<QtHost>(Settings(folder.File("settings.ini")), folder.Path().string());
 }

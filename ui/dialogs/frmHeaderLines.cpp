@@ -9,6 +9,7 @@
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
@@ -95,7 +96,7 @@ void frmHeaderLines::CommitField() { grdHeaderLines_->setFocus(); }
 void frmHeaderLines::Update() {
     CommitField();
     const std::vector<std::string> texts = Texts();
-    RunBatch(gDB, [&] {
+    RunAct("Change the header lines", [&] {
         for (int row = 0; const std::string& text : texts)
             gDB.Execute("UPDATE HeaderLines SET LineText = ? WHERE LineNum = ?;",
                         {text.empty() ? Variant() : Variant(text),

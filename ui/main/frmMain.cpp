@@ -23,6 +23,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "print/SendPrtFile.h"
+#include "store/session/Backups.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/Desktop.h"
@@ -37,6 +38,7 @@
 #include "ui/main/frmSplash.h"
 #include "ui/overview/Overview.h"
 #include "ui/tools/ToolsMenu.h"
+#include "ui/tools/UndoRedo.h"
 #include "ui/worksheets/OpenWorksheet.h"
 #include "worksheets/CrfMaker.h"
 
@@ -90,6 +92,8 @@ frmMain::frmMain() {
 }
 
 frmMain::~frmMain() {
+    EndUndo();
+    BackUpAtOpening(false);
     OnFormsChanged({});
     TheQtHost().SetMain(nullptr);
 }
@@ -252,6 +256,8 @@ void frmMain::EndSecondCopy() {
 }
 
 bool frmMain::Load() {
+    BackUpAtOpening(true);
+    KeepUndo();
     HandCrfMaker();
     StartUp();
     HideStage();

@@ -8,6 +8,7 @@
 #include "core/Globals.h"
 #include "core/Machine.h"
 #include "store/PlainWords.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
@@ -70,7 +71,8 @@ void Run() {
     if (TheQtHost().InLongStep() || QApplication::activeModalWidget())
         return Timer().start(ThePace().Pause);
     try {
-        Calculate();
+        // The figures come and go with the entry that brought them.
+        TheActs().RunJoined(Calculate);
     } catch (const std::exception& error) {
         note = "Not calculated: " + Q(PlainWords(error));
     }

@@ -8,6 +8,9 @@
 #include "ui/main/frmMain.h"
 #include "ui/tools/EntryCalculation.h"
 #include "ui/tools/ExplainWindow.h"
+#include "ui/tools/UndoRedo.h"
+#include "ui/tools/frmBackups.h"
+#include "ui/tools/frmCompare.h"
 #include "ui/worksheets/NextFinding.h"
 
 namespace zolmara::ui {
@@ -28,6 +31,24 @@ std::vector<Tool>& Tools() {
          .Caption = "&Calculate after each entry",
          .Run = EntryCalculation::Toggle,
          .IsChecked = EntryCalculation::IsOn},
+        {.Name = "tlsUndo",
+         .Caption = "&Undo",
+         .Shortcut = "Ctrl+Z",
+         .LineAhead = true,
+         .IsOn = CanUndo,
+         .Run = Undo,
+         .CaptionNow = UndoCaption},
+        {.Name = "tlsRedo",
+         .Caption = "&Redo",
+         .Shortcut = "Ctrl+Y",
+         .IsOn = CanRedo,
+         .Run = Redo,
+         .CaptionNow = RedoCaption},
+        {.Name = "tlsBackups", .Caption = "&Backups ...", .IsOn = CrfIsOpen, .Run = ShowBackups},
+        {.Name = "tlsCompare",
+         .Caption = "Compare &With ...",
+         .IsOn = CrfIsOpen,
+         .Run = ShowComparison},
         {.Name = "tlsExplain",
          .Caption = "E&xplain This Number",
          .Shortcut = "F3",

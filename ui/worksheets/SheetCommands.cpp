@@ -13,6 +13,7 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "print/PrintDriver.h"
+#include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
@@ -28,6 +29,7 @@
 #include "ui/worksheets/SheetView.h"
 #include "ui/worksheets/WindowPlace.h"
 #include "ui/worksheets/frmWorksheet.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara::ui {
 namespace {
@@ -51,9 +53,9 @@ private:
 
 /// A block and all that follows from it on other worksheets go to the disk at once.
 template <class Work>
-BlockResult InOneAct(const Work& work) {
+BlockResult InOneAct(const std::string& name, const Work& work) {
     BlockResult result;
-    RunBatch(gDB, [&] { result = work(); });
+    RunAct(name, [&] { result = work(); });
     return result;
 }
 
@@ -152,10 +154,11 @@ void frmWorksheet::Paste() {
         cells.front().assign(width, cells.front().front());
         cells.assign(static_cast<std::size_t>(range.LastRow - range.FirstRow) + 1, cells.front());
     }
-    AfterBlock(InOneAct([&] {
-                   return PasteBlock(*model_.SharedForm(), model_.Rows(), range.FirstRow,
-                                     range.FirstColumn, cells);
-               }),
+    AfterBlock(InOneAct("Paste into " + PrintedName(Form().Item),
+                        [&] {
+                            return PasteBlock(*model_.SharedForm(), model_.Rows(), range.FirstRow,
+                                              range.FirstColumn, cells);
+                        }),
                "Paste");
 }
 
@@ -170,7 +173,8 @@ void frmWorksheet::ClearSelection() {
         return;
     }
     if (!CommitGrid()) return;
-    AfterBlock(InOneAct([&] { return ClearBlock(*model_.SharedForm(), model_.Rows(), range); }),
+    AfterBlock(InOneAct("Clear cells of " + PrintedName(Form().Item),
+                        [&] { return ClearBlock(*model_.SharedForm(), model_.Rows(), range); }),
                "Clear");
 }
 
@@ -178,7 +182,8 @@ void frmWorksheet::FillDownSelection() {
     if (!CommitGrid()) return;
     const BlockRange range = Selected();
     if (range.FirstRow < 0 || range.FirstRow == range.LastRow) return;
-    AfterBlock(InOneAct([&] { return FillDown(*model_.SharedForm(), model_.Rows(), range); }),
+    AfterBlock(InOneAct("Fill down on " + PrintedName(Form().Item),
+                        [&] { return FillDown(*model_.SharedForm(), model_.Rows(), range); }),
                "Fill Down");
 }
 

@@ -1,0 +1,67 @@
+#pragma once
+
+// Keeps each row that a batch writes to as it was at its first write. At the end of the batch it
+// knows whether anything differs from the beginning, and what: the one road by which a batch that
+// changed nothing is not written, and a change can be taken back.
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "store/BatchChange.h"
+
+namespace zolmara {
+
+/// A calculation clears cells and posts them again, so that a run over unchanged entries writes
+/// rows only to put back what was there; a batch whose rows all end as they began need not touch
+/// the file.
+class ChangeRecorder {
+public:
+    /// Sees the connection's writes until its hook is taken away. It must be there before any
+    /// statement is made ready: one that is made without it may empty a table unseen.
+    explicit ChangeRecorder(sqlite3* handle);
+    ChangeRecorder(const ChangeRecorder&) = delete;
+    ChangeRecorder& operator=(const ChangeRecorder&) = delete;
+
+    /// A batch begins. With a watch, everything that it changes is kept for it.
+    void Start(BatchWatch* watch);
+    void Stop();
+    /// A table's shape changed: no comparison of rows can take that back.
+    void MarkSchemaChange();
+    /// True unless every row written is as it was.
+    bool NetChange();
+    /// The same of one table, by the name that the file has for it.
+    bool ChangedTable(const std::string& table);
+    /// What changed could not be told.
+    void MarkUnknown() { change_.Unknown = true; }
+    /// What NetChange found, for the watch.
+    BatchChange Take();
+
+private:
+    /// What the row was; nothing for one that was not there.
+    using Rows = std::unordered_map<std::int64_t, std::optional<std::string>>;
+
+    static void OnWrite(void* self, sqlite3* handle, int operation, const char* database,
+                        const char* table, sqlite3_int64 before, sqlite3_int64 after);
+    void Note(int operation, const char* table, std::int64_t row);
+    void GiveUpRows();
+    bool CompareTable(const std::string& table, const Rows& rows, BatchChange* keep);
+
+    /// Past so many rows the batch counts as a change, and its watch keeps the whole file.
+    static constexpr std::size_t kMostRows = 4096;
+
+    sqlite3* handle_;
+    BatchWatch* watch_ = nullptr;
+    bool running_ = false;
+    bool certain_ = false;
+    std::size_t count_ = 0;
+    std::unordered_map<std::string, Rows> tables_;
+    BatchChange change_;
+};
+
+}  // namespace zolmara

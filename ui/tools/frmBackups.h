@@ -1,0 +1,45 @@
+#pragma once
+
+// "Backups ...": the backups of the open CRF, each to be looked at and brought back.
+
+#include <QWidget>
+#include <vector>
+
+#include "store/session/Backups.h"
+
+class QLabel;
+class QPushButton;
+class QTableView;
+class QTimer;
+
+namespace zolmara::ui {
+
+class ListingModel;
+
+class frmBackups : public QWidget {
+public:
+    frmBackups();
+
+private:
+    void ReadBackups();
+    void ReadNextFigures();
+    const Backup* Chosen() const;
+    void SetButtons();
+    void Make();
+    void View();
+    void Restore();
+
+    std::vector<Backup> backups_;
+    std::size_t read_ = 0;  ///< backups whose figures are shown
+    ListingModel* model_;
+    QTableView* grd_;
+    QLabel* lblPlace_;
+    QPushButton* cmdView_;
+    QPushButton* cmdRestore_;
+    QTimer* tmrFigures_;
+};
+
+/// Opens the window.
+void ShowBackups();
+
+}  // namespace zolmara::ui
