@@ -263,6 +263,7 @@ struct BlockRange {
     int LastRow = 0;
     int FirstColumn = 0;
     int LastColumn = 0;
+    friend bool operator==(const BlockRange&, const BlockRange&) = default;
 };
 /// The Delete key: a number becomes 0, a text empty; cells that cannot be keyed are passed over.
 BlockResult ClearBlock(const WorksheetForm& form, const FormRows& rows, const BlockRange& range);

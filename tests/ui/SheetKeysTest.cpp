@@ -128,6 +128,28 @@ TEST_F(SheetKeys, TheStatusLineAddsUpTheSelection) {
     EXPECT_EQ(Status(a), "Sum 60   Count 2   Average 30");
 }
 
+TEST_F(SheetKeys, ALargeBlockIsAddedUpInSlices) {
+    RunBatch(gDB, [] {
+        gDB.Execute("DELETE FROM A6 WHERE LineNum < 100;");
+        for (int line = 1; line <= 4000; ++line)
+            gDB.Execute("INSERT INTO A6 (LineNum,Col_5) VALUES (?,1);",
+                        {Currency(1) + Currency::FromUnits(200 * line)});
+    });
+    auto* a6 = Sheet("edit", "A6");
+    At(a6, 1.02, "Col_5");
+    Press(Qt::Key_A, Qt::ControlModifier);
+    ASSERT_TRUE(WaitFor([&] { return Status(a6).find("Sum ") != std::string::npos; }));
+    // Lines 1.02 to 81, a step of .02: 4,000 times their mean 41.01; and 4,000 amounts of 1.
+    EXPECT_TRUE(Status(a6).starts_with("Sum 168,040   Count 8000   Average 21.0")) << Status(a6);
+}
+
+TEST_F(SheetKeys, WhatIsTypedIntoALockedCellDoesNotMoveTheCursor) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "CCName");
+    Type("Legal");
+    EXPECT_EQ(Current(a), "1 CCName");
+}
+
 TEST_F(SheetKeys, CtrlDFillsDown) {
     auto* a = Sheet("edit", "A");
     Enter(a, 5, "Col_1", "9");
@@ -191,6 +213,17 @@ TEST_F(SheetKeys, LineAndNameStayInSightWhileAmountsScroll) {
     const QRect cell = bp1->Grid().visualRect(bp1->Grid().currentIndex());
     EXPECT_GE(cell.left(), frozen->width() - 1);
     EXPECT_EQ(frozen->model(), bp1->Grid().model());
+}
+
+TEST_F(SheetKeys, ATextThatItsColumnMayCutShowsWholeUnderThePointer) {
+    auto* s1 = Sheet("edit", "S1p1");
+    At(s1, 5, "Col_5");
+    const QModelIndex cell = s1->Grid().currentIndex();
+    EXPECT_EQ(S(cell.data(Qt::ToolTipRole).toString()), Stored("S1p1", 5, "Col_5"));
+    EXPECT_NE(Stored("S1p1", 5, "Col_5"), "");
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    EXPECT_EQ(S(a->Grid().currentIndex().data(Qt::ToolTipRole).toString()), "");
 }
 
 TEST_F(SheetKeys, ALockedCellTakesNoKeysAndSaysSo) {

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QScreen>
+#include <QStyle>
 #include <QTableWidget>
 #include <algorithm>
 
@@ -69,6 +70,8 @@ TEST_F(SheetWindow, ANewWindowIsAsWideAsItsColumnsAndWithinTheScreen) {
         EXPECT_TRUE(screen.contains(QRect(window->pos(), window->size()))) << item;
         EXPECT_GE(window->width(), std::min(window->Grid().ColumnsWidth(), screen.width() - 10))
             << item;
+        const int title = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+        EXPECT_LE(window->y() + title + window->height(), screen.height()) << item;
     }
 }
 

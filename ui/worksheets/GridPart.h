@@ -26,6 +26,8 @@ protected:
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    /// What is typed into a cell that takes no entry goes nowhere.
+    void keyboardSearch(const QString& /*search*/) override {}
 
     const CellActs& acts_;
 

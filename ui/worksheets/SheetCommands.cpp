@@ -59,6 +59,13 @@ BlockResult InOneAct(const std::string& name, const Work& work) {
     return result;
 }
 
+struct Hourglass {
+    Hourglass() { TheStatus().SetPointer(Pointer::Hourglass); }
+    ~Hourglass() { TheStatus().SetPointer(Pointer::Normal); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+};
+
 struct SheetCommand {
     const char* Name;
     const char* Caption;
@@ -122,6 +129,7 @@ std::vector<std::string> frmWorksheet::CellsOfRow(int row, const BlockRange& ran
 void frmWorksheet::Copy(bool withHeadings) {
     const BlockRange range = Selected();
     if (range.FirstRow < 0) return;
+    const Hourglass hourglass;
     std::vector<QStringList> rows;
     if (withHeadings) {
         QStringList titles;

@@ -188,6 +188,9 @@ QVariant SheetModel::Look(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return Shown(index.row(), index.column());
+        case Qt::ToolTipRole:
+            return Column(index.column()).IsNumber() ? QString()
+                                                     : Shown(index.row(), index.column());
         case Qt::EditRole:
             return Plain(index.row(), index.column());
         case Qt::TextAlignmentRole:
@@ -217,7 +220,10 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
 Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) return {};
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-    if (IsOpen(index.row(), index.column())) flags |= Qt::ItemIsEditable;
+    // The toolkit asks this of every row to paint a heading: a column answers without its rows, and
+    // the grid asks IsOpen before it opens a cell.
+    if (form_->Mode == FormMode::Edit && !Column(index.column()).Locked)
+        flags |= Qt::ItemIsEditable;
     return flags;
 }
 

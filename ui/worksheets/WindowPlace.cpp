@@ -54,12 +54,16 @@ std::string Joined(const std::vector<int>& numbers) {
     return S(words.join(' '));
 }
 
+/// What the desktop puts above a window.
+int TitleBar(const QWidget& window) {
+    return window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+}
+
 /// gScreenWidth and gScreenHeight.
 QSize LargestWindow(const QWidget& window) {
     const QSize screen = window.screen()->availableGeometry().size();
     const int edge = Pixels(window, kScreenEdge);
-    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    return {screen.width() - edge, screen.height() - edge - title};
+    return {screen.width() - edge, screen.height() - edge - TitleBar(window)};
 }
 
 int WantedWidth(frmWorksheet& window) {
@@ -78,8 +82,7 @@ int WantedHeight(frmWorksheet& window) {
 bool PlaceAsLeft(frmWorksheet& window) {
     const std::vector<int> place = Numbers(Saved(KeyOf(window.Form(), "Place")));
     if (place.size() != 4 || place[2] < 100 || place[3] < 100) return false;
-    const QRect screen = window.screen()->availableGeometry();
-    window.resize(QSize(place[2], place[3]).boundedTo(screen.size()));
+    window.resize(QSize(place[2], place[3]).boundedTo(LargestWindow(window)));
     window.move(place[0], place[1]);
     return true;
 }
@@ -95,7 +98,7 @@ void PlaceWindow(frmWorksheet& window) {
     const int height = std::min(WantedHeight(window), largest.height());
     window.resize(width, height);
     window.move(screen.left() + std::max(0, (screen.width() - window.width()) / 2),
-                screen.top() + std::max(0, (screen.height() - window.height()) / 3));
+                screen.top() + std::max(0, screen.height() - height - TitleBar(window)) / 3);
     KeepOnScreen(window);
 }
 

@@ -56,6 +56,10 @@ frmWorksheet::frmWorksheet() : model_(this) {
     tmrStatus_->setSingleShot(true);
     tmrStatus_->setInterval(kStatusDelay);
     tmrStatus_->callOnTimeout([this] { ShowStatus(); });
+    tmrSum_ = new QTimer(this);
+    tmrSum_->setObjectName("tmrSum");
+    tmrSum_->setSingleShot(true);
+    tmrSum_->callOnTimeout([this] { AddUp(); });
     connect(&model_, &QAbstractItemModel::modelReset, this, [this] { wasReset_ = true; });
     connect(grd_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { tmrStatus_->start(); });
@@ -118,6 +122,7 @@ void frmWorksheet::RefreshData() {
     const std::vector<int> widths = grd_->Widths();
     const std::size_t columns = Form().Columns.size();
     wasReset_ = false;
+    bigSum_.reset();
     model_.Show(std::move(*form));
     if (wasReset_) {
         const int row = before.row();
@@ -254,7 +259,8 @@ bool frmWorksheet::BeforeEdit(const QModelIndex& cell) {
     if (TheQtHost().InLongStep() || Form().Mode == FormMode::View) return false;
     const int keyed = model_.KeyedRow();
     if (keyed >= 0 && keyed != cell.row() && !CommitGrid()) return false;
-    if (!OpensIdentity(Form(), model_.Line(cell.row()), cell.column())) return true;
+    if (!OpensIdentity(Form(), model_.Line(cell.row()), cell.column()))
+        return model_.IsOpen(cell.row(), cell.column());
     if (CommitGrid()) Guarded([] { ShowCRFEditInfo(); });
     return false;
 }
@@ -353,67 +359,6 @@ std::vector<Currency> frmWorksheet::SelectedLines() const {
     for (const QModelIndex& row : grd_->selectionModel()->selectedRows())
         lines.push_back(model_.Line(row.row()));
     return lines;
-}
-
-// --- Status line ---------------------------------------------------------------------------
-
-BlockRange frmWorksheet::Selected() const {
-    const QItemSelection selection = grd_->selectionModel()->selection();
-    const QModelIndex current = grd_->currentIndex();
-    BlockRange range{current.row(), current.row(), current.column(), current.column()};
-    for (const QItemSelectionRange& part : selection) {
-        range.FirstRow = std::min(range.FirstRow, part.top());
-        range.LastRow = std::max(range.LastRow, part.bottom());
-        range.FirstColumn = std::min(range.FirstColumn, part.left());
-        range.LastColumn = std::max(range.LastColumn, part.right());
-    }
-    return range;
-}
-
-QString frmWorksheet::SumsText() const {
-    const BlockRange range = Selected();
-    if (range.FirstRow < 0 ||
-        (range.FirstRow == range.LastRow && range.FirstColumn == range.LastColumn))
-        return {};
-    const BlockSums sums = SumsOfBlock(Form(), model_.Rows(), range);
-    if (sums.Count == 0) return {};
-    const auto shown = [](double value) {
-        return Q(
-            FormatNumber(value, IsExactTo(value, 0) ? "#,##0;(#,##0)" : "#,##0.00;(#,##0.00)"));
-    };
-    return QString("Sum %1   Count %2   Average %3")
-        .arg(shown(sums.Sum))
-        .arg(sums.Count)
-        .arg(shown(sums.Average()));
-}
-
-/// What A-6 moves under the code of the current line.
-QString frmWorksheet::CodeText() const {
-    const int row = grd_->currentIndex().row();
-    const int column = Form().ColumnOf("Col_2");
-    if (!SameText(Form().Item, "A6") || !model_.HasRow(row) || column < 0) return {};
-    const QString code = model_.Plain(row, column);
-    if (code.isEmpty()) return {};
-    const CodeSums sums = SumsOfCode(S(code), model_.Keyed());
-    const auto shown = [](double value) { return Q(FormatNumber(value, "#,##0;(#,##0)")); };
-    return QString("Code %1: increases %2, decreases %3, difference %4")
-        .arg(code, shown(sums.Increases), shown(sums.Decreases), shown(sums.Difference()));
-}
-
-void frmWorksheet::ShowStatus() {
-    QStringList parts;
-    try {
-        const QModelIndex current = grd_->currentIndex();
-        if (model_.KeyedRow() >= 0) parts << "Row not stored yet";
-        if (Form().Mode == FormMode::Edit && current.isValid() &&
-            !model_.IsOpen(current.row(), current.column()))
-            parts << "Locked cell";
-        parts << CodeText() << SumsText() << EntryCalculation::Note();
-    } catch (const StoreError&) {
-        // The next refresh shows them.
-    }
-    parts.removeAll(QString());
-    lblStatus_->setText(parts.join("   |   "));
 }
 
 }  // namespace zolmara::ui

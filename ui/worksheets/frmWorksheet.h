@@ -80,8 +80,9 @@ private:
     void RowChanged();
     void CurrentChanged();
     void ShowStatus();
-    QString SumsText() const;
+    QString SumsText();
     QString CodeText() const;
+    void AddUp();
     BlockRange Selected() const;
     std::vector<std::string> CellsOfRow(int row, const BlockRange& range) const;
     void AfterBlock(const BlockResult& result, const QString& what);
@@ -94,13 +95,23 @@ private:
     void AddLine();
     void DeleteLines();
 
+    /// The sum of a block that is too large to be added up at once.
+    struct BigSum {
+        BlockRange Range;
+        int NextRow = 0;
+        BlockSums Sums;
+        bool Done() const { return NextRow > Range.LastRow; }
+    };
+
     SheetModel model_;
     CellActs acts_;
+    std::optional<BigSum> bigSum_;
     SheetView* grd_ = nullptr;
     QWidget* picButtons_ = nullptr;
     QLabel* lblStatus_ = nullptr;
     FindBar* find_ = nullptr;
     QTimer* tmrStatus_ = nullptr;
+    QTimer* tmrSum_ = nullptr;
     std::map<std::string, QPushButton*> buttons_;
     bool committing_ = false;
     bool refused_ = false;
