@@ -17,6 +17,7 @@ std::span<const Command* const> AllCommands() {
                                           &kSummary,
                                           &kFind,
                                           &kImport,
+                                          &kCells,
                                           &kImportCrf,
                                           &kCcList,
                                           &kCcAdd,

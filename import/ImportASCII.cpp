@@ -12,6 +12,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "import/ImportRun.h"
+#include "import/LineSource.h"
 #include "import/Loaders.h"
 #include "import/PassedOver.h"
 #include "import/Staging.h"
@@ -97,20 +98,37 @@ void StageLine(ImportRun& run, Staging& staging, const ImportLine& line) {
     if (!line.Complaint.empty()) return run.DropLine(line.Complaint, line.Echo);
     if (MustBeWhole(line)) run.NotWhole(line.Echo);
     if (!staging.Add(line)) run.DropLine(kContentsTooLong, line.Echo);
+    run.NoteOrigin(line);
 }
 
 constexpr int kLinesPerStep = 1000;
 
-/// Reads the file into the staging table.
-void ReadFile(ImportRun& run, TextFile& file, PassedOver& passedOver) {
+/// The lines of a text file.
+class TextLines : public LineSource {
+public:
+    explicit TextLines(TextFile& file) : file_(file) {}
+    bool Next(ImportLine& line) override {
+        if (!file_.NextLine(text_)) return false;
+        line = ParseImportLine(text_, file_.WasCut());
+        return true;
+    }
+    double PartRead() const override { return file_.PartRead(); }
+
+private:
+    TextFile& file_;
+    std::string text_;
+};
+
+/// Reads the lines into the staging table.
+void ReadLines(ImportRun& run, LineSource& source, PassedOver& passedOver) {
     Staging staging;
-    std::string text;
-    for (int count = 1; file.NextLine(text); ++count) {
-        const auto line = ParseImportLine(text, file.WasCut());
+    ImportLine line;
+    for (int count = 1; source.Next(line); ++count) {
         if (line.Complaint.empty()) CountPassedOver(passedOver, line);
         StageLine(run, staging, line);
-        if (count % kLinesPerStep == 0) TheStatus().ShowProgress(file.PartRead() / 2);
+        if (count % kLinesPerStep == 0) TheStatus().ShowProgress(source.PartRead() / 2);
     }
+    if (const std::string failure = source.Failure(); !failure.empty()) run.NotRead(failure);
 }
 
 std::vector<std::string> StagedWorkSheets(std::string_view condition) {
@@ -163,18 +181,24 @@ ImportEnd LoadStagedRows(ImportRun& run) {
     return ImportEnd::Clean;
 }
 
-ImportEnd RunImport(const std::string& path, TextFile& file) {
+ImportEnd RunImport(const std::string& path, LineSource& source) {
     const LogRun log("I");
     if (!PrepareStaging()) return ImportEnd::NotBegun;
     const ImportView view(path);
     EmptyErrors();
     ImportRun run;
     PassedOver passedOver;
-    ReadFile(run, file, passedOver);
+    ReadLines(run, source, passedOver);
     const ImportEnd end = run.MayLoad() ? LoadStagedRows(run) : ImportEnd::Messages;
     if (const auto note = passedOver.Note(); !note.empty()) AddErrorRow(kNote, "", note);
+    for (const auto& note : source.Notes()) AddErrorRow(kNote, "", note);
     return end;
 }
+
+/// The form's own files first; what spreadsheets write stands beside them.
+constexpr const char* kFilter =
+    "Cost Report Files (*.Txt)|*.Txt|Spreadsheets (*.xlsx)|*.xlsx|Spreadsheets (*.ods)|*.ods|"
+    "Spreadsheets (*.csv)|*.csv";
 
 std::string StartOfDialog() {
     auto start =
@@ -189,26 +213,31 @@ std::string StartOfDialog() {
 
 bool ImportAsciiFile(const std::string& path) {
     TextFile file(path);
+    TextLines lines(file);
+    return ImportLines(path, lines);
+}
+
+bool ImportLines(const std::string& path, LineSource& source) {
     ImportEnd end = ImportEnd::NotBegun;
     RunAct("Import " + std::filesystem::path(path).filename().string(),
-           [&] { end = RunImport(path, file); });
+           [&] { end = RunImport(path, source); });
     if (end == ImportEnd::NotBegun) return false;
     TheWindows().RefreshOpenForms("");
     TheWindows().ShowErrors("Import Messages");
     return end == ImportEnd::Clean;
 }
 
-void ImportASCII() {
+void ImportASCII(ImportFileProcedure importFile) {
     const auto path = TheDialogs().ChooseFile({.Save = false,
                                                .Title = "Import ASCII file",
                                                .FileName = StartOfDialog(),
                                                .DefaultExt = ".Txt",
-                                               .Filter = "Cost Report Files (*.Txt)|*.Txt",
+                                               .Filter = kFilter,
                                                .FilterIndex = 1,
                                                .Flags = 4100});
     if (!path) return;
     RememberFolder("ASCIIFiles", FolderOf(*path));
-    ImportAsciiFile(*path);
+    importFile(*path);
 }
 
 namespace {
@@ -228,12 +257,12 @@ bool MayImport() {
 
 }  // namespace
 
-void mnuReportImportASCII() {
-    if (MayImport()) ImportASCII();
+void mnuReportImportASCII(ImportFileProcedure importFile) {
+    if (MayImport()) ImportASCII(importFile);
 }
 
-void mnuReportImportASCII(const std::string& path) {
-    if (MayImport()) ImportAsciiFile(path);
+void mnuReportImportASCII(const std::string& path, ImportFileProcedure importFile) {
+    if (MayImport()) importFile(path);
 }
 
 }  // namespace zolmara

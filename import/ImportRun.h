@@ -2,10 +2,16 @@
 
 // One run of the ASCII import: the messages that it gives.
 
+#include <map>
+#include <string>
 #include <string_view>
+#include <tuple>
+
+#include "core/Currency.h"
 
 namespace zolmara {
 
+struct ImportLine;
 struct SourceRow;
 
 /// Goes along to the reader and to every loader. What they complain of goes to table Error, and
@@ -17,16 +23,27 @@ public:
     /// Tells that a line has a fraction where only whole numbers are taken. That calls the load
     /// off, and alone leaves ImportErrorFlag as it is.
     void NotWhole(std::string_view echo);
+    /// Tells why the file could not be read to its end. That calls the load off.
+    void NotRead(std::string_view reason);
+    /// Notes where in a workbook a line stood, for the messages of the loaders. A line of a text
+    /// file has no such place: its messages name worksheet, row and column alone.
+    void NoteOrigin(const ImportLine& line);
     /// Tells that a worksheet has no loader.
     void NoLoader(std::string_view sheet);
     /// A loader's message: the text and what names the row.
     void Complain(std::string_view sheet, const SourceRow& row, std::string_view text);
 
-    /// True until a line had a fraction where only whole numbers are taken.
+    /// True until a line had a fraction where only whole numbers are taken, or the file ended
+    /// before its end.
     bool MayLoad() const { return mayLoad_; }
 
 private:
+    using Cell = std::tuple<std::string, Currency, Currency>;  ///< worksheet, row, column
+    std::string OriginOf(const Cell& cell) const;
+    std::string FirstOrigin(std::string_view sheet) const;
+
     bool mayLoad_ = true;
+    std::map<Cell, std::string> origins_;
 };
 
 }  // namespace zolmara

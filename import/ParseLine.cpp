@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <optional>
+#include <tuple>
 
 #include "core/Globals.h"
 #include "core/LeadingNumber.h"
@@ -13,6 +14,8 @@ namespace zolmara {
 
 namespace {
 
+constexpr std::string_view kNoSheet =
+    "The Worksheet specification is missing from ASCII Import line: ";
 constexpr std::string_view kNoRow = "The Row specification is missing from ASCII Import line: ";
 constexpr std::string_view kNoColumn =
     "The Column specification is missing from ASCII Import line: ";
@@ -88,6 +91,39 @@ std::string_view TakeFields(ImportLine& line, std::string_view rest) {
     return columnText ? TakeCell(line, *columnText, rest) : kNoContents;
 }
 
+bool HoldsNoText(std::string_view field) {
+    constexpr std::string_view kNone("\0\t\r\n", 4);
+    return field.find_first_of(kNone) != std::string_view::npos;
+}
+
+std::string_view CheckSheet(ImportLine& line, std::string_view field) {
+    if (HoldsNoText(field)) return kNoText;
+    line.WorkSheet = Trim(field);
+    if (line.WorkSheet.empty()) return kNoSheet;
+    return TextLength(line.WorkSheet) > kMaxName ? kNameTooLong : std::string_view();
+}
+
+std::string_view CheckRow(ImportLine& line, std::string_view field) {
+    if (Trim(field).empty()) return kNoRow;
+    const auto row = FixedPoint(Trim(field));
+    line.Row = row.value_or(Currency());
+    return row ? std::string_view() : kBadRow;
+}
+
+std::string_view CheckColumn(ImportLine& line, std::string_view field) {
+    if (Trim(field).empty()) return kNoColumn;
+    const auto column = FixedPoint(Trim(field));
+    line.Col = column.value_or(Currency());
+    const bool good = column && Between(*column, Currency(), kMaxColumn);
+    return good ? std::string_view() : kBadColumn;
+}
+
+std::string_view CheckContents(ImportLine& line, std::string_view field) {
+    if (HoldsNoText(field)) return kNoText;
+    line.Contents = field;
+    return TextLength(field) > kMaxContents ? kContentsTooLong : std::string_view();
+}
+
 constexpr std::string_view kWholeNumberSheets[] = {"E1p", "D1p", "C1p", "B1p", "Bp"};
 
 }  // namespace
@@ -103,6 +139,25 @@ ImportLine ParseImportLine(std::string_view text, bool cut) {
         line.Echo = text;
         line.Complaint = kLineTooLong;
     }
+    return line;
+}
+
+ImportLine CheckImportLine(const ImportFields& fields, ImportField& wrong) {
+    using Check = std::string_view (*)(ImportLine&, std::string_view);
+    const std::tuple<ImportField, Check, std::string_view> checks[] = {
+        {ImportField::WorkSheet, CheckSheet, fields.WorkSheet},
+        {ImportField::Row, CheckRow, fields.Row},
+        {ImportField::Col, CheckColumn, fields.Col},
+        {ImportField::Contents, CheckContents, fields.Contents}};
+    ImportLine line;
+    line.IsWhole = true;
+    for (const auto& [field, check, text] : checks) {
+        if (!line.Complaint.empty()) break;
+        line.Complaint = check(line, text);
+        wrong = field;
+    }
+    line.Echo =
+        fmt::format("{}, {}, {}", Trim(fields.WorkSheet), Trim(fields.Row), Trim(fields.Col));
     return line;
 }
 

@@ -23,11 +23,24 @@ struct ImportLine {
     std::string_view Complaint;  ///< why the line is dropped; empty for a good one
     bool Skip = false;           ///< an empty line or a lone "#VALUE!", dropped in silence
     bool IsWhole = false;        ///< the end of the contents was found ahead of the line's end
+    std::string Origin = {};     ///< the cell of a workbook that it stood in: "Sheet1!D5"
 };
 
 /// Splits a line into its four fields, separated by TABs, and checks them. A line that is but the
 /// beginning of a longer one (`cut`) is good when its contents end before that.
 ImportLine ParseImportLine(std::string_view line, bool cut = false);
+
+/// The four fields of a line that stand apart already, as in a spreadsheet, held to the same rules.
+/// Contents count as quoted: commas and "$" are letters of theirs.
+struct ImportFields {
+    std::string_view WorkSheet;
+    std::string_view Row;
+    std::string_view Col;
+    std::string_view Contents;
+};
+enum class ImportField { WorkSheet, Row, Col, Contents };
+/// `wrong` becomes the field that a complaint is about.
+ImportLine CheckImportLine(const ImportFields& fields, ImportField& wrong);
 
 /// True where contents with a fraction stand on a worksheet whose amounts are whole numbers.
 bool MustBeWhole(const ImportLine& line);

@@ -79,6 +79,8 @@ const std::vector<WorksheetField>& Fields_A8(std::string_view) {
     return fields;
 }
 
+std::span<const SeedRow> Seeds_A8() { return kSeeds; }
+
 void Build_A8() {
     MakeWorksheetTable("A8");
     InsertSeedRows("A8", "Col_1", kSeeds);

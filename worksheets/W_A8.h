@@ -3,6 +3,7 @@
 // Worksheet A-8: adjustments to the trial balance.
 
 #include <array>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -11,12 +12,17 @@
 
 namespace zolmara {
 
+struct SeedRow;
+
 const std::vector<WorksheetField>& Fields_A8(std::string_view item);
 /// Line 12 shows the net of A-8-1 Part I.
 inline constexpr std::array<ComputedLine, 2> kComputedLines_A8 = {
     {{kRelatedOrganizations.Whole(), "Col_3"}, {kTotalOfEntries.Whole()}}};
 
 void Build_A8();
+
+/// The form's lines and the texts that they come with.
+std::span<const SeedRow> Seeds_A8();
 
 /// Fills the cost center names, line 12 from A-8-1 and the total.
 void Calc_A8();

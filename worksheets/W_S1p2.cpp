@@ -18,12 +18,19 @@ const std::vector<WorksheetField>& Fields_S1p2(std::string_view) {
     return fields;
 }
 
+namespace {
+
+constexpr std::array<SeedRow, 5> kSeeds = {{{1, "President"},
+                                            {2, "Vice President"},
+                                            {3, "Secretary"},
+                                            {4, "Treasurer"},
+                                            {5, "Controller"}}};
+
+}  // namespace
+
+std::span<const SeedRow> Seeds_S1p2() { return kSeeds; }
+
 void Build_S1p2() {
-    static constexpr std::array<SeedRow, 5> kSeeds = {{{1, "President"},
-                                                       {2, "Vice President"},
-                                                       {3, "Secretary"},
-                                                       {4, "Treasurer"},
-                                                       {5, "Controller"}}};
     MakeWorksheetTable("S1p2");
     InsertSeedRows("S1p2", "Col_1", kSeeds);
     MakeWorksheetIndex("S1p2");

@@ -11,6 +11,7 @@
 #include "core/Machine.h"
 #include "core/Windows.h"
 #include "import/ImportASCII.h"
+#include "spreadsheet/ImportFile.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 #include "ui/main/QtHost.h"
@@ -73,7 +74,7 @@ void TakeFile(const std::string& path) {
                         "stands in the way.",
                         path));
     } else {
-        mnuReportImportASCII(path);
+        mnuReportImportASCII(path, ImportFile);
     }
 }
 

@@ -12,6 +12,7 @@
 #include "import/ImportASCII.h"
 #include "print/PrintDriver.h"
 #include "print/SendPrtFile.h"
+#include "spreadsheet/ImportFile.h"
 #include "store/session/Session.h"
 #include "ui/dialogs/BuildEcr.h"
 #include "ui/dialogs/frmCreateNewCRF.h"
@@ -52,7 +53,7 @@ void ReportPrintSelect(frmMain&) {
     if (!ShowOpenForm("frmSelectivePrints")) ShowForm(new frmSelectivePrints);
 }
 void ReportPrint(frmMain&) { Print_All(0); }
-void ReportImportASCII(frmMain&) { mnuReportImportASCII(); }
+void ReportImportASCII(frmMain&) { mnuReportImportASCII(ImportFile); }
 void ReportImportCRF(frmMain&) { ShowImportCRF(); }
 void ReportExit(frmMain& main) { main.close(); }
 
