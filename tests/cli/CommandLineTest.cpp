@@ -8,10 +8,11 @@ namespace {
 
 using CommandLine = CliTest;
 
-const std::vector<std::string> kCommands{
-    "new",   "info",    "calc", "check",  "show",  "get",        "set",      "explain",
-    "trace", "summary", "find", "import", "cells", "import-crf", "cc",       "component",
-    "line",  "rebuild", "diff", "print",  "ecr",   "header",     "identity", "compact"};
+const std::vector<std::string> kCommands{"new",       "info",   "calc",    "check",      "show",
+                                         "get",       "set",    "explain", "trace",      "summary",
+                                         "find",      "import", "cells",   "import-crf", "cc",
+                                         "component", "line",   "rebuild", "diff",       "backup",
+                                         "print",     "ecr",    "header",  "identity",   "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
@@ -41,7 +42,7 @@ const std::vector<HelpCase> kHelp{
     {{"summary"}, {"FILE"}, {}},
     {{"find"}, {"FILE", "TEXT"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
-    {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all"}},
+    {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all", "--no-backup"}},
     {{"cc", "list"}, {"FILE"}, {}},
     {{"cc", "add"}, {"FILE", "LINE", "NAME"}, {"--whole", "--sub"}},
     {{"cc", "delete"}, {"FILE", "LINE"}, {}},
@@ -52,7 +53,7 @@ const std::vector<HelpCase> kHelp{
     {{"component", "rename"}, {"FILE", "PART", "LINE", "NAME", "CCN"}, {}},
     {{"line", "add"}, {"FILE", "ITEM", "LINE"}, {"--whole", "--sub"}},
     {{"line", "delete"}, {"FILE", "ITEM", "LINE"}, {}},
-    {{"rebuild"}, {"FILE", "ITEM"}, {}},
+    {{"rebuild"}, {"FILE", "ITEM"}, {"--no-backup"}},
     {{"diff"}, {"FILE", "OTHER", "ITEM"}, {"--keyed", "--over", "--over-percent"}},
     {{"print"}, {"FILE", "ITEM"}, {"--pdf", "--force"}},
     {{"ecr"}, {"FILE"}, {"--out", "--force", "--manual", "--first", "--last", "--title"}},
