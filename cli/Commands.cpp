@@ -18,6 +18,7 @@ std::span<const Command* const> AllCommands() {
                                           &kFind,
                                           &kImport,
                                           &kCells,
+                                          &kExport,
                                           &kImportCrf,
                                           &kCcList,
                                           &kCcAdd,

@@ -19,6 +19,7 @@ extern const Command kSummary;
 extern const Command kFind;
 extern const Command kImport;
 extern const Command kCells;
+extern const Command kExport;
 extern const Command kImportCrf;
 extern const Command kCcList;
 extern const Command kCcAdd;

@@ -42,6 +42,8 @@ const std::vector<HelpCase> kHelp{
     {{"summary"}, {"FILE"}, {}},
     {{"find"}, {"FILE", "TEXT"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
+    {{"cells"}, {"FILE", "OUT"}, {"--force"}},
+    {{"export"}, {"FILE", "OUT", "ITEM"}, {"--values", "--force"}},
     {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all", "--no-backup"}},
     {{"cc", "list"}, {"FILE"}, {}},
     {{"cc", "add"}, {"FILE", "LINE", "NAME"}, {"--whole", "--sub"}},

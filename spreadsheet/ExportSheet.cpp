@@ -1,0 +1,180 @@
+#include "spreadsheet/ExportSheet.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "core/Globals.h"
+#include "forms/FormTable.h"
+#include "spreadsheet/HelperValues.h"
+#include "store/session/CoreTables.h"
+#include "store/session/Session.h"
+#include "worksheets/SheetNames.h"
+#include "worksheets/Worksheet.h"
+
+namespace zolmara {
+
+namespace {
+
+/// The form prints the others across the page.
+constexpr std::string_view kPortraits[] = {"A8", "A7p?", "G", "G1", "Sp1", "CostCenters", "ES"};
+
+bool IsLandscape(const std::string& item) {
+    return std::ranges::none_of(
+        kPortraits, [&](std::string_view pattern) { return FitsPattern(pattern, item); });
+}
+
+std::string TitleOf(const std::string& item) {
+    if (FindWorksheet(item) == nullptr)
+        return item == "ES" ? "Pooled Allocation Statistical Basis" : "Cost Centers";
+    return "Worksheet " + PrintedName(item);
+}
+
+/// A description that may come to nothing shows nothing then; any other shows 0.
+bool MayBeEmpty(const Node& node) {
+    if (node.Kind == NodeKind::Closed) return MayBeEmpty(node.Group->Share);
+    return node.Kind == NodeKind::UnlessZero || node.Kind == NodeKind::Name;
+}
+
+}  // namespace
+
+ExportSheet::ExportSheet(Workbook& book, const SheetLayout& layout, const SheetHead& head,
+                         FormulaWriter* formulas)
+    : book_(book),
+      layout_(layout),
+      head_(head),
+      formulas_(formulas),
+      sheet_(book.AddSheet(layout.Item)),
+      form_(*DescribeForm(FormMode::View, layout.Item == "CostCenters" ? "CCs" : layout.Item)) {
+    for (const std::string& field : layout.Fields) {
+        const int column = form_.ColumnOf(field);
+        const FormColumn shown = form_.Columns.at(static_cast<std::size_t>(column));
+        const std::string format = shown.IsNumber() ? shown.NumberFormat : "@";
+        columns_.push_back({shown, ColumnRules(layout.Item, field),
+                            book.Format({.NumberFormat = format, .Wrap = shown.Wrap})});
+    }
+}
+
+void ExportSheet::Write() {
+    SetUpPage();
+    WriteSheetHead(book_, sheet_, head_, TitleOf(layout_.Item));
+    WriteHeadings();
+    WriteRows();
+    if (formulas_ != nullptr && !layout_.Closed.empty()) WriteHelpers();
+}
+
+void ExportSheet::SetUpPage() {
+    constexpr std::uint8_t kLetter = 1;
+    const auto frozen = static_cast<lxw_col_t>(form_.FrozenColumns);
+    if (IsLandscape(layout_.Item)) worksheet_set_landscape(sheet_);
+    worksheet_set_paper(sheet_, kLetter);
+    worksheet_fit_to_pages(sheet_, 1, 0);
+    worksheet_repeat_rows(sheet_, 0, static_cast<lxw_row_t>(head_.TitleRow()));
+    if (frozen > 0) worksheet_repeat_columns(sheet_, 0, static_cast<lxw_col_t>(frozen - 1));
+    worksheet_freeze_panes(sheet_, static_cast<lxw_row_t>(head_.Rows()), frozen);
+    worksheet_set_footer(sheet_, "&L&A&RPage &P of &N");
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        constexpr double kTwipsPerCharacter = 105;
+        const FormColumn& shown = columns_[i].Shown;
+        lxw_row_col_options options = {};
+        options.hidden = shown.Hidden ? LXW_TRUE : LXW_FALSE;
+        const auto column = static_cast<lxw_col_t>(i);
+        worksheet_set_column_opt(sheet_, column, column, shown.Width / kTwipsPerCharacter, nullptr,
+                                 &options);
+    }
+}
+
+void ExportSheet::WriteHeadings() {
+    lxw_format* heading =
+        book_.Format({.Bold = true, .Wrap = true, .Centered = true, .Shaded = true});
+    const auto numbers = static_cast<lxw_row_t>(head_.NumberRow());
+    const auto titles = static_cast<lxw_row_t>(head_.TitleRow());
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+        PutText(sheet_, numbers, static_cast<int>(i), columns_[i].Shown.Number, heading);
+    constexpr double kTitleHeight = 60;
+    worksheet_set_row(sheet_, titles, kTitleHeight, nullptr);
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+        PutText(sheet_, titles, static_cast<int>(i), Replace(columns_[i].Shown.Title, "|", "\n"),
+                heading);
+}
+
+void ExportSheet::WriteRows() {
+    Recordset rows = gDB.OpenRecordset(
+        fmt::format("SELECT * FROM [{}] ORDER BY {};", layout_.Item, layout_.Fields.front()),
+        dbOpenSnapshot);
+    auto row = static_cast<lxw_row_t>(layout_.FirstRow - 1);
+    for (; !rows.Eof(); rows.MoveNext(), ++row) {
+        const Currency line = CurOr(rows[0]);
+        for (int column = 0; column < rows.FieldCount(); ++column)
+            WriteCell(row, column, line, rows[column]);
+    }
+}
+
+void ExportSheet::WriteCell(lxw_row_t row, int column, Currency line, const Variant& value) {
+    const Column& told = columns_[static_cast<std::size_t>(column)];
+    const CellDescription* rule = formulas_ == nullptr ? nullptr : told.Rules.On(line);
+    if (rule != nullptr) return WriteFormula(row, column, *rule, line, value);
+    if (value.IsNumber())
+        PutNumber(sheet_, row, column, value.Number(), told.Format);
+    else if (!value.IsNull())
+        PutText(sheet_, row, column, Text(value), told.Format);
+}
+
+void ExportSheet::WriteFormula(lxw_row_t row, int column, const CellDescription& rule,
+                               Currency line, const Variant& value) {
+    const Column& told = columns_[static_cast<std::size_t>(column)];
+    const auto place = static_cast<lxw_col_t>(column);
+    const auto formula = formulas_->Of(
+        rule, layout_, {layout_.Item, line, layout_.Fields[static_cast<std::size_t>(column)]});
+    if (formula && (value.IsNumber() || (value.IsNull() && !MayBeEmpty(rule.Formula))))
+        worksheet_write_formula_num(sheet_, row, place, ("=" + *formula).c_str(), told.Format,
+                                    NumOr(value));
+    else if (formula)
+        worksheet_write_formula_str(sheet_, row, place, ("=" + *formula).c_str(),
+                                    book_.Format({.NumberFormat = told.Shown.NumberFormat}),
+                                    SheetText(Text(value)).c_str());
+    else if (value.IsNumber())
+        PutNumber(sheet_, row, column, value.Number(), told.Format);
+    else
+        PutText(sheet_, row, column, Text(value), told.Format);
+}
+
+// --- Helper cells ----------------------------------------------------------------------------
+
+/// Hidden rows below the lines. A column with two closings has two sets of them.
+void ExportSheet::WriteHelpers() {
+    const HelperValues values(layout_);
+    int last = 0;
+    for (const ClosedColumn& column : layout_.Closed)
+        last = std::max(last, column.FirstHelper + kHelpers - 1);
+    lxw_row_col_options hidden = {};
+    hidden.hidden = LXW_TRUE;
+    for (int row = layout_.FirstHelper; row <= last; ++row) {
+        const auto place = static_cast<lxw_row_t>(row - 1);
+        worksheet_set_row_opt(sheet_, place, LXW_DEF_ROW_HEIGHT, nullptr, &hidden);
+        const auto helper = static_cast<Helper>((row - layout_.FirstHelper) % kHelpers);
+        PutText(sheet_, place, 0, FormulaWriter::NameOf(helper));
+        for (const ClosedColumn& column : layout_.Closed) {
+            const int offset = row - column.FirstHelper;
+            if (offset >= 0 && offset < kHelpers)
+                WriteHelper(place, column, helper, values.Of(column, helper));
+        }
+    }
+}
+
+void ExportSheet::WriteHelper(lxw_row_t row, const ClosedColumn& column, Helper helper,
+                              double result) {
+    const auto formula = formulas_->OfHelper(helper, column, layout_);
+    if (!formula) return;
+    const auto place = static_cast<lxw_col_t>(column.Column);
+    if (formula->IsArray)
+        worksheet_write_array_formula_num(sheet_, row, place, row, place,
+                                          fmt::format("{{={}}}", formula->Text).c_str(), nullptr,
+                                          result);
+    else
+        worksheet_write_formula_num(sheet_, row, place, ("=" + formula->Text).c_str(), nullptr,
+                                    result);
+}
+
+}  // namespace zolmara

@@ -1,0 +1,43 @@
+#pragma once
+
+// One sheet of an exported workbook.
+
+#include "forms/WorksheetForm.h"
+#include "spreadsheet/ExportHead.h"
+#include "spreadsheet/FormulaWriter.h"
+
+namespace zolmara {
+
+class ExportSheet {
+public:
+    /// With `formulas` computed cells are formulas, else values.
+    ExportSheet(Workbook& book, const SheetLayout& layout, const SheetHead& head,
+                FormulaWriter* formulas);
+    void Write();
+
+private:
+    struct Column {
+        FormColumn Shown;
+        ColumnRules Rules;
+        lxw_format* Format;
+    };
+
+    void SetUpPage();
+    void WriteHeadings();
+    void WriteRows();
+    void WriteCell(lxw_row_t row, int column, Currency line, const Variant& value);
+    void WriteFormula(lxw_row_t row, int column, const CellDescription& rule, Currency line,
+                      const Variant& value);
+    void WriteHelpers();
+    void WriteHelper(lxw_row_t row, const ClosedColumn& column, Helper helper, double result);
+
+    Workbook& book_;
+    const SheetLayout& layout_;
+    const SheetHead& head_;
+    FormulaWriter* formulas_;
+    lxw_worksheet* sheet_;
+    WorksheetForm form_;
+    std::vector<Column> columns_;
+};
+
+}  // namespace zolmara
