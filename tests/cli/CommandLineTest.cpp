@@ -8,11 +8,10 @@ namespace {
 
 using CommandLine = CliTest;
 
-const std::vector<std::string> kCommands{"new",       "info",   "calc",    "check",      "show",
-                                         "get",       "set",    "explain", "trace",      "summary",
-                                         "find",      "import", "cells",   "import-crf", "cc",
-                                         "component", "line",   "rebuild", "diff",       "backup",
-                                         "print",     "ecr",    "header",  "identity",   "compact"};
+const std::vector<std::string> kCommands{
+    "new",     "info", "calc",   "check", "show",   "get",        "set",      "explain",   "trace",
+    "summary", "find", "import", "cells", "export", "import-crf", "cc",       "component", "line",
+    "rebuild", "diff", "backup", "print", "ecr",    "header",     "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {
