@@ -8,6 +8,7 @@
 #include "ui/main/frmMain.h"
 #include "ui/tools/EntryCalculation.h"
 #include "ui/tools/ExplainWindow.h"
+#include "ui/tools/ExportTool.h"
 #include "ui/tools/UndoRedo.h"
 #include "ui/tools/frmBackups.h"
 #include "ui/tools/frmCompare.h"
@@ -74,6 +75,10 @@ std::vector<Tool>& Tools() {
          .Caption = "&Take Over From Another CRF ...",
          .IsOn = CrfIsOpen,
          .Run = ShowImportCRF},
+        {.Name = "tlsExport",
+         .Caption = "Export To &Spreadsheet ...",
+         .IsOn = CrfIsOpen,
+         .Run = ExportToSpreadsheet},
         {.Name = "tlsNewFromLastYear",
          .Caption = "New From &Last Year ...",
          .Run = ShowNewFromLastYear},
