@@ -1,5 +1,7 @@
 #include "store/salvage/Salvage.h"
 
+#include "core/Globals.h"
+
 // Method: the library that writes a CRF walks no tree in which a single page is broken, but the
 // pages themselves are simple, and most rows of a damaged file stand where they always stood. So
 // the file is read here as what it is, a row of pages of equal size.
@@ -205,10 +207,37 @@ void ReadIndex(Repair& repair, Target& target, const Definition& definition, Tab
     if (table.Index.Column < 0 || IsBetter(facts, table.Index)) table.Index = std::move(facts);
 }
 
-bool CreateIndex(Target& target, const Definition& definition) {
+bool DiffersByOneBit(const std::string& a, const std::string& b) {
+    if (a.size() != b.size()) return false;
+    int bits = 0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        bits += std::popcount(static_cast<unsigned char>(a[i] ^ b[i]));
+    return bits == 1;
+}
+
+// The one name among the table's fields that a damaged name can have been; empty without one.
+std::string FieldMeant(const TableShape& shape, const std::string& name) {
+    std::string meant;
+    for (const auto& column : shape.Columns) {
+        if (SameText(column.Name, name)) return column.Name;
+        if (!DiffersByOneBit(column.Name, name)) continue;
+        if (!meant.empty()) return "";
+        meant = column.Name;
+    }
+    return meant;
+}
+
+// SQLite takes a name in double quotes that is no field's for a text, and indexes that.
+bool CreateIndex(Target& target, const Definition& definition, const TableShape& shape) {
     const auto own = ReadIndexText(definition.Sql);
-    return own && own->Name == definition.Name && own->Table == definition.Table &&
-           target.Create(definition.Sql);
+    if (!own || own->Name != definition.Name || own->Table != definition.Table) return false;
+    std::string sql = definition.Sql;
+    for (const auto& field : own->Fields) {
+        const std::string meant = FieldMeant(shape, field);
+        if (meant.empty()) return false;
+        if (!SameText(meant, field)) sql.replace(sql.rfind(field), field.size(), meant);
+    }
+    return target.Create(sql);
 }
 
 // The indexes that a table is made with, where the file has not got them.
@@ -229,7 +258,7 @@ void CreateIndexes(Repair& repair, Target& target) {
             lost.insert(definition.Table);
             continue;
         }
-        const bool own = definition.Sql.empty() || CreateIndex(target, definition);
+        const bool own = definition.Sql.empty() || CreateIndex(target, definition, table->Shape);
         if (!own && repair.Made.contains(definition.Table)) continue;
         if (!own) {
             Lose(repair, TitleOf(table->Shape) + ": its index " + definition.Name +

@@ -212,6 +212,27 @@ TEST_F(RepairOfACrf, TwoDamagedFilesOfOneDayAreBothKept) {
     EXPECT_TRUE(second.ends_with("-2.CRF")) << second;
 }
 
+TEST_F(RepairOfACrf, AnIndexWhoseFieldIsMisspeltByOneBitIsMadeAsItWas) {
+    Force(
+        "UPDATE sqlite_schema SET sql=replace(sql,'(\"LineNum\")','(\"LineNul\")') "
+        "WHERE name='ndxE1p2'");
+    const auto repair = RepairAndOpen();
+    EXPECT_TRUE(repair.Report.empty()) << Whole(repair);
+    const auto& indexes = gDB.Table("E1p2").Indexes;
+    ASSERT_EQ(indexes.size(), 1U);
+    EXPECT_TRUE(indexes[0].Unique);
+    EXPECT_EQ(indexes[0].Fields, std::vector<std::string>{"LineNum"});
+}
+
+TEST_F(RepairOfACrf, AnIndexOnAFieldThatIsNotThereIsToldAndTheFileOpens) {
+    Force(
+        "UPDATE sqlite_schema SET sql=replace(sql,'(\"LineNum\")','(\"Nowhere\")') "
+        "WHERE name='ndxE1p2'");
+    const auto repair = RepairAndOpen();
+    EXPECT_FALSE(repair.Report.empty());
+    EXPECT_TRUE(gDB.Table("E1p2").Indexes.empty());
+}
+
 TEST_F(RepairOfACrf, AFileWithALongNameIsKeptUnderAShorterOne) {
     std::string name;
     for (int i = 0; i < 121; ++i) name += "\u00e9";
