@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "core/Globals.h"
 #include "store/Dao.h"
+#include "store/Files.h"
 
 namespace fs = std::filesystem;
 
@@ -69,6 +71,9 @@ ProtectedFile::~ProtectedFile() { std::erase(ProtectedFiles(), this); }
 
 void NeedUnprotected(const std::string& path) {
     const std::string target = BehindLinks(path);
+    std::error_code error;
+    if (fs::is_symlink(target, error))
+        FileFailed(path, std::make_error_code(std::errc::too_many_symbolic_link_levels));
     for (const ProtectedFile* file : ProtectedFiles()) {
         for (const std::string_view beside : kBesides) {
             if (!IsOne(target, file->Path() + std::string(beside))) continue;

@@ -25,7 +25,8 @@ private:
 };
 
 /// Raises StoreError::Other when the path, by whatever road, link or case, leads to a protected
-/// file. Opens nothing: a look into an open CRF would drop SQLite's locks on it.
+/// file, CannotOpen when its links lead in a circle. Opens nothing: a look into an open CRF would
+/// drop SQLite's locks on it.
 void NeedUnprotected(const std::string& path);
 
 /// The file that a path leads to behind its links, also where that is not there yet.

@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "store/Files.h"
+#include "store/WholeCrf.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
 #include "support/TestCrf.h"
@@ -169,6 +170,26 @@ TEST_F(FileDoor, ALinkIsFollowed) {
     Put(path, "mine again");
     EXPECT_TRUE(fs::is_symlink(path));
     EXPECT_EQ(ReadWholeFile(real), "mine again");
+}
+
+TEST_F(FileDoor, LinksThatLeadInACircleStayAndAreTold) {
+    fs::create_symlink("two", folder.File("one"));
+    fs::create_symlink("one", folder.File("two"));
+    const ReplaceAsTold force(true, "");
+    for (const auto& act :
+         std::vector<std::function<void()>>{[&] { Put(folder.File("one"), "mine"); },
+                                            [&] { NeedReplaceable(folder.File("one")); }}) {
+        try {
+            act();
+            ADD_FAILURE() << "nothing was refused";
+        } catch (const StoreError& error) {
+            EXPECT_NE(std::string(error.what()).find("Too many levels of symbolic links"),
+                      std::string::npos)
+                << error.what();
+        }
+        EXPECT_TRUE(fs::is_symlink(folder.File("one")));
+        EXPECT_EQ(FilesInFolder(), 2U);
+    }
 }
 
 TEST_F(FileDoor, ModeOwnerAndGroupStay) {
