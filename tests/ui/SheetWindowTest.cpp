@@ -306,7 +306,9 @@ TEST_F(SheetWindow, ADiskThatTakesNoMoreSaysSoAndTheRowStaysKeyed) {
         Press(Qt::Key_Down);
         EXPECT_EQ(Stored("A", 1, "Col_1"), keyed);
     }
+    EXPECT_TRUE(a->close());
     Trigger("mnuReportClose");
+    EXPECT_FALSE(CrfIsOpen()) << "the disk goes before the test does";
 }
 
 // --- The desktop's session ends ------------------------------------------------------------
