@@ -2,11 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <functional>
+
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/Files.h"
+#include "store/LostFile.h"
 #include "store/WholeCrf.h"
 #include "store/files/PutJournal.h"
 #include "store/session/Acts.h"
@@ -196,13 +199,28 @@ void TakeCopy(const std::string& path) {
 
 /// A copy that fails leaves what stood under the new name as it was, so that its being there
 /// afterwards says nothing: the copy's own result does.
-bool TryToCopy(const std::string& path) {
+bool TryToCopy(const std::function<void()>& copy) {
     try {
-        CopyCrf(gCRFPath, path);
+        copy();
         return true;
     } catch (const StoreError&) {
         return false;
     }
+}
+
+/// A file that is gone, or another one by now, lives in the open handle alone. It stays open where
+/// the copy fails.
+bool SaveLostCrfAs(const std::string& path) {
+    if (!TryToCopy([&] { CopyLost(gDB, path); })) {
+        ReportFailedCopy();
+        return false;
+    }
+    const bool undoable = TheActs().CanUndo() || TheActs().CanRedo();
+    gDB.Close();
+    TakeCopy(path);
+    ReopenCrf();
+    TheActs().TellEmptied(undoable, "the file was saved under another name");
+    return true;
 }
 
 }  // namespace
@@ -211,9 +229,10 @@ bool SaveCrfAs(const std::string& path) {
     if (IsSameFile(gCRFPath, path))
         throw StoreError(StoreError::Kind::CannotOpen,
                          fmt::format("{}: The file cannot be copied onto itself.", path));
+    if (IsLost(gDB)) return SaveLostCrfAs(path);
     const bool undoable = TheActs().CanUndo() || TheActs().CanRedo();
     gDB.Close();
-    const bool copied = TryToCopy(path);
+    const bool copied = TryToCopy([&] { CopyCrf(gCRFPath, path); });
     if (copied) {
         TakeCopy(path);
     } else {

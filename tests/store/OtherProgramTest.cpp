@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
+
 #include "store/FilledCrf.h"
 #include "support/TestCrf.h"
 
@@ -34,6 +36,20 @@ TEST_F(OtherProgram, ItsChangeIsShownWithoutAMove) {
     ASSERT_EQ(NumOr(row["Col_1"]), 7845112);
     Other("UPDATE A SET Col_1=200 WHERE LineNum=9");
     EXPECT_EQ(NumOr(row["Col_1"]), 200);
+}
+
+TEST_F(OtherProgram, AFileThatItDeletedIsSavedUnderAnotherName) {
+    SetCell("A", 9, "Col_1", 4711);
+    const std::string content = ContentOfCrf();
+    std::filesystem::remove(path_);
+    EXPECT_THROW(SetCell("A", 9, "Col_1", 1), StoreError);
+    EXPECT_FALSE(SaveCrfAs(folder.File("none/Two.CRF"))) << "there is no such folder";
+    EXPECT_EQ(ContentOfCrf(), content) << "it is open still";
+    ASSERT_TRUE(SaveCrfAs(folder.File("Two.CRF")));
+    EXPECT_EQ(ContentOfCrf(), content);
+    SetCell("A", 9, "Col_1", 1);
+    DropCrf();
+    EXPECT_FALSE(DBEngine::RepairDatabase(folder.File("Two.CRF")).WasDamaged);
 }
 
 TEST_F(OtherProgram, KeyingTheOldValueBackIsWritten) {
