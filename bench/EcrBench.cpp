@@ -28,7 +28,7 @@ std::string Content(const std::string& path) {
 }
 
 void WriteRecords(const std::string& path) {
-    OwnPrintFile file(path);
+    OwnPrintFile file(path, AnyFile);
     EcrRun run(file.Number());
     ECR_Type1(run, DateTime(2024, 2, 1, 10, 30, 0));
     ECR_Type2(run);

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "bench/EcrBench.h"
+#include "bench/EntryBench.h"
 #include "bench/InMemory.h"
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
@@ -265,6 +266,7 @@ int main(int argc, char** argv) {
     bench::SilentHost host;
     InstallHost(&host);
     const bench::Bench bench(argv[1]);
+    bench::BenchEntries(bench.Folder, bench::MakeNew);
     bench::BuildLarge(bench);
     bench::BenchCalc(bench);
     bench::BenchOpenClose(bench);

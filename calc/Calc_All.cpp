@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "calc/KeptResults.h"
 #include "calc/LineBreaks.h"
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -11,6 +12,8 @@
 #include "store/RunStopped.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
+#include "worksheets/CalcMessages.h"
+#include "worksheets/Schedules.h"
 #include "worksheets/WholeForm.h"
 #include "worksheets/Worksheet.h"
 
@@ -44,23 +47,87 @@ void CalcWorksheet(const std::string& item) {
     if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item);
 }
 
-void CalcWorksheets(Recordset& worksheets) {
-    const auto count = static_cast<double>(worksheets.RecordCount());
-    for (double done = 0; !worksheets.Eof(); worksheets.MoveNext()) {
-        const std::string name = Text(worksheets["ItemName"]);
-        TheStatus().ShowCalcMsg(
-            fmt::format(" Calculating level {}: {}", Text(worksheets["Calc_Lvl"]), name));
-        TheStatus().ShowProgress(done / count);
-        RunStep(name, [&] { CalcWorksheet(Text(worksheets["Item"])); });
-        done += 1;
+/// A worksheet of the registry.
+struct Entry {
+    std::string Item;
+    std::string Level;
+    std::string Name;
+};
+
+/// Worksheets that are calculated together or not at all: the parts of a schedule that follow one
+/// another, since the third part moves amounts on the others.
+using Unit = std::vector<Entry>;
+
+bool BelongTogether(const Entry& one, const Entry& next) {
+    const Schedule* schedule = FindSchedule(one.Item);
+    return schedule != nullptr && schedule == FindSchedule(next.Item) && one.Level == next.Level;
+}
+
+std::vector<Unit> UnitsOf(Recordset& worksheets) {
+    std::vector<Unit> units;
+    for (; !worksheets.Eof(); worksheets.MoveNext()) {
+        Entry entry{Text(worksheets["Item"]), Text(worksheets["Calc_Lvl"]),
+                    Text(worksheets["ItemName"])};
+        if (units.empty() || !BelongTogether(units.back().back(), entry)) units.emplace_back();
+        units.back().push_back(std::move(entry));
+    }
+    return units;
+}
+
+/// How far a run is.
+struct Progress {
+    double Done = 0;
+    double All;
+};
+
+void CalcUnit(const Unit& unit, Progress& progress, TableWatch& watch) {
+    for (const Entry& entry : unit) {
+        TheStatus().ShowCalcMsg(fmt::format(" Calculating level {}: {}", entry.Level, entry.Name));
+        TheStatus().ShowProgress(progress.Done / progress.All);
+        RunStep(entry.Name, [&] { CalcWorksheet(entry.Item); });
+        progress.Done += 1;
+        // What the windows read meanwhile is no input.
+        const TableWatch::Rest rest(watch);
         TheStatus().DoEvents();
+    }
+}
+
+enum class Extent { All, Changed };
+
+void CalcWorksheets(KeptResults& kept, Recordset& worksheets, Extent extent) {
+    Progress progress{.All = static_cast<double>(worksheets.RecordCount())};
+    for (const Unit& unit : UnitsOf(worksheets)) {
+        const std::string& first = unit.front().Item;
+        if (extent == Extent::Changed && kept.Stands(first)) {
+            progress.Done += static_cast<double>(unit.size());
+            continue;
+        }
+        const std::int64_t told = CalculationMessages();
+        TableWatch watch(gDB);
+        CalcUnit(unit, progress, watch);
+        kept.Keep(first, watch, CalculationMessages() != told);
     }
     TheStatus().ShowProgress(1);
 }
 
-}  // namespace
+void RunAsAct(Recordset& worksheets, Extent extent) {
+    KeptResults& kept = KeptResults::OfOpenCrf();
+    const bool alone = !gDB.InBatch();
+    try {
+        RunAct("Calculate", [&] {
+            ClearLog("C");
+            kept.BeginRun(alone);
+            CalcWorksheets(kept, worksheets, extent);
+            kept.EndRun();
+        });
+        kept.AfterBatch();
+    } catch (...) {
+        kept.Forget();
+        throw;
+    }
+}
 
-void Calc_All() {
+void Run(Extent extent) {
     Recordset worksheets = gDB.OpenRecordset(
         "SELECT Item, Calc_Lvl, ItemName FROM Worksheets WHERE Calc_Lvl < 900 ORDER BY Calc_Lvl, "
         "ItemName;",
@@ -69,12 +136,15 @@ void Calc_All() {
         throw StoreError(StoreError::Kind::Other, "The Cost Report File has no worksheets.");
     }
     const CalculatingState state;
-    RunAct("Calculate", [&] {
-        ClearLog("C");
-        CalcWorksheets(worksheets);
-    });
+    RunAsAct(worksheets, extent);
     TheStatus().ShowCalcMsg(" Calculations completed.");
     TheWindows().RefreshOpenForms("");
 }
+
+}  // namespace
+
+void Calc_All() { Run(Extent::All); }
+
+void Calc_Changed() { Run(Extent::Changed); }
 
 }  // namespace zolmara

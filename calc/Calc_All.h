@@ -14,4 +14,10 @@ namespace zolmara {
 /// calculated. The menus, the status line and the log type are put right on every way out.
 void Calc_All();
 
+/// Leaves the CRF as Calc_All would, and says what it would say, without calculating the
+/// worksheets that would come out as they are: whose tables, and those that they take from, hold
+/// what they held when this session calculated them last. The first run of a session calculates
+/// all of them.
+void Calc_Changed();
+
 }  // namespace zolmara

@@ -110,6 +110,10 @@ std::vector<std::string> Catalog::Names() {
 
 void Catalog::Refresh() {
     TouchAll();
+    ReadAgain();
+}
+
+void Catalog::ReadAgain() {
     namesLoaded_ = false;
     names_.clear();
     byLower_.clear();

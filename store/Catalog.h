@@ -42,7 +42,9 @@ public:
     /// Null when there is no such table.
     TablePtr Find(std::string_view name);
     std::vector<std::string> Names();
-    /// Forgets all that was read.
+    /// Forgets all that was read of the tables' shapes.
+    void ReadAgain();
+    /// The same, and marks every table as written to.
     void Refresh();
     /// Forgets what was read of one table.
     void Forget(const std::string& name, Shape shape);

@@ -24,7 +24,10 @@ Database::Impl& Need(const std::shared_ptr<Database::Impl>& impl) {
 
 TablePtr NeedTable(Database::Impl& impl, std::string_view name) {
     impl.LookForChanges();
-    if (auto table = impl.Tables.Find(name)) return table;
+    if (auto table = impl.Tables.Find(name)) {
+        impl.Note(*table);
+        return table;
+    }
     throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
 }
 
@@ -66,7 +69,11 @@ Variant Database::Scalar(std::string_view sql, std::initializer_list<Variant> ar
     return rows.Eof() ? Variant() : rows.Value(0);
 }
 
-void Database::RefreshTableDefs() { Need(impl_).Tables.Refresh(); }
+void Database::RefreshTableDefs() {
+    auto& impl = Need(impl_);
+    impl.LookForChanges();
+    impl.Tables.ReadAgain();
+}
 
 std::vector<std::string> Database::TableNames() {
     auto& impl = Need(impl_);
@@ -77,7 +84,9 @@ std::vector<std::string> Database::TableNames() {
 bool Database::HasTable(std::string_view name) {
     auto& impl = Need(impl_);
     impl.LookForChanges();
-    return impl.Tables.Find(name) != nullptr;
+    const TablePtr table = impl.Tables.Find(name);
+    if (table) impl.Note(*table);
+    return table != nullptr;
 }
 
 const TableDef& Database::Table(std::string_view name) { return NeedTable(Need(impl_), name)->Def; }

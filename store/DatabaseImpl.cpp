@@ -105,6 +105,12 @@ Database::Impl::~Impl() {
 // --- Statements
 
 RequestPtr Database::Impl::Ask(std::string_view sql, bool snapshot) {
+    RequestPtr request = AskUnnoted(sql, snapshot);
+    for (const TablePtr& table : request->Statement->What.Tables) Note(*table);
+    return request;
+}
+
+RequestPtr Database::Impl::AskUnnoted(std::string_view sql, bool snapshot) {
     if (Closed) throw StoreError(StoreError::Kind::Other, "no Cost Report File is open");
     LookForChanges();
     const auto found = RequestsByText.find(sql);
@@ -134,6 +140,7 @@ PreparedPtr Database::Impl::Prepare(const sql::TokenList& tokens, std::string_vi
 
 RequestPtr Database::Impl::AskFind(std::string_view criteria, const TablePtr& table) {
     LookForChanges();
+    Note(*table);
     const auto text = fmt::format("F|{}|{}", table->Def.Name, criteria);
     if (const auto found = RequestsByText.find(text); found != RequestsByText.end())
         return found->second;

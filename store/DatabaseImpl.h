@@ -17,6 +17,7 @@
 #include "store/ChangeRecorder.h"
 #include "store/Dao.h"
 #include "store/Sqlite.h"
+#include "store/TableWatch.h"
 #include "store/files/OpenMark.h"
 #include "store/sql/SqlTranslator.h"
 
@@ -85,6 +86,10 @@ struct Database::Impl {
         if (BatchDepth == 0) Others.Look(*this);
     }
 
+    void Note(const TableInfo& table) const {
+        if (Watch) Watch->Note(table);
+    }
+
     // --- Statements
     RequestPtr Ask(std::string_view sql, bool snapshot);
     /// A condition on the rows of a table.
@@ -131,8 +136,11 @@ struct Database::Impl {
     std::optional<StoreError> BatchTrouble;  ///< the file's error that took the batch back
     std::int64_t Commits = 0;
     OtherPrograms Others;
+    TableWatch* Watch = nullptr;
+    std::shared_ptr<void> Attached;  ///< what AttachedTo keeps
 
 private:
+    RequestPtr AskUnnoted(std::string_view sql, bool snapshot);
     bool AnyNetChange();
     /// True where a write is to be a batch of its own, for the watch.
     bool NeedsBatch() const { return Listener && BatchDepth == 0; }

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <map>
 
-#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/CalcMessages.h"
 #include "worksheets/Rows.h"
 #include "worksheets/Schedules.h"
 
@@ -67,10 +67,9 @@ void Post(Postings& postings, const Source& source) {
         const Variant& line = entries[source.Entries.LineField];
         const double amount = NumOr(entries[source.Entries.AmountField]);
         if (postings.Add(line, source.Column, source.Entries.Sign * amount)) continue;
-        TheDialogs().MsgBox(
+        TellInCalculation(
             fmt::format("No A record found matching the {} record for Cost Center {}{}",
-                        source.Entries.Item, Text(line), source.MessageEnd),
-            kExclamation, std::string(kProductName));
+                        source.Entries.Item, Text(line), source.MessageEnd));
     }
 }
 

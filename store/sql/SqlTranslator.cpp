@@ -23,8 +23,11 @@ struct Work {
     Translation Result{};
 };
 
-TablePtr NeedTable(const Work& work, const std::string& name) {
-    if (auto table = work.Tables.Find(name)) return table;
+TablePtr NeedTable(Work& work, const std::string& name) {
+    if (auto table = work.Tables.Find(name)) {
+        work.Result.Tables.push_back(table);
+        return table;
+    }
     throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + name);
 }
 

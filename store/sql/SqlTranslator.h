@@ -23,9 +23,10 @@ struct Translation {
     Statement::Kind Kind = Statement::Kind::Select;
     std::string Sql;
     std::vector<Parameter> Parameters;
-    TablePtr Table;             ///< what an action writes to, what a dynaset shows
-    TableDef NewTable;          ///< of SELECT INTO
-    bool CopiesFields = false;  ///< SELECT INTO of fields, whose values were checked, and Nulls
+    TablePtr Table;                ///< what an action writes to, what a dynaset shows
+    std::vector<TablePtr> Tables;  ///< all that the statement names
+    TableDef NewTable;             ///< of SELECT INTO
+    bool CopiesFields = false;     ///< SELECT INTO of fields, whose values were checked, and Nulls
     std::vector<OutputColumn> Columns;
     /// A select whose rows are rows of one table: Sql gives their rowids.
     bool IsDynaset = false;

@@ -46,7 +46,7 @@ void ReportClose(frmMain&) { mnuReportClose(); }
 void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
 void ReportEditCheck(frmMain&) { mnuReportEditCheck(); }
 void ReportCalculate(frmMain&) {
-    mnuReportCalculate(Calc_All);
+    mnuReportCalculate(Calc_Changed);
     NoteCalculation(true);
 }
 void ReportPrintSelect(frmMain&) {

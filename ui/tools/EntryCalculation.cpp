@@ -56,7 +56,7 @@ void Calculate() {
     int boxes = 0;
     lastRun = ThePace().TimeOf([&] {
         const QuietHost quiet(boxes);
-        Calc_All();
+        Calc_Changed();
     });
     NoteCalculation(false);
     const int messages = boxes + LoggedMessages();

@@ -266,7 +266,7 @@ void frmWorksheet::OpenOther(const std::string& mode) {
 void frmWorksheet::Recalculate() {
     const Blocked blocked(this);
     if (!CommitGrid()) return;
-    Calc_All();
+    Calc_Changed();
     NoteCalculation(false);
     OpenWorksheet("view", Form().Item);
 }
