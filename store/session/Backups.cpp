@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "store/CopyRows.h"
 #include "store/Files.h"
+#include "store/PlainWords.h"
 #include "store/WholeCrf.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
@@ -144,7 +145,7 @@ void BackUpOpenedCrf() {
         TheDialogs().MsgBox(
             fmt::format("{} was opened, but no backup of it could be made.\r{}\rBackups are kept "
                         "in {}.",
-                        gCRFPath, error.what(), TheBackupRules().Folder),
+                        gCRFPath, PlainWords(error), TheBackupRules().Folder),
             kExclamation, "Backup");
     }
 }
