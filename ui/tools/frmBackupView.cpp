@@ -8,6 +8,7 @@
 
 #include "import/CompareCrfs.h"
 #include "store/CopyRows.h"
+#include "store/PlainWords.h"
 #include "ui/main/Buttons.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
@@ -58,7 +59,7 @@ void frmBackupView::ShowTable() {
         }
     } catch (const StoreError& error) {
         columns = {{"This table cannot be read"}};
-        rows = {{std::string(error.what())}};
+        rows = {{PlainWords(error)}};
     }
     model_->Set(std::move(columns), std::move(rows));
     grd_->resizeColumnsToContents();
