@@ -4,6 +4,7 @@
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
+#include "spreadsheet/CellsTemplate.h"
 #include "spreadsheet/WriteCells.h"
 #include "store/files/FileDoor.h"
 
@@ -14,12 +15,18 @@ namespace {
 constexpr std::array kArguments{
     kFileArgument,
     Argument{"OUT", ArgumentKind::Required, "The file to write: .txt, .csv or .xlsx"},
+    Argument{"--template", ArgumentKind::Flag,
+             "Write a workbook to fill instead: every cell that can be keyed, empty"},
     Argument{"--force", ArgumentKind::Flag, kForceHelp},
 };
 
 ExitStatus Cells(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
+    if (inputs.Has("--template")) {
+        WriteCellsTemplate(FullPath(inputs.Text("OUT")));
+        return kDone;
+    }
     Listing listing{{"item", "line", "column", "value", "reason"}, {}};
     for (const LeftCell& left : WriteCells(FullPath(inputs.Text("OUT"))))
         listing.Rows.push_back(

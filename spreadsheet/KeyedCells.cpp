@@ -134,6 +134,8 @@ private:
 
 }  // namespace
 
+std::vector<std::string> KeyedTables() { return {std::begin(kTables), std::end(kTables)}; }
+
 std::vector<LeftCell> WalkKeyedCells(const TakeKeyedCell& take) {
     Walker walker(take);
     for (const std::string_view table : kTables) walker.WalkTable(std::string(table));

@@ -27,6 +27,9 @@ struct LeftCell {
     std::string Reason;
 };
 
+/// The tables that have keyed cells, in the order of the import's loaders.
+std::vector<std::string> KeyedTables();
+
 using TakeKeyedCell = std::function<void(const KeyedCell&)>;
 
 /// Gives the cells in the order of the import's loaders, then of lines and columns. The others

@@ -41,7 +41,7 @@ const std::vector<HelpCase> kHelp{
     {{"summary"}, {"FILE"}, {}},
     {{"find"}, {"FILE", "TEXT"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
-    {{"cells"}, {"FILE", "OUT"}, {"--force"}},
+    {{"cells"}, {"FILE", "OUT"}, {"--template", "--force"}},
     {{"export"}, {"FILE", "OUT", "ITEM"}, {"--values", "--force"}},
     {{"import-crf"}, {"FILE", "SOURCE", "ITEM"}, {"--all", "--no-backup"}},
     {{"cc", "list"}, {"FILE"}, {}},
