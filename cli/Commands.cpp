@@ -14,6 +14,7 @@ std::span<const Command* const> AllCommands() {
                                           &kSet,
                                           &kExplain,
                                           &kTrace,
+                                          &kSheets,
                                           &kSummary,
                                           &kFind,
                                           &kImport,

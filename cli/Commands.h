@@ -15,6 +15,7 @@ extern const Command kGet;
 extern const Command kSet;
 extern const Command kExplain;
 extern const Command kTrace;
+extern const Command kSheets;
 extern const Command kSummary;
 extern const Command kFind;
 extern const Command kImport;

@@ -17,7 +17,14 @@ namespace zolmara::cli {
 
 namespace {
 
-constexpr std::array kArguments{kFileArgument};
+constexpr std::array kArguments{kFileArgument, Argument{"--components", ArgumentKind::Flag,
+                                                        "Also the ten components that bear most"}};
+constexpr std::size_t kMostComponents = 10;
+
+std::vector<ComponentCost> ComponentsFor(const Inputs& inputs) {
+    return inputs.Has("--components") ? LargestComponents(kMostComponents)
+                                      : std::vector<ComponentCost>();
+}
 
 /// How many findings of a level the last edit checks left; Null where none were made.
 Variant FindingsOf(std::string_view level) {
@@ -39,7 +46,8 @@ std::vector<State> StatesOf() {
             {"Signature", Signature()}};
 }
 
-void PrintJson(const std::vector<SummaryFigure>& figures) {
+void PrintJson(const std::vector<SummaryFigure>& figures,
+               const std::vector<ComponentCost>& components) {
     JsonDoc json = {{"figures", JsonDoc::array()}, {"state", JsonDoc::object()}};
     for (const SummaryFigure& figure : figures) {
         json["figures"].push_back({{"figure", figure.Name},
@@ -51,6 +59,12 @@ void PrintJson(const std::vector<SummaryFigure>& figures) {
     for (const State& state : StatesOf()) {
         json["state"][std::string(state.Name)] = JsonValue(state.Value);
     }
+    for (const ComponentCost& component : components) {
+        json["components"].push_back({{"name", component.Name},
+                                      {"item", component.Cell.Item},
+                                      {"line", JsonValue(component.Cell.Line)},
+                                      {"cost", component.Cost}});
+    }
     PutJson(json);
 }
 
@@ -59,7 +73,7 @@ ExitStatus Summary(const Inputs& inputs) {
     StoreCells cells;
     const std::vector<SummaryFigure> figures = SummaryFigures(cells);
     if (TheFormat() == OutputFormat::Json) {
-        PrintJson(figures);
+        PrintJson(figures, ComponentsFor(inputs));
         return kDone;
     }
     Listing listing{{"figure", "item", "line", "column", "value"}, {}};
@@ -69,6 +83,11 @@ ExitStatus Summary(const Inputs& inputs) {
         if (people && value.IsNumber()) value = Figure(value.Number());
         listing.Rows.push_back(
             {figure.Name, figure.Cell.Item, figure.Cell.Line, figure.Cell.Field, value});
+    }
+    for (const ComponentCost& component : ComponentsFor(inputs)) {
+        const Variant cost = people ? Variant(Figure(component.Cost)) : Variant(component.Cost);
+        listing.Rows.push_back(
+            {component.Name, component.Cell.Item, component.Cell.Line, component.Cell.Field, cost});
     }
     for (const State& state : StatesOf()) {
         Variant value = state.Value;

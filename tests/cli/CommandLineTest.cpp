@@ -10,7 +10,7 @@ using CommandLine = CliTest;
 
 const std::vector<std::string> kCommands{
     "new",     "info", "calc",   "check", "show",   "get",        "set",      "explain",   "trace",
-    "summary", "find", "import", "cells", "export", "import-crf", "cc",       "component", "line",
+    "sheets", "summary", "find", "import", "cells", "export", "import-crf", "cc",       "component", "line",
     "rebuild", "diff", "backup", "print", "ecr",    "header",     "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
@@ -38,7 +38,8 @@ const std::vector<HelpCase> kHelp{
     {{"set"}, {"FILE", "ITEM", "LINE", "COLUMN", "VALUE"}, {}},
     {{"explain"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {"--depth", "--uses"}},
     {{"trace"}, {"FILE", "ITEM", "LINE", "COLUMN"}, {}},
-    {{"summary"}, {"FILE"}, {}},
+    {{"sheets"}, {"FILE"}, {}},
+    {{"summary"}, {"FILE"}, {"--components"}},
     {{"find"}, {"FILE", "TEXT"}, {}},
     {{"import"}, {"FILE", "TEXTFILE"}, {}},
     {{"cells"}, {"FILE", "OUT"}, {"--template", "--force"}},

@@ -146,6 +146,17 @@ TEST_F(ExplainCommand, SummaryHasTheFiguresWithTheirCells) {
         << text;
 }
 
+TEST_F(ExplainCommand, SheetsListsEveryWorksheetWithItsState) {
+    const Json sheets = Run({"sheets", crf, "--format", "json"}).Json();
+    ASSERT_EQ(sheets.size(), 46u);
+    EXPECT_EQ(sheets[6]["item"], "A");
+    EXPECT_EQ(sheets[6]["state"], "calculated");
+    EXPECT_EQ(sheets.back(), (Json{{"item", "G1"},
+                                   {"name", "G-1"},
+                                   {"title", "Statement of revenue and expenses"},
+                                   {"state", "empty"}}));
+}
+
 TEST_F(ExplainCommand, FindingsShowTheFiguresThatAreHeldAgainstEachOther) {
     Do({"set", crf, "G", "1", "1", "500"});
     Do({"calc", crf});

@@ -187,6 +187,18 @@ TEST_F(OverviewTest, TheSummaryTellsWhoseItIsAndItsState) {
     EXPECT_EQ(Label("lblChecked"), Label("lblCalculated"));
 }
 
+TEST_F(OverviewTest, ACalculationThatChangesNothingIsToldToo) {
+    OpenSample();
+    const std::string path = gCRFPath;
+    DropCrf();
+    FollowNotes();
+    std::filesystem::remove_all(folder.File("data"));
+    Open(path);
+    ASSERT_TRUE(Told([this] { return HasNext("Not calculated in this session"); }));
+    Calculate();
+    EXPECT_TRUE(Told([this] { return !HasNext("Not calculated in this session"); }));
+}
+
 TEST_F(OverviewTest, WhatIsKeyedAfterwardsIsCounted) {
     OpenSample();
     auto* a = Sheet("edit", "A");

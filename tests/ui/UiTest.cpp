@@ -35,6 +35,8 @@ bool WaitFor(const std::function<bool()>& isSo) {
 }
 
 UiTest::UiTest() {
+    // What the program remembers of a statement goes into the test's own folder.
+    setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
     DropCrf();
     gDebug = false;
     gLogType.clear();

@@ -62,7 +62,9 @@ bool OpenFile(const std::string& path) {
     }
     if (CrfIsOpen() && CloseAllForms(false) != 0) return false;
     TheWindows().SetWelcomeVisible(false);
-    return OpenOrRepairCrf(path);
+    if (!OpenOrRepairCrf(path)) return false;
+    TheQtHost().Main()->ShowDone("Opened " + gCRFTitle);
+    return true;
 }
 
 void TakeFile(const std::string& path) {

@@ -162,9 +162,28 @@ void AskToCloseForms() {
 
 }  // namespace
 
+namespace {
+
+/// What a command says when it ended well and nothing else tells so; `before` is the file that was
+/// open ahead of it.
+std::string DoneText(std::string_view command, const std::string& before) {
+    const bool other = before != gCRFPath;
+    if (command == "mnuReportOpen" && other && CrfIsOpen()) return "Opened " + gCRFTitle;
+    if (command == "mnuReportSaveAs" && other) return "Saved as " + gCRFTitle;
+    if (command == "mnuReportCalculate") return "Calculated and checked";
+    if (command == "mnuReportClose" && other)
+        return "Closed " + std::filesystem::path(before).filename().string();
+    return {};
+}
+
+}  // namespace
+
 void RunCommand(frmMain& main, const std::string& name) {
+    const std::string before = gCRFPath;
+    main.ShowDone("");
     for (const Command& command : kCommands)
-        if (command.Name == name) return command.Run(main);
+        if (command.Name == name) command.Run(main);
+    main.ShowDone(DoneText(name, before));
 }
 
 void RunWorksheetEntry(const std::string& mode, const std::string& item,

@@ -69,6 +69,11 @@ void WatchStatement(QObject* watcher, std::function<void()> changed) {
     watchers.push_back({watcher, std::move(changed)});
 }
 
+void TellOfStatement() {
+    owed = true;
+    LookAtStatement();
+}
+
 void LookAtStatement() {
     owed = owed || Now() != seen;
     if (!owed) return;

@@ -13,6 +13,9 @@ namespace zolmara::ui {
 /// command at work is done.
 void WatchStatement(QObject* watcher, std::function<void()> changed);
 
+/// What is told of the statement is another, though the CRF may be as it was.
+void TellOfStatement();
+
 /// Looks whether there is something to tell. The main window asks after each command, a worksheet
 /// after each row that it has stored.
 void LookAtStatement();

@@ -191,7 +191,11 @@ void frmMain::MakeWindow() {
     prgCalc_->setAccessibleName("How far the step is");
     prgCalc_->setRange(0, 1000);
     prgCalc_->setFixedWidth(220);
+    lblDone_ = new QLabel;
+    lblDone_->setObjectName("lblDone");
+    lblDone_->setWordWrap(true);
     auto* progress = new QHBoxLayout;
+    progress->addWidget(lblDone_, 1);
     progress->addWidget(txtCalcMsg_, 1);
     progress->addWidget(prgCalc_);
     auto* head = new QHBoxLayout;
@@ -339,6 +343,7 @@ void frmMain::EnableMain(bool enabled) {
 
 void frmMain::ShowCalcMsg(const std::string& text) {
     txtCalcMsg_->setText(Q(text));
+    lblDone_->hide();
     txtCalcMsg_->show();
     prgCalc_->show();
     txtCalcMsg_->repaint();
@@ -349,7 +354,13 @@ void frmMain::HideCalcMsg() {
     txtCalcMsg_->hide();
     prgCalc_->hide();
     prgCalc_->setValue(0);
+    lblDone_->show();
     RefreshTools();
+}
+
+void frmMain::ShowDone(const std::string& text) {
+    lblDone_->setText(Q(text));
+    lblDone_->setAccessibleName(Q(text));
 }
 
 void frmMain::ShowProgress(double part) {

@@ -55,6 +55,8 @@ public:
     void ShowCalcMsg(const std::string& text);
     void HideCalcMsg();
     void ShowProgress(double part);
+    /// The line that says what ended well; it stays until the next command.
+    void ShowDone(const std::string& text);
     /// True while a long step holds the window: it takes no command then.
     bool InLongStep() const;
 
@@ -109,6 +111,7 @@ private:
     QLabel* lblHelp_ = nullptr;
     QLabel* lblCRFName_ = nullptr;
     QLabel* imgVelquist_ = nullptr;
+    QLabel* lblDone_ = nullptr;
     QLineEdit* txtCalcMsg_ = nullptr;
     QProgressBar* prgCalc_ = nullptr;
     QTimer* tmrMain_ = nullptr;

@@ -11,6 +11,7 @@
 #include "ui/main/Logo.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/Theme.h"
 #include "ui/main/frmMain.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
@@ -65,6 +66,7 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(zolmara::ui::LogoPixmap(64, 1)));
     using namespace zolmara;
     ui::QtHost host(Settings(Settings::UserFile()), FolderOfProgram());
+    ui::ApplySavedTheme();
     ui::frmMain main;
     if (!main.Load()) return 0;
     main.show();

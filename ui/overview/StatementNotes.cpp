@@ -10,7 +10,11 @@
 #include "core/Machine.h"
 #include "store/session/Session.h"
 #include "store/session/Settings.h"
+#include "store/session/Signature.h"
+#include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
+#include "ui/main/frmMain.h"
 
 namespace zolmara::ui {
 namespace {
@@ -18,7 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 StatementNotes notes;
-std::string path;           ///< of the CRF that they are of; empty without one
+std::string path;  ///< of the CRF that they are of; empty without one
+bool toldOfSignature = false;
 std::int64_t calculatedAt;  ///< the commits of this session when it was calculated
 
 std::string DataFolder() {
@@ -94,11 +99,28 @@ void NoteCalculation(bool checked) {
     const std::string now = NowText();
     notes = {.Calculated = now, .Checked = checked ? now : notes.Checked};
     calculatedAt = gDB.CommitCount();
+    TellOfStatement();
 }
+
+namespace {
+
+/// What was signed are the files that were built, and they stay as they are.
+void TellOfSignature() {
+    frmMain* const main = TheQtHost().Main();
+    if (toldOfSignature || !main || SignatureText().empty()) return;
+    toldOfSignature = true;
+    main->ShowDone(
+        "This statement is signed.  What is keyed now is not in the files that were signed: "
+        "calculate, and build them again.");
+}
+
+}  // namespace
 
 void NoteEntry() {
     FollowNotes();
     ++notes.Keyed;
+    TellOfStatement();
+    TellOfSignature();
 }
 
 void FollowNotes() {
@@ -108,6 +130,7 @@ void FollowNotes() {
     if (!path.empty()) Write();
     path = now;
     notes = {};
+    toldOfSignature = false;
     if (path.empty()) return;
     Read();
     calculatedAt = gDB.CommitCount();

@@ -207,7 +207,7 @@ void ExplainWindow::Refresh() {
 // --- Roads to it ---------------------------------------------------------------------------
 
 void ShowExplanation(const CellRef& cell, Direction direction) {
-    if (!shown) shown = new ExplainWindow;
+    if (!shown || shown->isHidden()) shown = new ExplainWindow;
     ShowForm(shown);
     shown->Show(cell, direction);
 }

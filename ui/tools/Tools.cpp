@@ -9,6 +9,8 @@
 #include "ui/tools/EntryCalculation.h"
 #include "ui/tools/ExplainWindow.h"
 #include "ui/tools/ExportTool.h"
+#include "ui/tools/SearchWindow.h"
+#include "ui/tools/SettingsWindow.h"
 #include "ui/tools/UndoRedo.h"
 #include "ui/tools/frmBackups.h"
 #include "ui/tools/frmCompare.h"
@@ -50,10 +52,16 @@ std::vector<Tool>& Tools() {
          .Caption = "Compare &With ...",
          .IsOn = CrfIsOpen,
          .Run = ShowComparison},
+        {.Name = "tlsFind",
+         .Caption = "&Search ...",
+         .Shortcut = "Ctrl+F",
+         .LineAhead = true,
+         .IsOn = CrfIsOpen,
+         .Run = ShowSearch,
+         .MainOnly = true},
         {.Name = "tlsExplain",
          .Caption = "E&xplain This Number",
          .Shortcut = "F3",
-         .LineAhead = true,
          .IsOn = HasCellToExplain,
          .Run = [] { ExplainCurrentCell(Direction::From); }},
         {.Name = "tlsUses",
@@ -67,7 +75,7 @@ std::vector<Tool>& Tools() {
          .IsOn = CrfIsOpen,
          .Run = OpenNextFinding},
         {.Name = "tlsRecent",
-         .Caption = "&Recent Files",
+         .Caption = "Recent &Files",
          .LineAhead = true,
          .IsOn = [] { return !RecentFiles().empty(); },
          .Choices = RecentChoices},
@@ -82,6 +90,7 @@ std::vector<Tool>& Tools() {
         {.Name = "tlsNewFromLastYear",
          .Caption = "New From &Last Year ...",
          .Run = ShowNewFromLastYear},
+        {.Name = "tlsSettings", .Caption = "Settin&gs ...", .LineAhead = true, .Run = ShowSettings},
     };
     return tools;
 }
