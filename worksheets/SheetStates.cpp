@@ -30,11 +30,10 @@ std::string IsFilled(const FieldDef& field) {
     return fmt::format("{}<>0", field.Name);
 }
 
-/// The lines that a calculation writes as a whole, as a condition; empty where there are none.
+/// The lines on which a calculation writes, as a condition; empty where there are none.
 std::string ComputedLinesOf(const Worksheet& sheet) {
     std::string lines;
     for (const ComputedLine& line : sheet.ComputedLines) {
-        if (!line.Field.empty()) continue;
         if (!lines.empty()) lines += " Or ";
         lines += fmt::format("({0}>={1} And {0}<{2})", sheet.Key, line.Line, line.Line + 1);
     }

@@ -9,9 +9,9 @@ namespace {
 using CommandLine = CliTest;
 
 const std::vector<std::string> kCommands{
-    "new",     "info", "calc",   "check", "show",   "get",        "set",      "explain",   "trace",
-    "sheets", "summary", "find", "import", "cells", "export", "import-crf", "cc",       "component", "line",
-    "rebuild", "diff", "backup", "print", "ecr",    "header",     "identity", "compact"};
+    "new",    "info",    "calc", "check",  "show",  "get",    "set",        "explain",  "trace",
+    "sheets", "summary", "find", "import", "cells", "export", "import-crf", "cc",       "component",
+    "line",   "rebuild", "diff", "backup", "print", "ecr",    "header",     "identity", "compact"};
 
 /// The first words of the lines between two heads of a help text.
 std::vector<std::string> WordsUnder(const std::string& help, const std::string& head) {

@@ -154,7 +154,8 @@ TEST_F(ExplainCommand, SheetsListsEveryWorksheetWithItsState) {
     EXPECT_EQ(sheets.back(), (Json{{"item", "G1"},
                                    {"name", "G-1"},
                                    {"title", "Statement of revenue and expenses"},
-                                   {"state", "empty"}}));
+                                   {"state", "calculated"}}))
+        << "line 2 comes from A";
 }
 
 TEST_F(ExplainCommand, FindingsShowTheFiguresThatAreHeldAgainstEachOther) {

@@ -7,7 +7,6 @@
 #include <QTreeView>
 
 #include "SheetTest.h"
-#include "print/SendPrtFile.h"
 #include "ui/main/Theme.h"
 #include "ui/tools/EntryCalculation.h"
 #include "ui/worksheets/WindowPlace.h"
@@ -18,7 +17,11 @@ namespace {
 class ToolWindowsTest : public SheetTest {
 protected:
     ToolWindowsTest() { Start(); }
-    ~ToolWindowsTest() override { SetTheme("desktop"); }
+    ~ToolWindowsTest() override {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName().startsWith("wnd")) delete window;
+        SetTheme("desktop");
+    }
     static QWidget* Window(const char* name) {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->objectName() == name && !window->isHidden()) return window;
@@ -107,17 +110,13 @@ TEST_F(ToolWindowsTest, SettingsAreTakenByOkAlone) {
     EXPECT_FALSE(EntryCalculation::IsOn());
     EXPECT_EQ(SavedZoom(), 1);
     Tool("tlsSettings");
-    const bool quality = HighQualityPrinting();
     Part<QCheckBox>("wndSettings", "chkEntry")->setChecked(true);
-    Part<QCheckBox>("wndSettings", "chkQuality")->setChecked(!quality);
     Part<QSpinBox>("wndSettings", "numZoom")->setValue(150);
     Part<QSpinBox>("wndSettings", "numLast")->setValue(7);
     Part<QLineEdit>("wndSettings", "txtCrfFolder")->setText(Q(folder.Path().string()));
     Part<QPushButton>("wndSettings", "cmdOK")->click();
     EXPECT_EQ(Window("wndSettings"), nullptr);
     EXPECT_TRUE(EntryCalculation::IsOn());
-    EXPECT_EQ(HighQualityPrinting(), !quality);
-    EXPECT_EQ(S(main->Menu("mnuReportUtilitiesHQ")->text()), HighQualityCaption());
     EXPECT_EQ(SavedZoom(), 1.5);
     EXPECT_EQ(host->GetSetting("Zolmara 287-22", "Backups", "Last", ""), "7");
     EXPECT_EQ(host->GetSetting("Zolmara 287-22", "Startup", "CRFLoc", ""), folder.Path().string());
