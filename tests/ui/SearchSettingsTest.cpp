@@ -136,11 +136,14 @@ TEST_F(ToolWindowsTest, TheThemeIsDarkOrLightAtOnceAndRemembered) {
     Tool("tlsSettings");
     Part<QComboBox>("wndSettings", "cboTheme")->setCurrentText("Dark");
     Part<QPushButton>("wndSettings", "cmdOK")->click();
-    EXPECT_LT(main->palette().color(QPalette::Window).lightness(), 128);
-    EXPECT_GT(main->palette().color(QPalette::WindowText).lightness(), 128);
+    const auto tone = [this](QPalette::ColorRole role) {
+        return main->palette().color(role).lightness();
+    };
+    EXPECT_TRUE(WaitFor([&] { return tone(QPalette::Window) < 128; }));
+    EXPECT_GT(tone(QPalette::WindowText), 128);
     EXPECT_EQ(SavedTheme(), "dark");
     SetTheme("light");
-    EXPECT_GT(main->palette().color(QPalette::Window).lightness(), 128);
+    EXPECT_TRUE(WaitFor([&] { return tone(QPalette::Window) > 128; }));
 }
 
 // --- In the flow ---------------------------------------------------------------------------
