@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QPointer>
 #include <QSpinBox>
 #include <QTreeView>
 
@@ -18,8 +19,11 @@ class ToolWindowsTest : public SheetTest {
 protected:
     ToolWindowsTest() { Start(); }
     ~ToolWindowsTest() override {
+        // One window takes those that belong to it along.
+        std::vector<QPointer<QWidget>> windows;
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->objectName().startsWith("wnd")) delete window;
+            if (window->objectName().startsWith("wnd")) windows.emplace_back(window);
+        for (const QPointer<QWidget>& window : windows) delete window.data();
         SetTheme("desktop");
     }
     static QWidget* Window(const char* name) {
