@@ -10,27 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "store/Dao.h"
+#include "store/base/TableDef.h"
 
 namespace zolmara {
-
-/// A table as the store has it. `Version` grows with every write to the table, so that a row
-/// read before is known to be old; it outlives a change of the table's shape.
-struct TableInfo {
-    TableDef Def;
-    std::shared_ptr<std::int64_t> Version;
-};
-using TablePtr = std::shared_ptr<TableInfo>;
-
-/// A name in double quotes, as a generated statement carries it.
-std::string Quoted(std::string_view name);
-
-/// The declaration of a field with its type and the check that keeps out what it cannot hold.
-std::string FieldDeclaration(const FieldDef& field);
-std::string CreateTableSql(const TableDef& table);
-/// A field by the type that a file declares for it. A type that the system does not declare
-/// counts as memo.
-FieldDef FieldOfType(std::string name, std::string_view declared);
 
 /// What happened to a table.
 enum class Shape { New, Changed, Gone };

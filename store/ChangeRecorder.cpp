@@ -5,7 +5,8 @@
 
 #include "store/Catalog.h"
 #include "store/PackedRow.h"
-#include "store/Sqlite.h"
+#include "store/base/Sqlite.h"
+#include "store/base/TableSql.h"
 
 namespace zolmara {
 namespace {

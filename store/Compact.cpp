@@ -2,8 +2,8 @@
 
 #include "store/Connection.h"
 #include "store/Files.h"
-#include "store/Sqlite.h"
 #include "store/WholeCrf.h"
+#include "store/base/Sqlite.h"
 #include "store/files/FileGuard.h"
 
 namespace zolmara {

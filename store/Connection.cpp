@@ -10,8 +10,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "store/PlainSchema.h"
-#include "store/Sqlite.h"
+#include "store/base/PlainSchema.h"
+#include "store/base/Sqlite.h"
+#include "store/sql/SqlFunctions.h"
 
 namespace zolmara {
 namespace {

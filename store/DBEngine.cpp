@@ -26,15 +26,6 @@ void DropFile(const std::string& path) {
     fs::remove(path + "-journal", ignored);
 }
 
-/// An opening by a caller who is not going to write, as long as the wish lives.
-bool wantsOnlyToRead = false;
-struct OnlyToRead {
-    OnlyToRead() { wantsOnlyToRead = true; }
-    ~OnlyToRead() { wantsOnlyToRead = false; }
-    OnlyToRead(const OnlyToRead&) = delete;
-    OnlyToRead& operator=(const OnlyToRead&) = delete;
-};
-
 }  // namespace
 
 Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
@@ -59,10 +50,10 @@ Database DBEngine::CreateDatabase(const std::string& path, std::string_view) {
     return database;
 }
 
-Database DBEngine::OpenDatabase(const std::string& path) {
+Database DBEngine::Open(const std::string& path, bool onlyToRead) {
     NeedRegularFile(path);
     NeedRoomForJournal(path);
-    const bool readOnly = wantsOnlyToRead || !MayWrite(path);
+    const bool readOnly = onlyToRead || !MayWrite(path);
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
@@ -77,9 +68,8 @@ Database DBEngine::OpenDatabase(const std::string& path) {
     return database;
 }
 
-Database OpenReadOnly(const std::string& path) {
-    const OnlyToRead wish;
-    return DBEngine::OpenDatabase(path);
-}
+Database DBEngine::OpenDatabase(const std::string& path) { return Open(path, false); }
+
+Database OpenReadOnly(const std::string& path) { return DBEngine::Open(path, true); }
 
 }  // namespace zolmara

@@ -9,72 +9,15 @@
 #include <initializer_list>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/Variant.h"
+#include "store/base/StoreError.h"
+#include "store/base/TableDef.h"
 
 namespace zolmara {
-
-/// Types of a field.
-enum class FieldType {
-    dbInteger,   ///< 16 bit whole number
-    dbCurrency,  ///< four exact decimals
-    dbDouble,
-    dbText,  ///< of a size in characters
-    dbMemo,  ///< text without a size
-    dbDate,
-};
-
-/// A failure that the store reports, in SQLite's words, with the statement's or file's name.
-class StoreError : public std::runtime_error {
-public:
-    enum class Kind {
-        Other,         ///< anything in a statement: no such table, a refused value, a duplicate key
-        NoSuchItem,    ///< a table or field that is not there (3265)
-        NotADatabase,  ///< the file is none of ours
-        Damaged,       ///< the file's structure is broken
-        CannotOpen,    ///< no such file, a folder, no permission
-        ReadOnly,      ///< a write to a file or folder that takes none
-        DiskFull,      ///< the disk, or the file's limit, has no room
-        Locked,        ///< another program holds the file
-    };
-    StoreError(Kind kind, const std::string& text) : std::runtime_error(text), kind_(kind) {}
-    Kind kind() const { return kind_; }
-    /// True where the file itself could not be read or written.
-    bool IsFileError() const { return kind_ != Kind::Other && kind_ != Kind::NoSuchItem; }
-
-private:
-    Kind kind_;
-};
-
-/// A field's description.
-struct FieldDef {
-    std::string Name;
-    FieldType Type = FieldType::dbDouble;
-    int Size = 0;  ///< characters, for dbText
-    bool AllowZeroLength = true;
-    bool Required = false;  ///< refuses Null
-};
-
-/// An index on a table.
-struct IndexDef {
-    std::string Name;
-    bool Unique = false;
-    std::vector<std::string> Fields;
-};
-
-/// A table's description, to be filled and appended, or as the store has it.
-struct TableDef {
-    std::string Name;
-    std::vector<FieldDef> Fields;
-    std::vector<IndexDef> Indexes;  ///< as read; made by CREATE INDEX statements
-
-    /// Position of a field by name, without regard to case; -1 when it is not there.
-    int FieldIndex(std::string_view name) const;
-};
 
 class Database;
 
@@ -242,6 +185,10 @@ public:
     /// Writes a compact copy of the closed source. The target appears whole or not at all; one
     /// that is there is replaced.
     static void CompactDatabase(const std::string& source, const std::string& target);
+
+private:
+    friend Database OpenReadOnly(const std::string& path);
+    static Database Open(const std::string& path, bool onlyToRead);
 };
 
 }  // namespace zolmara

@@ -5,14 +5,6 @@
 
 namespace zolmara {
 
-int TableDef::FieldIndex(std::string_view name) const {
-    // Names of fields are plain letters and digits: names of different size are different.
-    for (std::size_t i = 0; i < Fields.size(); ++i)
-        if (Fields[i].Name.size() == name.size() && SameText(Fields[i].Name, name))
-            return static_cast<int>(i);
-    return -1;
-}
-
 namespace {
 
 /// The connection behind a handle that must be open.

@@ -127,7 +127,8 @@ PreparedPtr Database::Impl::Prepare(const sql::TokenList& tokens, std::string_vi
         return found->second;
     auto statement = std::make_shared<Prepared>();
     auto& what = statement->What;
-    what = sql::Translate(sql::Parse(tokens, sql), Tables, tokens, snapshot);
+    const auto find = [this](const std::string& name) { return Tables.Find(name); };
+    what = sql::Translate(sql::Parse(tokens, sql), find, tokens, snapshot);
     using Kind = sql::Statement::Kind;
     if (what.Kind == Kind::SelectInto || what.Kind == Kind::CreateIndex ||
         what.Kind == Kind::DropTable)

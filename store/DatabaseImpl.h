@@ -16,8 +16,9 @@
 #include "store/Catalog.h"
 #include "store/ChangeRecorder.h"
 #include "store/Dao.h"
-#include "store/Sqlite.h"
 #include "store/TableWatch.h"
+#include "store/base/Sqlite.h"
+#include "store/base/TableSql.h"
 #include "store/files/OpenMark.h"
 #include "store/sql/SqlTranslator.h"
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "store/Connection.h"
-#include "store/Sqlite.h"
 #include "store/WholeCrf.h"
+#include "store/base/Sqlite.h"
 
 namespace zolmara {
 namespace {

@@ -11,13 +11,14 @@
 #include "core/Globals.h"
 #include "store/Connection.h"
 #include "store/Files.h"
-#include "store/PlainSchema.h"
 #include "store/PlainWords.h"
-#include "store/Sqlite.h"
+#include "store/base/PlainSchema.h"
+#include "store/base/Sqlite.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
 #include "store/files/OpenMark.h"
 #include "store/salvage/Salvage.h"
+#include "store/sql/SqlFunctions.h"
 
 namespace zolmara {
 namespace {

@@ -39,7 +39,7 @@
 #include "store/Connection.h"
 #include "store/Files.h"
 #include "store/PlainWords.h"
-#include "store/Sqlite.h"
+#include "store/base/Sqlite.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
 #include "store/files/OpenMark.h"

@@ -12,7 +12,7 @@
 #include <system_error>
 
 #include "core/Dialogs.h"
-#include "store/Files.h"
+#include "store/base/FileBasics.h"
 #include "store/files/FileGuard.h"
 #include "store/files/PutJournal.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
 #include "store/files/Scratch.h"
 
 namespace zolmara {

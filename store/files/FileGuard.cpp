@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "core/Globals.h"
-#include "store/Dao.h"
-#include "store/Files.h"
+#include "store/base/FileBasics.h"
+#include "store/base/StoreError.h"
 
 namespace fs = std::filesystem;
 

@@ -10,9 +10,9 @@
 #include <system_error>
 #include <utility>
 
-#include "store/Dao.h"
-#include "store/Files.h"
-#include "store/files/Holder.h"
+#include "store/base/FileBasics.h"
+#include "store/base/Holder.h"
+#include "store/base/StoreError.h"
 
 namespace zolmara {
 namespace {

@@ -12,7 +12,7 @@
 #include <sstream>
 #include <system_error>
 
-#include "store/Files.h"
+#include "store/base/FileBasics.h"
 #include "store/files/FileDoor.h"
 #include "store/files/FileGuard.h"
 #include "store/files/Scratch.h"

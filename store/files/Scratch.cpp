@@ -11,7 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "store/Files.h"
+#include "store/base/FileBasics.h"
 #include "store/files/FileGuard.h"
 #include "store/files/PutJournal.h"
 

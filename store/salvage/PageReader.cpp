@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
 
 namespace zolmara::salvage {
 namespace {

@@ -30,8 +30,8 @@
 #include <map>
 #include <set>
 
-#include "store/Dao.h"
-#include "store/PlainSchema.h"
+#include "store/base/PlainSchema.h"
+#include "store/base/StoreError.h"
 #include "store/salvage/PageMend.h"
 #include "store/salvage/PageReader.h"
 #include "store/salvage/SalvageLoose.h"

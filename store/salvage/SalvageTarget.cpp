@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "store/Catalog.h"
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
+#include "store/base/TableSql.h"
 
 namespace zolmara::salvage {
 namespace {

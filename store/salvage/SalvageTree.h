@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "store/Dao.h"
+#include "store/base/TableDef.h"
 #include "store/salvage/PageReader.h"
 #include "store/salvage/RecordReader.h"
 

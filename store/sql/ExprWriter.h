@@ -12,7 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "store/Catalog.h"
+#include "store/base/StoreError.h"
+#include "store/base/TableSql.h"
 #include "store/sql/Parameter.h"
 #include "store/sql/SqlParser.h"
 

@@ -1,10 +1,14 @@
 // The functions of the dialect that SQLite lacks or means otherwise.
 
+#include "store/sql/SqlFunctions.h"
+
+#include <sqlite3.h>
+
 #include <cmath>
 #include <string>
 
 #include "core/Globals.h"
-#include "store/Sqlite.h"
+#include "store/base/Sqlite.h"
 
 namespace zolmara {
 namespace {

@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "core/Globals.h"
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
 
 namespace zolmara::sql {
 namespace {

@@ -3,7 +3,7 @@
 #include <cctype>
 
 #include "core/Globals.h"
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
 
 namespace zolmara::sql {
 namespace {

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
+#include "store/base/StoreError.h"
 #include "store/sql/ExprWriter.h"
 #include "store/sql/SelectWriter.h"
 
@@ -17,14 +18,14 @@ namespace {
 /// A statement on its way: what it is made of, and what has become of it.
 struct Work {
     const Statement& From;
-    Catalog& Tables;
+    const FindTable& Find;
     ExprWriter Expressions;
     bool Snapshot;
     Translation Result{};
 };
 
 TablePtr NeedTable(Work& work, const std::string& name) {
-    if (auto table = work.Tables.Find(name)) {
+    if (auto table = work.Find(name)) {
         work.Result.Tables.push_back(table);
         return table;
     }
@@ -227,9 +228,9 @@ constexpr KindRule kKinds[] = {
 
 }  // namespace
 
-Translation Translate(const Statement& statement, Catalog& catalog, const TokenList& tokens,
+Translation Translate(const Statement& statement, const FindTable& find, const TokenList& tokens,
                       bool snapshot) {
-    Work work{statement, catalog, ExprWriter(tokens), snapshot};
+    Work work{statement, find, ExprWriter(tokens), snapshot};
     work.Result.Kind = statement.kind;
     for (const auto& rule : kKinds)
         if (rule.Kind == statement.kind) rule.Translate(work);

@@ -2,11 +2,12 @@
 
 // Turns a statement of the dialect into the SQLite statement of the same meaning.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "store/Catalog.h"
+#include "store/base/TableSql.h"
 #include "store/sql/Parameter.h"
 #include "store/sql/SqlParser.h"
 
@@ -34,9 +35,12 @@ struct Translation {
     std::vector<std::string> RequiredFields;
 };
 
+/// The table of a name; null when there is none.
+using FindTable = std::function<TablePtr(const std::string& name)>;
+
 /// Translates a parsed statement against the tables as they are. StoreError for a table, field or
 /// function that is not there. With `snapshot`, a select is never a dynaset.
-Translation Translate(const Statement& statement, Catalog& catalog, const TokenList& tokens,
+Translation Translate(const Statement& statement, const FindTable& find, const TokenList& tokens,
                       bool snapshot = false);
 
 /// The rowids of a table's rows for which a condition holds.

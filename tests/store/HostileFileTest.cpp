@@ -11,7 +11,7 @@
 #include "ecr/FileNames.h"
 #include "print/Report.h"
 #include "store/FilledCrf.h"
-#include "store/PlainSchema.h"
+#include "store/base/PlainSchema.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {

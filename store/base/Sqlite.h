@@ -8,7 +8,8 @@
 #include <string_view>
 
 #include "core/Variant.h"
-#include "store/Dao.h"
+#include "store/base/StoreError.h"
+#include "store/base/TableDef.h"
 
 namespace zolmara {
 
@@ -54,9 +55,5 @@ private:
     sqlite3* handle_ = nullptr;
     sqlite3_stmt* statement_ = nullptr;
 };
-
-/// Gives a connection the functions, aggregates and the text order that translated statements
-/// rely on.
-void RegisterSqlFunctions(sqlite3* handle);
 
 }  // namespace zolmara

@@ -1,4 +1,4 @@
-#include "store/PlainSchema.h"
+#include "store/base/PlainSchema.h"
 
 #include <fmt/format.h>
 #include <sqlite3.h>
@@ -10,9 +10,9 @@
 #include <set>
 
 #include "core/Globals.h"
-#include "store/Catalog.h"
-#include "store/SchemaTokens.h"
-#include "store/Sqlite.h"
+#include "store/base/SchemaTokens.h"
+#include "store/base/Sqlite.h"
+#include "store/base/TableSql.h"
 
 namespace zolmara {
 namespace {

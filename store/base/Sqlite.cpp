@@ -1,7 +1,7 @@
-#include "store/Sqlite.h"
+#include "store/base/Sqlite.h"
 
 #include "core/Globals.h"
-#include "store/files/Holder.h"
+#include "store/base/Holder.h"
 
 namespace zolmara {
 namespace {

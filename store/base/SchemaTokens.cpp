@@ -1,4 +1,4 @@
-#include "store/SchemaTokens.h"
+#include "store/base/SchemaTokens.h"
 
 #include <optional>
 

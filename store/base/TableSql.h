@@ -1,0 +1,22 @@
+#pragma once
+
+// Tables and fields as a file declares them.
+
+#include <string>
+#include <string_view>
+
+#include "store/base/TableDef.h"
+
+namespace zolmara {
+
+/// A name in double quotes, as a generated statement carries it.
+std::string Quoted(std::string_view name);
+
+/// The declaration of a field with its type and the check that keeps out what it cannot hold.
+std::string FieldDeclaration(const FieldDef& field);
+std::string CreateTableSql(const TableDef& table);
+/// A field by the type that a file declares for it. A type that the system does not declare
+/// counts as memo.
+FieldDef FieldOfType(std::string name, std::string_view declared);
+
+}  // namespace zolmara
