@@ -7,7 +7,7 @@
 
 namespace zolmara {
 
-/// The number of a part, 1 to 3, as the form prints it.
+/// The number of a part, 1 to 9, as the form prints it.
 std::string_view RomanNumeral(int part);
 
 /// The form's name of a worksheet from its Item: "C1p2" is "C-1 Part II", "A81p1" "A-8-1 Part I".

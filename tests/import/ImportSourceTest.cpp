@@ -141,8 +141,8 @@ TEST_F(ImportSourceTest, AFileThatAnotherProgramHoldsIsToldAsHeld) {
     ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
     host.Forget();
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Unreadable);
-    EXPECT_EQ(host.Texts()[0],
-              NotValid("LastYear.CRF") + "\r\n" + source_ + ": another program is using the file");
+    EXPECT_EQ(host.Texts()[0], NotValid("LastYear.CRF") + "\r\n" + source_ +
+                                   ": another program is using the file; nothing was written");
     sqlite3_close(other);
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Open);
 }

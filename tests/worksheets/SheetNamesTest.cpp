@@ -19,6 +19,15 @@ TEST(PrintedName, IsTheFormsNameOfAPart) {
     EXPECT_EQ(PrintedName("Sp1"), "S Part I");
 }
 
+TEST(PrintedName, OfWhatIsNoWorksheetOfThisFormIsNoTrouble) {
+    EXPECT_EQ(PrintedName("S3p4"), "S-3 Part IV");
+    EXPECT_EQ(PrintedName("S3p/"), "S3p/");
+    EXPECT_EQ(PrintedName("Bp~"), "Bp~");
+    EXPECT_EQ(PrintedName("Bp0"), "Bp0");
+    EXPECT_EQ(PrintedName("p"), "p");
+    EXPECT_EQ(PrintedName(""), "");
+}
+
 TEST(PrintedName, IsTheNameItselfOfATableThatIsNoWorksheet) {
     EXPECT_EQ(PrintedName("CostCenters"), "CostCenters");
     EXPECT_EQ(PrintedName("ES"), "ES");
