@@ -25,7 +25,7 @@ namespace {
 // --- In the process of its own ---------------------------------------------------------------
 
 /// The address space that is in use, in bytes.
-std::uint64_t UsedMemory() {
+[[maybe_unused]] std::uint64_t UsedMemory() {
     std::uint64_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
