@@ -37,13 +37,14 @@ void Limit(int resource, std::uint64_t amount) {
 }
 
 void SetLimits(const SheetLimits& limits) {
-#if !defined(__SANITIZE_ADDRESS__)  // which takes all addresses at its start
+    // The sanitizers take all addresses at their start, and look at an object through a pipe.
+#if !defined(__SANITIZE_ADDRESS__)
     Limit(RLIMIT_AS, UsedMemory() + limits.MemoryBytes);
+    Limit(RLIMIT_NOFILE, 0);
 #endif
     Limit(RLIMIT_CPU, limits.CpuSeconds);
     Limit(RLIMIT_CORE, 0);
     Limit(RLIMIT_FSIZE, 0);
-    Limit(RLIMIT_NOFILE, 0);
 }
 
 /// Closes everything but the two: an open CRF is not this process's business.
