@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "core/Globals.h"
+#include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
 #include "store/session/Signature.h"
 
@@ -24,7 +25,16 @@ std::string FullPath(const std::string& path) {
 
 bool OpenFile(const Inputs& inputs) {
     if (inputs.Text("FILE").empty()) throw CommandLineError{"FILE must not be empty"};
-    return OpenCrf(FullPath(inputs.Text("FILE")));
+    const auto path = FullPath(inputs.Text("FILE"));
+    try {
+        return OpenCrf(path);
+    } catch (const StoreError& error) {
+        if (!IsOfADamagedCrf(error, path)) throw;
+        throw StoreError(StoreError::Kind::Damaged,
+                         fmt::format("{}: the file is damaged and cannot be opened; the command "
+                                     "compact repairs it",
+                                     path));
+    }
 }
 
 std::string TableNamed(const std::string& item) {

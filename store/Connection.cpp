@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -19,6 +21,18 @@ namespace {
 
 constexpr int kApplicationId = 0x5A4D4C52;
 constexpr int kUserVersion = 1;
+constexpr const char* kDamagedHead = "its first page is damaged";
+
+/// A number of the file's head, and the most that it is in any CRF.
+struct HeadNumber {
+    std::size_t At;
+    std::uint8_t Most;
+};
+constexpr std::array<HeadNumber, 4> kHeadNumbers{{{18, 2},    // version for those who write
+                                                  {19, 2},    // and for those who read
+                                                  {20, 0},    // bytes kept free on each page
+                                                  {47, 4}}};  // how tables are laid down
+constexpr std::size_t kHeadSize = 48;
 
 }  // namespace
 
@@ -92,14 +106,37 @@ std::optional<std::string> MarkObjection(sqlite3* handle, const std::string& pat
     constexpr std::int64_t kMostVersions = 100;
     if (version > kUserVersion && version < kMostVersions)
         return "was made by a later version of the program";
-    return version < 0 || version >= kMostVersions ? std::optional("its first page is damaged")
-                                                   : std::nullopt;
+    return version < 0 || version >= kMostVersions ? std::optional(kDamagedHead) : std::nullopt;
+}
+
+std::optional<std::string> HeadObjection(sqlite3* handle) {
+    // Through the connection's own file: the closing of another descriptor would drop its locks.
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    std::array<std::uint8_t, kHeadSize> head{};
+    if (!file || !file->pMethods ||
+        file->pMethods->xRead(file, head.data(), kHeadSize, 0) != SQLITE_OK)
+        return std::nullopt;
+    const bool sound = std::ranges::all_of(
+        kHeadNumbers, [&](const HeadNumber& number) { return head[number.At] <= number.Most; });
+    return sound ? std::nullopt : std::optional(kDamagedHead);
+}
+
+void NeedReadableList(sqlite3* handle, const std::string& path) {
+    try {
+        SqliteStatement schema(handle, "SELECT count(*) FROM sqlite_schema");
+        schema.Step(path);
+    } catch (const StoreError& error) {
+        // SQLite does not blame the file for a way of laying down tables that it does not know.
+        if (!error.IsFileError() && HeadObjection(handle))
+            Fail(StoreError::Kind::NotADatabase, path, "is not a Cost Report File");
+        throw;
+    }
 }
 
 void NeedCostReportFile(sqlite3* handle, const std::string& path) {
     try {
-        SqliteStatement schema(handle, "SELECT count(*) FROM sqlite_schema");
-        schema.Step(path);
+        NeedReadableList(handle, path);
     } catch (const StoreError& error) {
         if (error.kind() == StoreError::Kind::NotADatabase)
             Fail(error.kind(), path, "is not a Cost Report File");
@@ -111,6 +148,8 @@ void NeedCostReportFile(sqlite3* handle, const std::string& path) {
     }
     if (const auto objection = MarkObjection(handle, path))
         Fail(StoreError::Kind::NotADatabase, path, *objection);
+    if (const auto objection = HeadObjection(handle))
+        Fail(StoreError::Kind::Damaged, path, *objection);
     NeedPlainSchema(handle, path);
 }
 

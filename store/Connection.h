@@ -35,6 +35,12 @@ void NeedCostReportFile(sqlite3* handle, const std::string& path);
 /// What the marks of a file have against its being a CRF of this version; nothing when nothing.
 std::optional<std::string> MarkObjection(sqlite3* handle, const std::string& path);
 
+/// Raises a StoreError of the file where its list of tables and indexes cannot be read.
+void NeedReadableList(sqlite3* handle, const std::string& path);
+/// What is wrong with the numbers in the file's head that say how its pages are to be read and
+/// written; nothing when nothing.
+std::optional<std::string> HeadObjection(sqlite3* handle);
+
 /// The value of a pragma that gives one whole number; 0 without a row.
 std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string& path);
 

@@ -28,9 +28,16 @@ namespace fs = std::filesystem;
 /// Tables that no CRF is without: a file that still tells of them was one.
 const std::vector<std::string> kOwnTables{"Master", "Worksheets"};
 
-/// What is wrong with the file's pages, tables and marks.
+/// A file that is damaged so that nobody can open it need not tell of both.
+bool TellsOfACrf(const std::string& path) {
+    return std::ranges::any_of(kOwnTables,
+                               [&](const std::string& name) { return HoldsTables(path, {name}); });
+}
+
+/// What is wrong with the file's pages, tables, marks and head.
 struct Condition {
     std::optional<std::string> Mark;
+    std::optional<std::string> Head;
     std::optional<SchemaObjection> Schema;
     std::vector<std::string> Pages;
 };
@@ -38,8 +45,11 @@ struct Condition {
 Condition Look(const std::string& path) {
     Connection connection;
     Connect(connection, path, SQLITE_OPEN_READWRITE);
-    Condition condition{
-        MarkObjection(connection.Handle, path), FindSchemaObjection(connection.Handle, path), {}};
+    NeedReadableList(connection.Handle, path);
+    Condition condition{MarkObjection(connection.Handle, path),
+                        HeadObjection(connection.Handle),
+                        FindSchemaObjection(connection.Handle, path),
+                        {}};
     // The check runs what the tables declare.
     if (condition.Schema) return condition;
     SqliteStatement check(connection.Handle, "PRAGMA integrity_check(100)");
@@ -58,6 +68,7 @@ std::vector<std::string> Findings(const std::string& path) {
         Fail(StoreError::Kind::CannotOpen, path, "is not a Cost Report File");
     auto findings = std::move(condition.Pages);
     if (condition.Mark) findings.push_back(*condition.Mark);
+    if (condition.Head) findings.push_back(*condition.Head);
     if (condition.Schema) findings.push_back(condition.Schema->What);
     return findings;
 }
@@ -72,6 +83,8 @@ std::vector<std::string> FindDamage(const std::string& path, const RepairHelp& h
     } catch (const StoreError& error) {
         const auto kind = error.kind();
         if (kind != StoreError::Kind::Damaged && kind != StoreError::Kind::NotADatabase) throw;
+        if (!TellsOfACrf(path))
+            Fail(StoreError::Kind::NotADatabase, path, "is not a Cost Report File");
         return {PlainWords(error)};
     }
 }
@@ -104,17 +117,73 @@ bool AddMissing(const std::string& path, const RepairHelp& help, Definitions& de
 struct Rescue {
     SalvageResult Result;
     Definitions Made;
+    Definitions Indexed;  // tables that are there, with the indexes that they should have
 };
+
+/// The tables of a file that have no index. A worksheet has one; of other tables it costs little
+/// to ask.
+std::vector<std::string> WithoutIndex(const std::string& path) {
+    Connection connection;
+    Connect(connection, path, SQLITE_OPEN_READONLY);
+    SqliteStatement select(connection.Handle,
+                           "SELECT name FROM sqlite_schema WHERE type='table' AND name NOT IN "
+                           "(SELECT tbl_name FROM sqlite_schema WHERE type='index')");
+    std::vector<std::string> names;
+    while (select.Step(path)) names.push_back(select.Text(0));
+    return names;
+}
+
+void DropTables(const std::string& path, const std::vector<std::string>& names) {
+    Connection connection;
+    Connect(connection, path, SQLITE_OPEN_READWRITE);
+    for (const auto& name : names)
+        SqliteRun(connection.Handle, fmt::format("DROP TABLE \"{}\"", Replace(name, "\"", "\"\"")),
+                  path);
+}
+
+/// How tables of a file are made, as a draft tells in which they are made anew.
+Definitions MadeIn(const std::string& draft, const std::string& fresh,
+                   const std::vector<std::string>& names, const RepairHelp& help) {
+    DeleteFile(draft);
+    CopyWholeFile(fresh, draft);
+    DropTables(draft, names);
+    Definitions made;
+    // Tables that others take their fields from are made first, alone.
+    constexpr int kMostRounds = 4;
+    for (int round = 0; round < kMostRounds && AddMissing(draft, help, made);) ++round;
+    return made;
+}
+
+/// Learns how the tables that have lost their index are made. False when there is nothing new.
+bool AddIndexes(const std::string& fresh, const std::string& draft, const RepairHelp& help,
+                Definitions& indexed) {
+    if (!help.MakeMissing) return false;
+    auto bare = WithoutIndex(fresh);
+    std::erase_if(bare, [&](const std::string& name) { return indexed.contains(name); });
+    if (bare.empty()) return false;
+    const Definitions made = MadeIn(draft, fresh, bare, help);
+    bool any = false;
+    for (const auto& name : bare) {
+        auto& statements = indexed[name];
+        if (const auto found = made.find(name); found != made.end()) statements = found->second;
+        any |= statements.size() > 1;
+    }
+    return any;
+}
 
 /// A table that is made anew may take its fields from one that was lost with it, so the rescue is
 /// done again with each answer.
-Rescue RescueInto(const std::string& fresh, const std::string& path, const RepairHelp& help) {
-    constexpr int kMostRounds = 4;
+Rescue RescueInto(const ScratchFolder& aside, const std::string& fresh, const std::string& path,
+                  const RepairHelp& help) {
+    constexpr int kMostRounds = 5;
     Rescue rescue;
     for (int round = 0; round < kMostRounds; ++round) {
         DeleteFile(fresh);
-        rescue.Result = SalvageDatabase(path, fresh, RegisterSqlFunctions, rescue.Made);
-        if (!AddMissing(fresh, help, rescue.Made)) break;
+        rescue.Result =
+            SalvageDatabase(path, fresh, RegisterSqlFunctions, rescue.Made, rescue.Indexed);
+        if (!AddMissing(fresh, help, rescue.Made) &&
+            !AddIndexes(fresh, aside.File("draft.CRF"), help, rescue.Indexed))
+            break;
     }
     return rescue;
 }
@@ -184,7 +253,7 @@ FileRepair Renew(const std::string& file, const RepairHelp& help) {
     // by an empty one looks like that too, and the indexes are what still tells of the loss.
     const ScratchFolder aside(file);
     const std::string fresh = aside.File("repaired.CRF");
-    auto rescue = RescueInto(fresh, file, help);
+    auto rescue = RescueInto(aside, fresh, file, help);
     FileRepair repair{true, std::move(rescue.Result.Losses), rescue.Result.RowsKept, {}};
     if (help.Complete)
         for (auto& sentence : help.Complete(fresh, NamesOf(rescue.Made)))
@@ -221,7 +290,7 @@ RepairReport DBEngine::RepairDatabase(const std::string& path) {
 bool CanBeRepaired(const std::string& path) {
     try {
         NeedRegularFile(path);
-        return HoldsTables(path, {"Worksheets"}) || HoldsTables(path, {"Master"});
+        return TellsOfACrf(path);
     } catch (const StoreError&) {
         return false;
     }

@@ -57,6 +57,7 @@ struct Definition {
 
 struct Repair {
     const zolmara::Definitions& Made;
+    const zolmara::Definitions& Indexed;
     PageFile File{};
     PageSet Claimed{};
     TableRows Schema{};
@@ -249,6 +250,11 @@ void CreateMadeIndexes(Repair& repair, Target& target) {
     }
 }
 
+bool MakesIndexes(const zolmara::Definitions& definitions, const std::string& table) {
+    const auto found = definitions.find(table);
+    return found != definitions.end() && found->second.size() > 1;
+}
+
 void CreateIndexes(Repair& repair, Target& target) {
     std::set<std::string> lost;
     for (const auto& definition : repair.Definitions) {
@@ -259,7 +265,9 @@ void CreateIndexes(Repair& repair, Target& target) {
             continue;
         }
         const bool own = definition.Sql.empty() || CreateIndex(target, definition, table->Shape);
-        if (!own && repair.Made.contains(definition.Table)) continue;
+        if (!own && (repair.Made.contains(definition.Table) ||
+                     MakesIndexes(repair.Indexed, definition.Table)))
+            continue;
         if (!own) {
             Lose(repair, TitleOf(table->Shape) + ": its index " + definition.Name +
                              " could not be made again.");
@@ -479,6 +487,41 @@ void InsertRows(Repair& repair, Target& target, const TableRows& table) {
     }
 }
 
+// The lines that stand more than once in a table.
+std::vector<std::string> RepeatedLines(const TableRows& table) {
+    std::map<double, int> times;
+    if (table.Shape.HasLineNum) {
+        for (const auto& row : table.Rows) ++times[row.LineNum];
+    }
+    std::vector<std::string> lines;
+    for (const auto& [line, count] : times) {
+        if (count > 1) lines.push_back("line " + LineText(line));
+    }
+    return lines;
+}
+
+std::string LostIndexText(Target& target, const TableRows& table, const std::string& sql) {
+    const auto index = ReadIndexText(sql);
+    if (!index) return "";
+    const std::string its = TitleOf(table.Shape) + ": its index " + index->Name;
+    if (CreateIndex(target, {false, index->Name, table.Shape.Name, 0, sql}, table.Shape)) {
+        return its + " was lost and made anew.";
+    }
+    const auto lines = RepeatedLines(table);
+    const std::string why = lines.empty() ? "" : ": " + Listed(lines) + " stands more than once";
+    return its + " was lost and could not be made anew" + why + ". The rows were kept.";
+}
+
+// The rows are there already, so that none is left out because its key stands twice.
+void CreateLostIndexes(Repair& repair, Target& target) {
+    for (const auto& table : repair.Tables) {
+        if (!MakesIndexes(repair.Indexed, table.Shape.Name)) continue;
+        const auto& statements = repair.Indexed.at(table.Shape.Name);
+        for (std::size_t i = 1; i < statements.size(); ++i)
+            Lose(repair, LostIndexText(target, table, statements[i]));
+    }
+}
+
 void ReportTable(Repair& repair, Target& target, const TableRows& table) {
     for (auto& sentence : MissingRows(table)) Lose(repair, std::move(sentence));
     InsertRows(repair, target, table);
@@ -490,7 +533,7 @@ void ReportTable(Repair& repair, Target& target, const TableRows& table) {
 bool HoldsTables(const std::string& path, const std::vector<std::string>& names) {
     using namespace salvage;
     const Definitions none;
-    Repair repair{none};
+    Repair repair{none, none};
     ReadFile(repair, path);
     const auto found = TableNames(repair);
     return std::all_of(names.begin(), names.end(), [&](const std::string& name) {
@@ -499,10 +542,10 @@ bool HoldsTables(const std::string& path, const std::vector<std::string>& names)
 }
 
 SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
-                              const std::function<void(sqlite3*)>& prepare,
-                              const Definitions& made) {
+                              const std::function<void(sqlite3*)>& prepare, const Definitions& made,
+                              const Definitions& indexed) {
     using namespace salvage;
-    Repair repair{made};
+    Repair repair{made, indexed};
     ReadFile(repair, source);
     const std::vector<std::string> names = TableNames(repair);
     if (names.empty()) {
@@ -519,6 +562,7 @@ SalvageResult SalvageDatabase(const std::string& source, const std::string& targ
     repair.Leftovers = TakeLoosePages(repair.File, repair.Tables, repair.Claimed, needsWitness);
     ReportLostTables(repair);
     for (const auto& table : repair.Tables) ReportTable(repair, file, table);
+    CreateLostIndexes(repair, file);
     for (auto& text : TwinTexts(repair.File, repair.Tables)) Lose(repair, std::move(text));
     for (const auto& left : repair.Leftovers) Lose(repair, LeftoverText(left));
     file.Finish();

@@ -29,7 +29,9 @@ bool HoldsTables(const std::string& path, const std::vector<std::string>& names)
 /// Reads the damaged file's pages directly and writes what can be read into a new database file
 /// at `target`, which must not exist. The source is not changed. `prepare` is called with the
 /// new file's connection before anything is written, to give it the text orders that indexes
-/// rely on. `made` gives the statements of tables whose own definition cannot be read.
+/// rely on. `made` gives the statements of tables whose own definition cannot be read, `indexed`
+/// those of tables of which an index's cannot: such an index is made when the rows are there, and
+/// where they do not suit it, it is left out and the rows stay.
 ///
 /// A cell that its field cannot hold becomes Null and is named among the losses.
 ///
@@ -38,6 +40,6 @@ bool HoldsTables(const std::string& path, const std::vector<std::string>& names)
 /// no target is left then.
 SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
                               const std::function<void(sqlite3*)>& prepare = {},
-                              const Definitions& made = {});
+                              const Definitions& made = {}, const Definitions& indexed = {});
 
 }  // namespace zolmara

@@ -188,11 +188,15 @@ void ShowRepairReport(const std::string& path, const CrfRepair& repair) {
         TheDialogs().MsgBox(RepairText(path, repair), kExclamation, "Repair Report");
 }
 
+bool IsOfADamagedCrf(const StoreError& error, const std::string& path) {
+    return IsDamage(error.kind()) && CanBeRepaired(path);
+}
+
 bool OpenOrRepairCrf(const std::string& path) {
     try {
         return OpenCrf(path);
     } catch (const StoreError& error) {
-        if (!IsDamage(error.kind()) || !CanBeRepaired(path)) throw;
+        if (!IsOfADamagedCrf(error, path)) throw;
     }
     if (!WantsRepair(path)) return false;
     ShowRepairReport(path, RepairCrf(path));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Variant.h"
+#include "store/base/StoreError.h"
 
 namespace zolmara {
 
@@ -56,6 +57,10 @@ CrfRepair RepairCrf(const std::string& path);
 std::string RepairText(const std::string& path, const CrfRepair& repair);
 /// Shows that box, when there is anything to tell.
 void ShowRepairReport(const std::string& path, const CrfRepair& repair);
+
+/// True for the error of an open that failed because the file is a damaged CRF, of which a repair
+/// would bring something back.
+bool IsOfADamagedCrf(const StoreError& error, const std::string& path);
 
 /// Opens a CRF as OpenCrf does. When it cannot be opened because it is damaged, asks whether to
 /// repair it (Yes and No, question icon, title "Damaged CRF"); after a Yes repairs it, shows the

@@ -60,6 +60,34 @@ protected:
         return std::find(repair.Report.begin(), repair.Report.end(), sentence) !=
                repair.Report.end();
     }
+    static void ExpectLineIndex(const std::string& table) {
+        const auto& indexes = gDB.Table(table).Indexes;
+        ASSERT_EQ(indexes.size(), 1U) << table;
+        EXPECT_TRUE(indexes[0].Unique) << table;
+        EXPECT_EQ(indexes[0].Fields, std::vector<std::string>{"LineNum"}) << table;
+    }
+    /// Writes over the bytes of the file from a place on.
+    void Overwrite(std::streamoff at, const std::string& bytes) const {
+        std::fstream file(path_, std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(at);
+        file << bytes;
+    }
+    /// Opening it asks whether to repair it, and after a Yes opens it with all that it held.
+    void ExpectOffered(const std::string& before) {
+        host.Forget();
+        host.Answers.push_back(kYes);
+        try {
+            EXPECT_TRUE(OpenOrRepairCrf(path_));
+        } catch (const StoreError& error) {
+            ADD_FAILURE() << error.what();
+            return;
+        }
+        ASSERT_EQ(host.Boxes.size(), 1U);
+        EXPECT_EQ(host.Boxes[0].Title, "Damaged CRF");
+        EXPECT_EQ(ContentOfCrf(), before);
+        DropCrf();
+        EXPECT_FALSE(RepairCrf(path_).WasDamaged);
+    }
     static std::string Whole(const CrfRepair& repair) { return RepairText("file", repair); }
 
     std::string path_ = folder.File("Office.CRF");
@@ -229,8 +257,73 @@ TEST_F(RepairOfACrf, AnIndexOnAFieldThatIsNotThereIsToldAndTheFileOpens) {
         "UPDATE sqlite_schema SET sql=replace(sql,'(\"LineNum\")','(\"Nowhere\")') "
         "WHERE name='ndxE1p2'");
     const auto repair = RepairAndOpen();
-    EXPECT_FALSE(repair.Report.empty());
-    EXPECT_TRUE(gDB.Table("E1p2").Indexes.empty());
+    EXPECT_TRUE(Tells(repair, "Worksheet table E1p2: its index ndxE1p2 was lost and made anew."))
+        << Whole(repair);
+    ExpectLineIndex("E1p2");
+}
+
+TEST_F(RepairOfACrf, AnIndexWhoseDefinitionCannotBeReadIsMadeAnewAndNoRowIsLost) {
+    OpenCrf(path_);
+    const auto before = ContentOfCrf();
+    DropCrf();
+    Force("UPDATE sqlite_schema SET sql='CREATE UNIQUE INXEX'||substr(sql,20) WHERE name='ndxA6'");
+    const auto repair = RepairAndOpen();
+    EXPECT_EQ(repair.Report.size(), 2U) << Whole(repair);
+    EXPECT_TRUE(Tells(repair, "Worksheet table A6: its index ndxA6 was lost and made anew."))
+        << Whole(repair);
+    ExpectLineIndex("A6");
+    EXPECT_EQ(ContentOfCrf(), before);
+}
+
+TEST_F(RepairOfACrf, AnIndexThatIsGoneWithItsPlaceIsMadeAnew) {
+    Force("DELETE FROM sqlite_schema WHERE name='ndxA6'");
+    const auto repair = RepairAndOpen();
+    EXPECT_TRUE(Tells(repair, "Worksheet table A6: its index ndxA6 was lost and made anew."))
+        << Whole(repair);
+    ExpectLineIndex("A6");
+}
+
+TEST_F(RepairOfACrf, TheIndexOfASystemTableIsMadeAnewToo) {
+    Force("DELETE FROM sqlite_schema WHERE name='ndxWorksheets'");
+    const auto repair = RepairAndOpen();
+    EXPECT_TRUE(Tells(repair, "Table Worksheets: its index ndxWorksheets was lost and made anew."))
+        << Whole(repair);
+    const auto& indexes = gDB.Table("Worksheets").Indexes;
+    ASSERT_EQ(indexes.size(), 1U);
+    EXPECT_EQ(indexes[0].Fields, std::vector<std::string>{"Item"});
+}
+
+TEST_F(RepairOfACrf, IndexesOfSeveralTablesAndALostTableAreMadeAnewTogether) {
+    Force(
+        "DELETE FROM sqlite_schema WHERE name IN "
+        "('ndxS2p1','ndxWorksheets','ndxA6','Dp1','ndxDp1')");
+    const auto repair = RepairAndOpen();
+    for (const auto* table : {"S2p1", "A6", "Dp1"}) ExpectLineIndex(table);
+    EXPECT_EQ(gDB.Table("Worksheets").Indexes.size(), 1U);
+    EXPECT_TRUE(Tells(repair, "Table Dp1: its definition was lost and made anew."))
+        << Whole(repair);
+}
+
+TEST_F(RepairOfACrf, ATableThatNeverHadAnIndexGetsNone) {
+    Force("DELETE FROM sqlite_schema WHERE name='ndxA6'");
+    RepairAndOpen();
+    for (const auto* table : {"Log", "Master", "CostCenters"})
+        EXPECT_TRUE(gDB.Table(table).Indexes.empty()) << table;
+}
+
+TEST_F(RepairOfACrf, RowsThatTheLostIndexWouldNotTakeAreKeptAndTold) {
+    Force(
+        "DROP INDEX ndxA; UPDATE A SET LineNum=9 WHERE LineNum=10; UPDATE A SET Col_1='x' WHERE "
+        "LineNum=11");
+    const auto repair = RepairAndOpen();
+    EXPECT_TRUE(Tells(repair,
+                      "Worksheet table A: its index ndxA was lost and could not be made anew: line "
+                      "9 stands more than once. The rows were kept."))
+        << Whole(repair);
+    EXPECT_EQ(NumOr(gDB.Scalar("SELECT Count(*) FROM A WHERE LineNum=9")), 2);
+    EXPECT_TRUE(gDB.Table("A").Indexes.empty());
+    DropCrf();
+    EXPECT_FALSE(RepairCrf(path_).WasDamaged);
 }
 
 TEST_F(RepairOfACrf, AFileWithALongNameIsKeptUnderAShorterOne) {
@@ -276,6 +369,60 @@ TEST_F(RepairOfACrf, ThatIsDeclinedLeavesTheFileAsItIs) {
     EXPECT_FALSE(OpenOrRepairCrf(path_));
     EXPECT_FALSE(CrfIsOpen());
     EXPECT_EQ(BytesOf(path_), before);
+}
+
+TEST_F(RepairOfACrf, IsOfferedWhateverNumberOfTheFilesHeadIsDamaged) {
+    OpenCrf(path_);
+    const auto before = ContentOfCrf();
+    DropCrf();
+    const auto whole = BytesOf(path_);
+    struct Damage {
+        const char* What;
+        std::streamoff At;
+        std::string Bytes;
+    };
+    const Damage damages[] = {{"first letter", 0, "Q"},
+                              {"last of the first bytes", 15, "Q"},
+                              {"page size of nothing", 16, std::string(2, '\0')},
+                              {"page size, one bit", 16, "\x11"},
+                              {"another page size", 16, "\x20"},
+                              {"version of those who write", 18, "\x03"},
+                              {"version of those who read", 19, "\x41"},
+                              {"reserved bytes, one bit", 20, "\x01"},
+                              {"reserved bytes", 20, "\xff"},
+                              {"share of a page", 21, "\x41"},
+                              {"layout of tables, one bit", 47, "\x05"},
+                              {"layout of tables", 47, "\xff"},
+                              {"encoding, one bit", 59, "\x03"},
+                              {"encoding, the other way round", 59, "\x02"},
+                              {"mark", 68, "Q"},
+                              {"version", 60, "\x40"}};
+    for (const auto& [what, at, bytes] : damages) {
+        SCOPED_TRACE(what);
+        std::ofstream(path_, std::ios::binary | std::ios::trunc) << whole;
+        Overwrite(at, bytes);
+        ExpectOffered(before);
+        DropCrf();
+    }
+}
+
+TEST_F(RepairOfACrf, IsNotOfferedForAnotherProgramsDatabaseWhateverIsDamagedInIt) {
+    fs::remove(path_);
+    Force(
+        "CREATE TABLE moz_places (id INTEGER PRIMARY KEY, url TEXT); "
+        "INSERT INTO moz_places VALUES (1,'x')");
+    const auto whole = BytesOf(path_);
+    for (const std::streamoff at : {0, 16, 18, 20, 21, 47, 59, 68}) {
+        SCOPED_TRACE(at);
+        std::ofstream(path_, std::ios::binary | std::ios::trunc) << whole;
+        Overwrite(at, "\x3f");
+        const auto before = BytesOf(path_);
+        EXPECT_THROW(OpenOrRepairCrf(path_), StoreError);
+        EXPECT_THROW(RepairCrf(path_), StoreError);
+        EXPECT_TRUE(host.Boxes.empty());
+        EXPECT_EQ(BytesOf(path_), before);
+        EXPECT_EQ(KeptFile(), "");
+    }
 }
 
 TEST_F(RepairOfACrf, IsNotOfferedForAFileThatIsNone) {

@@ -70,6 +70,36 @@ TEST_F(OpenDamaged, StaysAsItIsWhenTheRepairIsDeclined) {
     EXPECT_FALSE(Enabled("mnuReportClose"));
 }
 
+TEST_F(OpenDamaged, WithADamagedHeadIsOfferedForRepairAndNothingIsLost) {
+    // The first letter, the page size, the version for writers, the layout of tables, the encoding.
+    for (const std::streamoff at : {0, 16, 18, 47, 59}) {
+        SCOPED_TRACE(at);
+        const auto path = MakeSample("Head" + std::to_string(at) + ".CRF");
+        {
+            std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+            file.seekp(at);
+            file << '\x3f';
+        }
+        Boxes.clear();
+        Answers = {kYes};
+        Open(path);
+        ASSERT_EQ(Boxes.size(), 1U);
+        EXPECT_EQ(Boxes[0].Title, "Damaged CRF");
+        EXPECT_TRUE(CrfIsOpen());
+        EXPECT_EQ(gProviderName, "Northfield Health System");
+        EXPECT_TRUE(Kept().empty());
+        Trigger("mnuReportClose");
+    }
+}
+
+TEST_F(OpenDamaged, AFileThatIsNoneIsRefusedAsThat) {
+    std::ofstream(path_, std::ios::trunc) << "Dear Sir,\n";
+    Open(path_);
+    ASSERT_EQ(Boxes.size(), 1U);
+    EXPECT_NE(Boxes[0].Text.find("is not a Cost Report File"), std::string::npos) << Boxes[0].Text;
+    EXPECT_FALSE(CrfIsOpen());
+}
+
 TEST_F(OpenDamaged, IsAskedAboutAgainAtTheNextOpen) {
     Answers = {kNo, kYes};
     Open(path_);
