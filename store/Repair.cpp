@@ -28,10 +28,11 @@ namespace fs = std::filesystem;
 /// Tables that no CRF is without: a file that still tells of them was one.
 const std::vector<std::string> kOwnTables{"Master", "Worksheets"};
 
-/// A file that is damaged so that nobody can open it need not tell of both.
+/// A file that is damaged so that nobody can open it need not tell of both, nor of either.
 bool TellsOfACrf(const std::string& path) {
-    return std::ranges::any_of(kOwnTables,
-                               [&](const std::string& name) { return HoldsTables(path, {name}); });
+    return HoldsOwnIndexes(path) || std::ranges::any_of(kOwnTables, [&](const std::string& name) {
+               return HoldsTables(path, {name});
+           });
 }
 
 /// What is wrong with the file's pages, tables, marks and head.
@@ -150,7 +151,12 @@ Definitions MadeIn(const std::string& draft, const std::string& fresh,
     Definitions made;
     // Tables that others take their fields from are made first, alone.
     constexpr int kMostRounds = 4;
-    for (int round = 0; round < kMostRounds && AddMissing(draft, help, made);) ++round;
+    try {
+        for (int round = 0; round < kMostRounds && AddMissing(draft, help, made);) ++round;
+    } catch (const StoreError& error) {
+        // What the maker stumbles over in the damaged figures costs the indexes, not the repair.
+        if (error.IsFileError()) throw;
+    }
     return made;
 }
 

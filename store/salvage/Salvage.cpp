@@ -541,6 +541,16 @@ bool HoldsTables(const std::string& path, const std::vector<std::string>& names)
     });
 }
 
+bool HoldsOwnIndexes(const std::string& path) {
+    using namespace salvage;
+    const Definitions none;
+    Repair repair{none, none};
+    ReadFile(repair, path);
+    return std::ranges::any_of(repair.Definitions, [](const Definition& definition) {
+        return !definition.IsTable && definition.Name == "ndx" + definition.Table;
+    });
+}
+
 SalvageResult SalvageDatabase(const std::string& source, const std::string& target,
                               const std::function<void(sqlite3*)>& prepare, const Definitions& made,
                               const Definitions& indexed) {

@@ -26,6 +26,9 @@ using Definitions = std::map<std::string, std::vector<std::string>>;
 /// True where a file that may be damaged holds these tables, as far as it still tells.
 bool HoldsTables(const std::string& path, const std::vector<std::string>& names);
 
+/// True where it tells of an index that has the name which the store gives to a worksheet's.
+bool HoldsOwnIndexes(const std::string& path);
+
 /// Reads the damaged file's pages directly and writes what can be read into a new database file
 /// at `target`, which must not exist. The source is not changed. `prepare` is called with the
 /// new file's connection before anything is written, to give it the text orders that indexes

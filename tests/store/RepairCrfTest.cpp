@@ -406,6 +406,18 @@ TEST_F(RepairOfACrf, IsOfferedWhateverNumberOfTheFilesHeadIsDamaged) {
     }
 }
 
+TEST_F(RepairOfACrf, IsOfferedForAFileThatTellsOfWorksheetsAlone) {
+    OpenCrf(path_);
+    const auto rows = Rows("A6");
+    DropCrf();
+    Force("DELETE FROM sqlite_schema WHERE tbl_name IN ('Master','Worksheets')");
+    Overwrite(0, "Q");
+    host.Answers.push_back(kYes);
+    EXPECT_TRUE(OpenOrRepairCrf(path_));
+    EXPECT_EQ(Rows("A6"), rows);
+    EXPECT_EQ(gProviderNumber, Text(Cell("S1p1", 2, "Col_2")));
+}
+
 TEST_F(RepairOfACrf, IsNotOfferedForAnotherProgramsDatabaseWhateverIsDamagedInIt) {
     fs::remove(path_);
     Force(
