@@ -14,7 +14,10 @@
 #include "forms/CellRules.h"
 #include "forms/EditInfo.h"
 #include "forms/RowEntry.h"
+#include "forms/WorksheetForm.h"
 #include "import/ImportASCII.h"
+#include "import/ImportSource.h"
+#include "import/ImportWorksheets.h"
 #include "import/Rebuild.h"
 #include "store/FilledCrf.h"
 #include "store/harness/Faults.h"
@@ -57,6 +60,33 @@ protected:
         std::ofstream(folder.File("Import.txt"))
             << "CostCenter\t29\t0\tImported\nA\t29\t1\t77\nA6\t1\t5\t12\n";
         return folder.File("Import.txt");
+    }
+    /// Pastes a block into an editor with its first cell in this row and column.
+    static void Paste(std::string_view item, int row, std::string_view field,
+                      const std::vector<std::vector<std::string>>& cells) {
+        const WorksheetForm form = DescribeForm(FormMode::Edit, item).value();
+        PasteBlock(form, FormRows(form), row, form.ColumnOf(field), cells);
+    }
+    /// The first rows of a column of A, which is keyed.
+    static BlockRange FirstOfA(const WorksheetForm& form, int count) {
+        return {0, count - 1, form.ColumnOf("Col_1"), form.ColumnOf("Col_1")};
+    }
+    /// Takes over all worksheets, or one, from a file whose amounts and names are others.
+    void TakeOver(std::string_view item = "") const {
+        const std::string source = folder.File("Source.CRF");
+        fs::copy_file(FilledFile(), source, fs::copy_options::overwrite_existing);
+        {
+            Database other = DBEngine::OpenDatabase(source);
+            other.Execute("UPDATE A SET Col_1=Col_1+3 WHERE LineNum<28;");
+            other.Execute("UPDATE S2p1 SET Col_1='Elsewhere' WHERE LineNum=1;");
+            other.Execute("DELETE FROM A6 WHERE LineNum=2;");
+        }
+        const ImportSource open(source);
+        ASSERT_EQ(open.Result(), SourceResult::Open);
+        std::vector<ImportEntry> entries = ImportableWorksheets();
+        std::erase_if(
+            entries, [&](const ImportEntry& entry) { return !item.empty() && entry.Item != item; });
+        EXPECT_EQ(ImportWorksheets(entries), entries.size());
     }
     int StatesKept() const {
         int count = 0;
@@ -110,11 +140,43 @@ protected:
                  TheActs().Forget("");
                  CancelCertification();
              }},
+            {"Sign", [] { AcceptCertification("Ann", "O'Hara", "CFO"); }},
+            {"Sign",
+             [this] {
+                 // The files are built, and stay when the signature is taken back.
+                 OpenCrf(crf_);
+                 host.Folder = folder.Path();
+                 host.Files = {folder.File("HO123456.23A1")};
+                 AcceptCertification("Ann", "Lee", "CFO");
+                 EXPECT_TRUE(fs::exists(folder.File("HO123456.23A1")));
+             }},
+            {"Paste into A",
+             [] {
+                 Paste("A", 0, "Col_1", {{"1,234"}, {"(5)"}, {"$7.00"}});
+             }},
+            {"Paste into A-6",
+             [] {
+                 // Past the last line: lines are added.
+                 Paste("A6", 1, "Col_1",
+                       {{"Rent", "C", "", "8", "12"}, {"Gas", "C", "", "9", "3"}});
+             }},
+            {"Clear cells of A",
+             [] {
+                 const WorksheetForm form = DescribeForm(FormMode::Edit, "A").value();
+                 ClearBlock(form, FormRows(form), FirstOfA(form, 3));
+             }},
+            {"Fill down on A",
+             [] {
+                 const WorksheetForm form = DescribeForm(FormMode::Edit, "A").value();
+                 FillDown(form, FormRows(form), FirstOfA(form, 3));
+             }},
+            {"Take over from Source.CRF", [this] { TakeOver(); }},
+            {"Take over from Source.CRF", [this] { TakeOver("A6"); }},
         };
     }
 };
 
-constexpr std::size_t kKinds = 14;
+constexpr std::size_t kKinds = 22;
 
 TEST_P(EachAct, IsTakenBackAndDoneAgain) {
     auto kinds = Kinds();
@@ -156,7 +218,7 @@ protected:
     /// One thing that a user does, chosen at random; some change nothing.
     void DoSomething(int n) {
         const auto number = [](int most) { return *rc::gen::inRange(1, most + 1); };
-        switch (number(14)) {
+        switch (number(17)) {
             case 1:
             case 2:
             case 3:
@@ -191,6 +253,12 @@ protected:
             case 13:
                 ImportAsciiFile(TextToImport());
                 return;
+            case 14:
+                return Paste("A6", number(3), "Col_1", {{"n", "C", "", "8", "12"}, {"m", "C"}});
+            case 15:
+                return TakeOver("A");
+            case 16:
+                return AcceptCertification("Ann", "Lee", "CFO");
             default:
                 Run_EditChecks();
         }
