@@ -1,4 +1,5 @@
 #include "cli/CliRunner.h"
+#include "spreadsheet/BookEvaluator.h"
 
 namespace zolmara::test {
 namespace {
@@ -41,6 +42,44 @@ TEST_F(DiffCommand, WrongArgumentsAndFilesAreTold) {
     EXPECT_EQ(Run({"diff", here, File("none.CRF")}).Status, 4);
     EXPECT_EQ(Run({"diff", here, TextFile("x.txt", "x")}).Status, 4);
     EXPECT_EQ(Run({"diff", here, here, "Z9"}).Status, 2);
+}
+
+TEST_F(DiffCommand, OutWritesTheSameToAFileByItsEnding) {
+    const std::string here = NewCrf("Here.CRF");
+    const std::string there = NewCrf("There.CRF");
+    Do({"set", here, "A", "8", "1", "150"});
+    Do({"set", there, "A", "8", "1", "100"});
+    const std::string csv = File("Out.csv");
+    const CliResult result = Run({"diff", here, there, "--out", csv});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Out, csv + "\n");
+    EXPECT_EQ(ContentOf(csv),
+              "item,line,column,name,here,there,difference,percent\n"
+              "A,8,Col_1,Salaries of Officers,150,100,50,50\n");
+    EXPECT_EQ(Run({"diff", here, here, "--out", csv}).Status, 0) << "an earlier one is replaced";
+    EXPECT_EQ(ContentOf(csv), "item,line,column,name,here,there,difference,percent\n");
+    const std::string xlsx = File("Out.XLSX");
+    EXPECT_EQ(Run({"diff", here, there, "--out", xlsx}).Status, 2);
+    const Book book(xlsx);
+    EXPECT_EQ(book.Sheets(), std::vector<std::string>{"Comparison"});
+    EXPECT_EQ(book.Cells("Comparison").at({5, 6}).Cached.Number, 50);
+}
+
+TEST_F(DiffCommand, OutKeepsWhatSomebodyNeeds) {
+    const std::string here = NewCrf("Here.CRF");
+    const std::string there = NewCrf("There.csv");
+    const std::string letter = TextFile("Letter.xlsx", "Dear Madam,\n");
+    const std::string before = ContentOf(there);
+    EXPECT_NE(Run({"diff", here, there, "--out", letter}).Status, 0);
+    EXPECT_EQ(ContentOf(letter), "Dear Madam,\n");
+    EXPECT_NE(Run({"diff", here, there, "--out", there}).Status, 0);
+    EXPECT_NE(Run({"diff", here, there, "--out", there, "--force"}).Status, 0);
+    EXPECT_EQ(ContentOf(there), before) << "the file it is compared with";
+    const CliResult named = Run({"diff", here, there, "--out", File("Out.txt")});
+    EXPECT_EQ(named.Status, 2);
+    EXPECT_NE(named.Err.find("a comparison is written to .xlsx or .csv"), std::string::npos);
+    EXPECT_EQ(Run({"diff", here, there, "--out", letter, "--force"}).Status, 0);
+    EXPECT_EQ(Book(letter).Sheets().size(), 1u);
 }
 
 }  // namespace

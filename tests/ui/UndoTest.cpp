@@ -179,6 +179,13 @@ TEST_F(UndoWindows, TheComparisonTellsPrintsAndSavesWhatDiffers) {
     std::getline(file, row);
     EXPECT_EQ(head, "item,line,column,name,here,there,difference,percent");
     EXPECT_TRUE(row.starts_with("A,8,Col_1,")) << row;
+    EXPECT_EQ(Dialogs.back().FileName, folder.File("Compare.xlsx"));
+    Files.emplace_back(folder.File("out.xlsx"));
+    Push("frmCompare", "cmdSave");
+    std::ifstream book(folder.File("out.xlsx"), std::ios::binary);
+    std::string mark(2, ' ');
+    book.read(mark.data(), 2);
+    EXPECT_EQ(mark, "PK") << "a workbook";
     Push("frmCompare", "cmdPrint");
     ASSERT_TRUE(fs::exists(folder.File("Compare.prt")));
     In<QLineEdit>("frmCompare", "txtOver")->setText("99999999");

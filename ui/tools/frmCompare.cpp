@@ -14,6 +14,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "import/ComparisonReport.h"
+#include "spreadsheet/ComparisonSheet.h"
 #include "store/CopyRows.h"
 #include "store/files/FileDoor.h"
 #include "store/session/Session.h"
@@ -146,15 +147,16 @@ void frmCompare::Save() {
     dialog.Save = true;
     dialog.Title = "Save The Comparison As ...";
     dialog.FileName =
-        (std::filesystem::path(dialog.FileName).parent_path() / "Compare.csv").string();
-    dialog.DefaultExt = ".csv";
-    dialog.Filter = "Comma Separated Values (*.csv)|*.csv";
+        (std::filesystem::path(dialog.FileName).parent_path() / "Compare.xlsx").string();
+    dialog.DefaultExt = ".xlsx";
+    dialog.Filter = "Spreadsheets (*.xlsx)|*.xlsx|Comma Separated Values (*.csv)|*.csv";
+    dialog.FilterIndex = 1;
     dialog.Flags = 2050;
     const auto chosen = TheDialogs().ChooseFile(dialog);
     if (!chosen || chosen->empty()) return;
     // The dialog has asked whether a file that stands there is to be replaced.
     const ReplaceAsTold asked(true, "");
-    SaveComparisonCsv(found_, *chosen);
+    SaveComparison(found_, other_, *chosen);
 }
 
 void ShowComparison() {
