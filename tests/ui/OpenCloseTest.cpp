@@ -228,7 +228,7 @@ TEST_F(OpenClose, ACrfOnAReadOnlyDiskOpensAndRefusesChanges) {
         Open(path);
         EXPECT_TRUE(CrfIsOpen());
         EXPECT_TRUE(gDB.IsReadOnly());
-        EXPECT_TRUE(Boxes.empty());
+        EXPECT_EQ(BoxTexts(), std::vector<std::string>{});
         Trigger("mnuReportCalculate");
         ASSERT_EQ(Boxes.size(), 1U);
         EXPECT_EQ(Boxes[0].Style, kCritical);
