@@ -16,7 +16,7 @@ std::string_view RomanNumeral(int part) {
 std::string PrintedName(std::string_view item) {
     const bool isSheet = item.size() < 2 || item[1] == 'p' || IsDigit(item[1]);
     if (item.empty() || !isSheet) return std::string(item);
-    const std::size_t part = std::min(item.find('p'), item.size());
+    const std::size_t part = std::min(item.find('p', 1), item.size());
     // What a user typed need not be a worksheet of this form, or of any.
     if (part + 1 < item.size() && (item[part + 1] < '1' || item[part + 1] > '9'))
         return std::string(item);
