@@ -338,7 +338,8 @@ protected:
     void ExpectAllWalked(const std::vector<std::string>& items) {
         for (const std::string& item : items) {
             std::set<std::string> keyed;
-            for (const FormColumn& column : DescribeForm(FormMode::Edit, item)->Columns)
+            const auto form = DescribeForm(FormMode::Edit, item);
+            for (const FormColumn& column : form->Columns)
                 if (!column.Hidden && !column.Locked) keyed.insert(column.Field);
             EXPECT_EQ(walked_[item], keyed) << item;
         }

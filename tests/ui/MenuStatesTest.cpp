@@ -204,12 +204,13 @@ TEST_F(MenuStates, ToolsStandsBetweenViewAndHelpOnceItHasCommands) {
 }
 
 TEST_F(MenuStates, ACommandOfToolsIsOnByItsOwnRule) {
-    int runs = 0;
-    bool on = false;
+    // The menu asks until the main window goes, which is behind the end of the test.
+    static int runs = 0;
+    static bool on = false;
     const std::vector<Tool> own = std::exchange(Tools(), {{.Name = "tlsProbe",
                                                            .Caption = "Probe",
-                                                           .IsOn = [&] { return on; },
-                                                           .Run = [&] { ++runs; }}});
+                                                           .IsOn = [] { return on; },
+                                                           .Run = [] { ++runs; }}});
     Start();
     auto* const probe = main->menuBar()->findChild<QAction*>("tlsProbe");
     ASSERT_NE(probe, nullptr);

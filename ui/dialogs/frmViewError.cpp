@@ -59,7 +59,7 @@ frmViewError::frmViewError(const std::string& caption) {
     auto* print = MakeButton("cmdPrint", "&Print", [] { Print_Errors(); });
     auto* close = MakeButton("cmdClose", "&Close", [this] { UnloadForm(this); });
     submit_ = TheQtHost().Main() ? TheQtHost().Main()->Menu("mnuReportSubmit") : nullptr;
-    if (submit_) connect(submit_, &QAction::changed, this, [this] { FollowSubmit(); });
+    if (submit_) following_ = connect(submit_, &QAction::changed, this, [this] { FollowSubmit(); });
     column->addWidget(grd_, 1);
     column->addWidget(lblCompared_);
     column->addWidget(lblNonFatal_);

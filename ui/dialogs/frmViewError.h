@@ -18,6 +18,8 @@ namespace zolmara::ui {
 class frmViewError : public QWidget {
 public:
     explicit frmViewError(const std::string& caption);
+    /// The menu may change while the window goes; by then there is no button to follow it.
+    ~frmViewError() override { disconnect(following_); }
 
     /// Reads table Error afresh.
     void SetGrd();
@@ -44,6 +46,7 @@ private:
     std::vector<CellRef> compared_;  ///< the cells of its links
     QPushButton* cmdBuildECR_ = nullptr;
     QPointer<QAction> submit_;  ///< the main window's way to the build
+    QMetaObject::Connection following_;
     bool checksAllow_ = false;
     std::vector<int> heights_;  ///< twips that the rows need at least
     int longest_ = 0;           ///< characters of the longest message

@@ -30,7 +30,8 @@ namespace {
 
 constexpr int kStatusDelay = 30;  ///< milliseconds
 
-QPointer<frmWorksheet> lastActive;
+/// Not of the window's own class: while it goes it is a plain widget, and is no worksheet any more.
+QPointer<QObject> lastActive;
 
 }  // namespace
 
@@ -81,7 +82,8 @@ std::vector<frmWorksheet*> WorksheetWindows() {
 }
 
 frmWorksheet* LastWorksheet() {
-    if (lastActive && !lastActive->isHidden()) return lastActive;
+    auto* const active = dynamic_cast<frmWorksheet*>(lastActive.data());
+    if (active && !active->isHidden()) return active;
     const auto open = WorksheetWindows();
     return open.empty() ? nullptr : open.back();
 }
