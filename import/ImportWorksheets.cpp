@@ -108,20 +108,21 @@ private:
     double done_ = 0;
 };
 
-std::size_t RunImport(std::span<const ImportEntry> entries, const ImportShow& show) {
+std::vector<std::string> RunImport(std::span<const ImportEntry> entries, const ImportShow& show) {
     const ReadSnapshot snapshot(gImportDB);
     const LogRun log("I");
     RunView view(entries, show);
     std::vector<std::string> items;
-    std::size_t filled = 0;
+    std::vector<std::string> failed;
     for (const ImportEntry& entry : entries) {
         view.Begin(entry);
-        if (ImportWorksheet(entry.Item, [&](std::size_t rows) { view.Rows(rows); })) ++filled;
+        if (!ImportWorksheet(entry.Item, [&](std::size_t rows) { view.Rows(rows); }))
+            failed.push_back(entry.Item);
         items.push_back(entry.Item);
         view.Finish(entry);
     }
     CompareS2WithSchedules(items);
-    return filled;
+    return failed;
 }
 
 }  // namespace
@@ -157,13 +158,14 @@ bool ImportWorksheet(std::string_view item, const std::function<void(std::size_t
     return true;
 }
 
-std::size_t ImportWorksheets(std::span<const ImportEntry> entries, const ImportShow& show) {
+std::vector<std::string> ImportWorksheets(std::span<const ImportEntry> entries,
+                                          const ImportShow& show) {
     // What comes from elsewhere must be calculated and checked again.
     TheWindows().EnableMenu("mnuReportSubmit", false);
-    std::size_t filled = 0;
-    RunAct("Take over from " + ImportTitle(), [&] { filled = RunImport(entries, show); });
+    std::vector<std::string> failed;
+    RunAct("Take over from " + ImportTitle(), [&] { failed = RunImport(entries, show); });
     TheWindows().RefreshOpenForms("");
-    return filled;
+    return failed;
 }
 
 std::vector<ImportMessage> ImportMessages() {

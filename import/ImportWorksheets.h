@@ -38,8 +38,9 @@ struct ImportMessage {
 
 /// Takes over these worksheets as one batch, and holds S-2 against its schedules afterwards. `show`
 /// hears which worksheet is in hand and how far the whole is, from 0 to 1. Messages go to the log
-/// of kind I. Gives the number of worksheets that were filled.
-std::size_t ImportWorksheets(std::span<const ImportEntry> entries, const ImportShow& show = {});
+/// of kind I. Gives the items of the worksheets that could not be filled.
+std::vector<std::string> ImportWorksheets(std::span<const ImportEntry> entries,
+                                          const ImportShow& show = {});
 
 /// The messages of the last import, in their order.
 std::vector<ImportMessage> ImportMessages();

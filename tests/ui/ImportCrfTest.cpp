@@ -92,6 +92,24 @@ TEST_F(ImportWindows, TheThreeStepsTakeAWorksheetOver) {
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
 }
 
+TEST_F(ImportWindows, AWorksheetThatDidNotComeOverIsNamedAtTheEnd) {
+    MakePair();
+    {
+        Database source = DBEngine::OpenDatabase(source_);
+        source.AppendField("A6", {.Name = "Col_9", .Type = FieldType::dbDouble});
+    }
+    TakeOver();
+    Press("frmImportCCMis", "mnuNext");
+    Choose("A (A)");
+    Choose("A-6 (A6)");
+    Press("frmImportWkshts", "mnuNext");
+    ASSERT_EQ(Boxes.size(), 1U);
+    EXPECT_EQ(Boxes[0].Text, "Unable to import worksheet A6 due to column mismatch.");
+    EXPECT_EQ(LabelOf("frmImportMDI", "lblProgress"),
+              "1 of 2 worksheets were imported.  Not imported: A6.  Nothing has been recalculated "
+              "yet.");
+}
+
 TEST_F(ImportWindows, NothingChosenIsSaidAndTheListHasTheFocus) {
     MakePair();
     TakeOver();

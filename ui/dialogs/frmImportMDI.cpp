@@ -65,9 +65,9 @@ void frmImportMDI::Import() {
     progress_->Begin();
     steps_->setCurrentWidget(progress_);
     try {
-        const std::size_t filled = ImportWorksheets(
+        const std::vector<std::string> failed = ImportWorksheets(
             chosen, [this](const std::string& text, double part) { progress_->Show(text, part); });
-        progress_->Finish(filled, chosen.size());
+        progress_->Finish(chosen.size(), failed);
     } catch (...) {
         progress_->Fail();
         throw;

@@ -1,5 +1,7 @@
 #include "ui/dialogs/frmImportSteps.h"
 
+#include <fmt/format.h>
+
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
@@ -164,11 +166,12 @@ void frmImportProgress::Show(const std::string& text, double part) {
     repaint();
 }
 
-void frmImportProgress::Finish(std::size_t filled, std::size_t chosen) {
+void frmImportProgress::Finish(std::size_t chosen, const std::vector<std::string>& failed) {
+    const std::string without =
+        failed.empty() ? "" : fmt::format("Not imported: {}.  ", fmt::join(failed, ", "));
     lblProgress_->setText(
-        QString("%1 of %2 worksheets were imported.  Nothing has been recalculated yet.")
-            .arg(filled)
-            .arg(chosen));
+        Q(fmt::format("{} of {} worksheets were imported.  {}Nothing has been recalculated yet.",
+                      chosen - failed.size(), chosen, without)));
     for (const ImportMessage& message : ImportMessages())
         lbMessages_->addItem(Q(message.Severity) + ": " + Lines(message.Text));
     cmdBack_->setEnabled(true);

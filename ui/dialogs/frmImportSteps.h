@@ -54,8 +54,8 @@ public:
 
     void Begin();
     void Show(const std::string& text, double part);
-    /// The copying is over: so many worksheets are filled.
-    void Finish(std::size_t filled, std::size_t chosen);
+    /// The copying of so many worksheets is over, and these items could not be filled.
+    void Finish(std::size_t chosen, const std::vector<std::string>& failed);
     /// It ended early, and the file is as it was.
     void Fail();
 
