@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/Clock.h"
+#include "core/CsvText.h"
 #include "core/Globals.h"
 #include "print/PrintPage.h"
 #include "print/Report.h"
@@ -74,9 +75,7 @@ std::string OneLine(std::string text) {
 }
 
 std::string CsvField(const Variant& value) {
-    const std::string text = value.IsNumber() ? NumberText(value.Number()) : Text(value);
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    return "\"" + Replace(text, "\"", "\"\"") + "\"";
+    return value.IsNumber() ? NumberText(value.Number()) : CsvQuoted(CsvMarked(Text(value)));
 }
 
 bool IsComparisonCsv(std::string_view head) { return head.starts_with(kCsvHead); }

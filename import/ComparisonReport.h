@@ -19,7 +19,8 @@ std::vector<Variant> ComparisonRow(const CellDifference& difference);
 /// and to the printer. StoreError when it cannot be written.
 void Print_Comparison(const std::vector<CellDifference>& differences, const std::string& other);
 
-/// Writes a comparison as CSV, with a line of names. An earlier one is replaced; for any other
+/// Writes a comparison as CSV, with a line of names. A text that a spreadsheet would take for a
+/// formula gets an apostrophe ahead. An earlier one is replaced; for any other
 /// file that stands there the user is asked. StoreError when it cannot be written, FileKept when
 /// the user kept what stood there.
 void SaveComparisonCsv(const std::vector<CellDifference>& differences, const std::string& path);

@@ -93,6 +93,7 @@ private:
 }  // namespace
 
 void WriteCellsTemplate(const std::string& path) {
+    NeedWorkbookName(path);
     Workbook book(path, true);
     for (const std::string& table : KeyedTables())
         if (gDB.HasTable(table)) TemplateSheet(book, table).Write();

@@ -76,6 +76,7 @@ std::string TotalName(const std::string& item, const std::string& lineText,
 }
 
 void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
+    NeedWorkbookName(path);
     const std::vector<std::string> items = ItemsOf(choice);
     StoreCells cells;
     const SheetHead head = ReadSheetHead();

@@ -14,9 +14,9 @@ struct ExportChoice {
     bool Values = false;  ///< plain values instead of formulas
 };
 
-/// Writes the workbook of the open CRF as it was calculated last. StoreError::NoSuchItem for a
-/// name that is no worksheet, FileKept for a file that stands there and is to stay, StoreError
-/// when it cannot be written; then what stood there is as it was.
+/// Writes the workbook of the open CRF as it was calculated last, to a name that ends in .xlsx.
+/// StoreError::NoSuchItem for a name that is no worksheet, FileKept for a file that stands there
+/// and is to stay, StoreError when it cannot be written; then what stood there is as it was.
 void ExportWorkbook(const std::string& path, const ExportChoice& choice = {});
 
 /// The name of a total in a workbook: "A_L100_C8" is column 8 of line 100 on A.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <orcus/csv_parser.hpp>
 
+#include "core/CsvText.h"
 #include "core/Globals.h"
 #include "spreadsheet/SheetReaders.h"
 
@@ -21,7 +22,8 @@ public:
     void cell(const char* text, std::size_t size, bool) {
         const int column = column_++;
         if (size > 0 && column < kMaxSheetColumns)
-            row_.Cells.push_back({column, SheetCellKind::Text, std::string(text, size)});
+            row_.Cells.push_back({column, SheetCellKind::Text,
+                                  std::string(WithoutCsvMark(std::string_view(text, size)))});
     }
     void end_row() {
         if (!row_.Cells.empty()) take_(std::move(row_));

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 #include "core/Globals.h"
@@ -127,6 +128,11 @@ void Workbook::Put() {
     if (error != LXW_NO_ERROR) Fail(lxw_strerror(error));
     NeedWhole(sizes);
     file_.Put();
+}
+
+void NeedWorkbookName(const std::string& path) {
+    if (LCase(std::filesystem::path(path).extension().string()) == ".xlsx") return;
+    throw StoreError(StoreError::Kind::Other, path + ": a workbook is written to .xlsx");
 }
 
 constexpr std::size_t kMaxCellText = 32767;

@@ -57,6 +57,9 @@ private:
     std::map<CellLook, lxw_format*> formats_;
 };
 
+/// StoreError::Other for a name that does not end in .xlsx: no spreadsheet would open it.
+void NeedWorkbookName(const std::string& path);
+
 /// Text as a cell takes it: what workbooks cannot hold is cut, control characters are blanks.
 std::string SheetText(std::string_view text);
 /// Writes a text; it stays a text whatever it begins with. Empty ones write nothing.

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "core/CsvText.h"
 #include "core/Globals.h"
 #include "spreadsheet/Workbook.h"
 #include "store/files/FileDoor.h"
@@ -17,6 +18,10 @@ namespace {
 std::string EntryOf(const KeyedCell& cell) { return cell.Contents.empty() ? " " : cell.Contents; }
 
 CellRef RefOf(const KeyedCell& cell) { return {cell.WorkSheet, cell.Row, NumberText(cell.Col)}; }
+
+/// Cells in a file look the same whoever keyed them: somebody may have filled in or mended an
+/// earlier one, so that the person is asked for every file that stands there.
+bool IsNobodysOutput(std::string_view /*head*/) { return false; }
 
 bool HoldsBreak(const std::string& text) {
     return text.find_first_of("\t\r\n") != std::string::npos;
@@ -38,8 +43,7 @@ bool NeedsQuotes(const std::string& text) {
 
 class TextCells {
 public:
-    explicit TextCells(const std::string& path)
-        : file_(path, [](std::string_view head) { return IsCellText(head); }) {}
+    explicit TextCells(const std::string& path) : file_(path, IsNobodysOutput) {}
 
     void Take(const KeyedCell& cell) {
         const bool quoted = NeedsQuotes(cell.Contents);
@@ -53,8 +57,6 @@ public:
     std::vector<LeftCell> Left() { return std::move(left_); }
 
 private:
-    /// Its first line is a cost center of the form.
-    static bool IsCellText(std::string_view head) { return head.starts_with("CostCenter\t1\t0\t"); }
     void Leave(const KeyedCell& cell, const char* reason) {
         left_.push_back({RefOf(cell), cell.Contents, reason});
     }
@@ -65,26 +67,23 @@ private:
 
 // --- Separated values ------------------------------------------------------------------------
 
-std::string Quoted(const std::string& text) {
-    const bool plain = text.find_first_of(",;\"\t\r\n ") == std::string::npos;
-    return plain ? text : "\"" + Replace(text, "\"", "\"\"") + "\"";
-}
-
 class CsvCells {
 public:
-    explicit CsvCells(const std::string& path)
-        : file_(path, [](std::string_view head) { return head.starts_with(kHead); }) {
-        file_.Write(kHead);
+    explicit CsvCells(const std::string& path) : file_(path, IsNobodysOutput) {
+        file_.Write("Worksheet,Line,Column,Contents\r\n");
     }
     void Take(const KeyedCell& cell) {
         file_.Write(fmt::format("{},{},{},{}\r\n", cell.WorkSheet, NumberText(cell.Row),
-                                NumberText(cell.Col), Quoted(EntryOf(cell))));
+                                NumberText(cell.Col), CsvQuoted(Field(cell))));
     }
     void Put() { file_.Put(); }
     std::vector<LeftCell> Left() { return {}; }
 
 private:
-    static constexpr std::string_view kHead = "Worksheet,Line,Column,Contents\r\n";
+    /// An amount stays a number for whoever opens the file.
+    static std::string Field(const KeyedCell& cell) {
+        return cell.IsNumber ? cell.Contents : CsvMarked(EntryOf(cell));
+    }
     OutFile file_;
 };
 
@@ -135,6 +134,10 @@ std::vector<LeftCell> Write(const std::string& path) {
 
 std::vector<LeftCell> WriteCells(const std::string& path) {
     const std::string extension = LCase(std::filesystem::path(path).extension().string());
+    for (const char* other : {".ods", ".xlsm", ".xls"})
+        if (extension == other)
+            throw StoreError(StoreError::Kind::Other,
+                             path + ": cells are written to .txt, .csv or .xlsx");
     if (extension == ".xlsx") return Write<SheetCells>(path);
     if (extension == ".csv") return Write<CsvCells>(path);
     return Write<TextCells>(path);

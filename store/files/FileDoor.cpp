@@ -124,8 +124,7 @@ void NeedConsent(const std::string& path) {
         throw FileKept(fmt::format("{} is there already; {}", path, told->hint_));
     }
     const int answer = TheDialogs().MsgBox(
-        fmt::format("{} is there already and is no earlier output of this command.  Replace it?",
-                    path),
+        fmt::format("{} is there already, and somebody may need it.  Replace it?", path),
         kYesNo + kExclamation + kDefaultButton2, "Replace File");
     if (answer != kYes) throw FileKept(fmt::format("{} was kept; nothing was written", path));
 }

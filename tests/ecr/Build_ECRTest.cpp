@@ -369,9 +369,8 @@ TEST_F(EcrBuild, FilesThatAreNoEarlierBuildOfThisOfficeAreKeptUnlessTheUserSaysY
         host.Files = {ecr};
         EXPECT_THROW(Build_ECR(), FileKept) << kept;
         ASSERT_EQ(host.Boxes.size(), 1U);
-        EXPECT_EQ(host.Boxes[0].Text, kept +
-                                          " is there already and is no earlier output of this "
-                                          "command.  Replace it?");
+        EXPECT_EQ(host.Boxes[0].Text,
+                  kept + " is there already, and somebody may need it.  Replace it?");
         EXPECT_EQ(BytesOf(kept), otherOffice);
         EXPECT_FALSE(fs::exists(kept == ecr ? pi : ecr)) << "half a build";
         fs::remove(kept);

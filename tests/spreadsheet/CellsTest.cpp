@@ -165,6 +165,44 @@ TEST_F(Cells, ThatALineOfTextCannotHoldAreNamedAndGoByCsv) {
     EXPECT_EQ(Again(File("c.csv")).at("S1p1|1|Col_1"), made.at("S1p1|1|Col_1"));
 }
 
+TEST_F(Cells, InCsvThatBeginLikeAFormulaStandBehindAMarkAndComeBackWithout) {
+    CreateCrf(File("Sample.CRF"), test::SampleFields());
+    const char* const texts[] = {"=1+1", "+SUM(A1)", "-5", "@cmd", "'=1", "'tis"};
+    for (int line = 1; line <= 5; ++line) test::SetCell("S1p2", line, "Col_2", texts[line - 1]);
+    test::SetCell("S1p1", 1, "Col_1", texts[5]);
+    test::SetCell("A", 8, "Col_1", -5);
+    const Statement made = WholeStatement();
+    EXPECT_EQ(Names(WriteCells(File("c.csv"))), std::set<std::string>{});
+    const std::vector<std::string> lines = Lines(File("c.csv"));
+    const std::set<std::string> all(lines.begin(), lines.end());
+    for (const char* line :
+         {"S1p2,1,2,'=1+1\r", "S1p2,2,2,'+SUM(A1)\r", "S1p2,3,2,'-5\r", "S1p2,4,2,'@cmd\r",
+          "S1p2,5,2,''=1\r", "S1p1,1,1,'tis\r", "A,8,1,-5\r"})
+        EXPECT_TRUE(all.contains(line)) << line;
+    DropCrf();
+    Statement again = Again(File("c.csv"));
+    for (int line = 1; line <= 5; ++line)
+        EXPECT_EQ(again.at(fmt::format("S1p2|{}|Col_2", line)),
+                  made.at(fmt::format("S1p2|{}|Col_2", line)));
+    EXPECT_EQ(again.at("S1p1|1|Col_1"), made.at("S1p1|1|Col_1"));
+}
+
+TEST_F(Cells, OfAnEarlierTimeAreNotReplacedWithoutConsent) {
+    CreateCrf(File("Sample.CRF"), test::SampleFields());
+    for (const char* name : {"c.txt", "c.csv", "c.xlsx"}) {
+        WriteCells(File(name));
+        EXPECT_THROW(WriteCells(File(name)), FileKept) << name << " may have been filled in since";
+    }
+}
+
+TEST_F(Cells, AreNotWrittenUnderTheNameOfAnotherWorkbook) {
+    CreateCrf(File("Sample.CRF"), test::SampleFields());
+    for (const char* name : {"c.ods", "c.xlsm", "c.XLS"}) {
+        EXPECT_THROW(WriteCells(File(name)), StoreError) << name;
+        EXPECT_FALSE(std::filesystem::exists(File(name))) << name;
+    }
+}
+
 TEST_F(Cells, AreNotWrittenOverAFileWithoutConsent) {
     CreateCrf(File("Sample.CRF"), test::SampleFields());
     std::ofstream(File("c.xlsx")) << "somebody's";

@@ -66,6 +66,16 @@ TEST_F(ComparisonSheet, AmountsAreNumbersAndTextsStayTexts) {
     EXPECT_FALSE(cells.contains({6, 6})) << "no difference of texts";
 }
 
+TEST_F(ComparisonSheet, InCsvTextsThatBeginLikeAFormulaAreMarkedAndAmountsAreNot) {
+    std::vector<CellDifference> differences = Differences();
+    differences[0].Difference = -5.0;
+    SaveComparison(differences, "/offices/There.CRF", folder.File("Compare.csv"));
+    EXPECT_EQ(BytesOf(folder.File("Compare.csv")),
+              "item,line,column,name,here,there,difference,percent\n"
+              "A,12.01,Col_1,\"'=HYPERLINK(\"\"x\"\")\",1234567.5,1000000,-5,23.45675\n"
+              "S1p2,2,Col_2,'+name,'@Ann,'-1,,\n");
+}
+
 TEST_F(ComparisonSheet, WithoutDifferencesTheHeadingsStandAlone) {
     SaveComparison({}, "/offices/There.CRF", Path());
     const Book book(Path());

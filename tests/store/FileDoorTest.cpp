@@ -78,7 +78,7 @@ TEST_F(FileDoor, AnothersFileIsReplacedOnlyAfterYes) {
     EXPECT_EQ(ReadWholeFile(path), "yours");
     ASSERT_EQ(host.Boxes.size(), 1U);
     EXPECT_EQ(host.Boxes[0].Text,
-              path + " is there already and is no earlier output of this command.  Replace it?");
+              path + " is there already, and somebody may need it.  Replace it?");
     EXPECT_EQ(host.Boxes[0].Style, kYesNo + kExclamation + kDefaultButton2);
     EXPECT_EQ(host.Boxes[0].Title, "Replace File");
     host.Answers = {kYes};

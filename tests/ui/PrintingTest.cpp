@@ -411,11 +411,27 @@ TEST(FileDialogs, ANameToSaveUnderGetsItsExtension) {
     dialog.Save = true;
     dialog.Title = "";
     dialog.DefaultExt = ".CRF";
-    EXPECT_EQ(WholeName("/home/me/Two", dialog), "/home/me/Two.CRF");
-    EXPECT_EQ(WholeName("/home/me.too/Two", dialog), "/home/me.too/Two.CRF");
-    EXPECT_EQ(WholeName("/home/me/Two.crf", dialog), "/home/me/Two.crf");
+    EXPECT_EQ(WholeName("/home/me/Two", "", dialog), "/home/me/Two.CRF");
+    EXPECT_EQ(WholeName("/home/me.too/Two", "", dialog), "/home/me.too/Two.CRF");
+    EXPECT_EQ(WholeName("/home/me/Two.crf", "", dialog), "/home/me/Two.crf");
     dialog.Save = false;
-    EXPECT_EQ(WholeName("/home/me/Two", dialog), "/home/me/Two");
+    EXPECT_EQ(WholeName("/home/me/Two", "", dialog), "/home/me/Two");
+}
+
+TEST(FileDialogs, ANameToSaveUnderGetsTheExtensionOfTheKindThatWasChosen) {
+    FileDialog dialog;
+    dialog.Save = true;
+    dialog.DefaultExt = ".xlsx";
+    dialog.Filter = "Spreadsheets (*.xlsx)|*.xlsx|Comma Separated Values (*.csv)|*.csv|All|*.*";
+    const QStringList kinds = NameFilters(dialog);
+    EXPECT_EQ(WholeName("/home/me/Two", kinds[0], dialog), "/home/me/Two.xlsx");
+    EXPECT_EQ(WholeName("/home/me/Two", kinds[1], dialog), "/home/me/Two.csv");
+    EXPECT_EQ(WholeName("/home/me/Two", kinds[2], dialog), "/home/me/Two.xlsx");
+    EXPECT_EQ(WholeName("/home/me/Two.txt", kinds[1], dialog), "/home/me/Two.txt");
+    EXPECT_EQ(NameOfKind("Two.xlsx", kinds[1], dialog), "Two.csv");
+    EXPECT_EQ(NameOfKind("Two.CSV", kinds[0], dialog), "Two.xlsx");
+    EXPECT_EQ(NameOfKind("Two.old", kinds[1], dialog), "Two.old");
+    EXPECT_EQ(NameOfKind("Two", kinds[1], dialog), "Two");
 }
 
 TEST_F(Printing, AFileThatStandsUnderTheWholeNameIsAskedFor) {

@@ -53,6 +53,12 @@ bool FiltersHave(const FileDialog& dialog, const QString& pattern) {
     return false;
 }
 
+/// ".csv" of "*.csv"; empty for a pattern that tells no one extension.
+QString ExtensionOf(const QString& pattern) {
+    const bool plain = pattern.startsWith("*.") && !IsPattern(pattern.mid(1));
+    return plain ? pattern.mid(1) : QString();
+}
+
 bool BeginsWithPattern(const FileDialog& dialog) {
     const QString pattern = StartPattern(dialog);
     return !pattern.isEmpty() && !FiltersHave(dialog, pattern);
@@ -70,8 +76,14 @@ void SetUp(QFileDialog& box, const FileDialog& dialog) {
     if (start.dir().exists()) box.setDirectory(start.dir());
     box.setNameFilters(NameFilters(dialog));
     box.selectNameFilter(FirstFilter(dialog));
-    if (dialog.Save) box.setDefaultSuffix(Q(dialog.DefaultExt).remove(0, 1));
     if (!IsPattern(start.fileName())) box.selectFile(start.fileName());
+    if (!dialog.Save) return;
+    box.setDefaultSuffix(Q(dialog.DefaultExt).remove(0, 1));
+    QObject::connect(&box, &QFileDialog::filterSelected, &box, [&box, dialog](const QString& kind) {
+        box.setDefaultSuffix(ExtensionToSave(kind, dialog).remove(0, 1));
+        const QString name = QFileInfo(box.selectedFiles().value(0)).fileName();
+        box.selectFile(NameOfKind(name, kind, dialog));
+    });
 }
 
 }  // namespace
@@ -90,9 +102,28 @@ QString FirstFilter(const FileDialog& dialog) {
     return filters.value(dialog.FilterIndex - 1);
 }
 
-QString WholeName(const QString& chosen, const FileDialog& dialog) {
+QString ExtensionToSave(const QString& kind, const FileDialog& dialog) {
+    const QStringList parts = Q(dialog.Filter).split('|', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString extension = ExtensionOf(parts[i + 1]);
+        if (!extension.isEmpty() && NameFilter(parts[i], parts[i + 1]) == kind) return extension;
+    }
+    return Q(dialog.DefaultExt);
+}
+
+QString NameOfKind(const QString& name, const QString& kind, const FileDialog& dialog) {
+    const QStringList filters = ToldFilters(dialog);
+    for (const QString& other : filters) {
+        const QString extension = ExtensionToSave(other, dialog);
+        if (extension.isEmpty() || !name.endsWith(extension, Qt::CaseInsensitive)) continue;
+        return name.chopped(extension.size()) + ExtensionToSave(kind, dialog);
+    }
+    return name;
+}
+
+QString WholeName(const QString& chosen, const QString& kind, const FileDialog& dialog) {
     const bool whole = !dialog.Save || QFileInfo(chosen).fileName().contains('.');
-    return whole ? chosen : chosen + Q(dialog.DefaultExt);
+    return whole ? chosen : chosen + ExtensionToSave(kind, dialog);
 }
 
 bool MayBeTaken(const std::string& path, const FileDialog& dialog) {
@@ -107,7 +138,8 @@ std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
     SetUp(box, dialog);
     FitScreen(&box, box.sizeHint());
     while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
-        const std::string path = S(WholeName(box.selectedFiles().first(), dialog));
+        const std::string path =
+            S(WholeName(box.selectedFiles().first(), box.selectedNameFilter(), dialog));
         if (MayBeTaken(path, dialog)) return path;
     }
     return std::nullopt;

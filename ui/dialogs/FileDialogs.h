@@ -13,9 +13,14 @@ namespace zolmara::ui {
 /// Shows the dialog. Nothing when the user cancelled.
 std::optional<std::string> ChooseFileFor(const FileDialog& dialog);
 
-/// The name that a choice means: a name to save under gets the dialog's extension where it has
+/// The extension of the kind of file that was chosen among the name filters; the dialog's own where
+/// the kind tells none.
+QString ExtensionToSave(const QString& kind, const FileDialog& dialog);
+/// A name that has the extension of another kind in the dialog gets that of this one.
+QString NameOfKind(const QString& name, const QString& kind, const FileDialog& dialog);
+/// The name that a choice means: a name to save under gets the extension of its kind where it has
 /// none.
-QString WholeName(const QString& chosen, const FileDialog& dialog);
+QString WholeName(const QString& chosen, const QString& kind, const FileDialog& dialog);
 /// Asks about a file that stands under a whole name, where the dialog is to warn. False to go on
 /// choosing.
 bool MayBeTaken(const std::string& path, const FileDialog& dialog);

@@ -3,56 +3,88 @@
 #include <fmt/format.h>
 
 #include <filesystem>
+#include <functional>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "spreadsheet/CellsTemplate.h"
 #include "spreadsheet/Export.h"
+#include "spreadsheet/WriteCells.h"
 #include "store/session/Session.h"
+#include "ui/tools/frmCellsLeft.h"
+#include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
 namespace {
 
-constexpr const char* kTitle = "Export To Spreadsheet";
+constexpr const char* kWorkbooks = "Spreadsheets (*.xlsx)|*.xlsx";
+constexpr const char* kCellFiles =
+    "Spreadsheets (*.xlsx)|*.xlsx|Comma Separated Values (*.csv)|*.csv|Text Files (*.txt)|*.txt";
 
-/// While the workbook is written.
-class Exporting {
+/// While a file is written.
+class Writing {
 public:
-    explicit Exporting(const std::string& path) {
+    explicit Writing(const std::string& path) {
         TheStatus().SetPointer(Pointer::Hourglass);
         TheStatus().ShowCalcMsg("Writing " + path);
     }
-    ~Exporting() {
+    ~Writing() {
         TheStatus().HideCalcMsg();
         TheStatus().SetPointer(Pointer::Normal);
     }
-    Exporting(const Exporting&) = delete;
-    Exporting& operator=(const Exporting&) = delete;
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
 };
 
-/// The open CRF's name, beside it.
-std::string StartOfDialog() {
-    return std::filesystem::path(gCRFPath).replace_extension(".xlsx").string();
+struct FileToWrite {
+    const char* Title;
+    const char* What;    ///< "The statement was written to ..."
+    const char* Behind;  ///< the CRF's name, in the name that is proposed
+    const char* Filter;
+};
+
+/// Beside the open CRF, with its name.
+std::string ProposedName(const FileToWrite& file) {
+    const std::filesystem::path crf(gCRFPath);
+    return (crf.parent_path() / (crf.stem().string() + file.Behind + ".xlsx")).string();
+}
+
+/// Asks for the file, writes it and tells so. The door asks by itself before it replaces one.
+void LetWrite(const FileToWrite& file, const std::function<void(const std::string&)>& write) {
+    if (!CommitOpenRows()) return;
+    const auto path = TheDialogs().ChooseFile({.Save = true,
+                                               .Title = file.Title,
+                                               .FileName = ProposedName(file),
+                                               .DefaultExt = ".xlsx",
+                                               .Filter = file.Filter,
+                                               .FilterIndex = 1,
+                                               .Flags = 0});
+    if (!path || path->empty()) return;
+    {
+        const Writing writing(*path);
+        write(*path);
+    }
+    TheDialogs().MsgBox(fmt::format("{} to {}.", file.What, *path), kInformation, file.Title);
 }
 
 }  // namespace
 
 void ExportToSpreadsheet() {
-    // The door asks itself before it replaces a file.
-    const auto path = TheDialogs().ChooseFile({.Save = true,
-                                               .Title = kTitle,
-                                               .FileName = StartOfDialog(),
-                                               .DefaultExt = ".xlsx",
-                                               .Filter = "Spreadsheets (*.xlsx)|*.xlsx",
-                                               .FilterIndex = 1,
-                                               .Flags = 0});
-    if (!path) return;
-    {
-        const Exporting exporting(*path);
-        ExportWorkbook(*path);
-    }
-    TheDialogs().MsgBox(fmt::format("The statement was written to {}.", *path), kInformation,
-                        kTitle);
+    LetWrite({"Export To Spreadsheet", "The statement was written", "", kWorkbooks},
+             [](const std::string& path) { ExportWorkbook(path); });
+}
+
+void SaveKeyedCells() {
+    std::vector<LeftCell> left;
+    LetWrite({"Save Keyed Cells As", "The keyed cells were written", " Cells", kCellFiles},
+             [&](const std::string& path) { left = WriteCells(path); });
+    if (!left.empty()) ShowCellsLeft(std::move(left));
+}
+
+void SaveTemplate() {
+    LetWrite({"Save A Template To Fill", "The template was written", " Template", kWorkbooks},
+             WriteCellsTemplate);
 }
 
 }  // namespace zolmara::ui

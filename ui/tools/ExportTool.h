@@ -1,11 +1,18 @@
 #pragma once
 
-// "Export To Spreadsheet ...": the open statement as a workbook.
+// The commands of "Tools" that write spreadsheets. Each lets the user choose the file; one that
+// stands there is replaced when the user says so.
 
 namespace zolmara::ui {
 
-/// Lets the user choose the file, and writes it. A file that stands there is replaced when the user
-/// says so.
+/// "Export To Spreadsheet ...": the open statement as a workbook.
 void ExportToSpreadsheet();
+
+/// "Save Keyed Cells As ...": in the form that an import takes. What has no place in it is listed
+/// in a window.
+void SaveKeyedCells();
+
+/// "Save A Template To Fill ...": a workbook with every cell that can be keyed.
+void SaveTemplate();
 
 }  // namespace zolmara::ui
