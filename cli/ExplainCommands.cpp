@@ -9,6 +9,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
+#include "forms/WhereKeyed.h"
 #include "store/session/Session.h"
 #include "worksheets/Explain.h"
 
@@ -70,7 +71,9 @@ struct Question {
             throw std::runtime_error(
                 fmt::format("More than {} cells would have to be told; choose a smaller --depth",
                             Figure(kMostCells)));
-        return Teller.Explain(cell);
+        Explanation told = Teller.Explain(cell);
+        TellWhereKeyed(told);
+        return told;
     }
 
     std::vector<CellRef> Next(const Explanation& told) const {

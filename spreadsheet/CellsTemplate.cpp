@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
+#include "forms/CellRoads.h"
 #include "forms/CellRules.h"
 #include "forms/WorksheetForm.h"
-#include "spreadsheet/CellRoads.h"
 #include "spreadsheet/KeyedCells.h"
 #include "spreadsheet/Workbook.h"
 #include "spreadsheet/WriteCells.h"

@@ -8,8 +8,8 @@
 
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
+#include "forms/CellRoads.h"
 #include "forms/CellRules.h"
-#include "spreadsheet/CellRoads.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"

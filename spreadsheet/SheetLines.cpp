@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "core/Globals.h"
+#include "forms/CellRoads.h"
 #include "forms/PasteText.h"
-#include "spreadsheet/CellRoads.h"
 #include "spreadsheet/SheetDates.h"
 
 namespace zolmara {

@@ -36,8 +36,15 @@ std::optional<CellKind> KindOf(const CellRef& cell) {
 }
 
 std::string KeyedRule(const CellRef& cell) {
-    if (IsKeyedTable(cell.Item)) return "Keyed in the cost centers, or imported.";
-    return fmt::format("Keyed in the editor of worksheet {}, or imported.", PrintedName(cell.Item));
+    return fmt::format("Keyed in {}, or imported.", EditorOf(cell.Item));
+}
+
+}  // namespace
+
+std::string EditorOf(std::string_view item) {
+    if (item == "CostCenters") return "the cost centers";
+    if (item == "ES") return "the pooled allocation statistical basis";
+    return fmt::format("the editor of worksheet {}", PrintedName(item));
 }
 
 std::string FixedRule(const CellRef& cell) {
@@ -50,6 +57,8 @@ std::string FixedRule(const CellRef& cell) {
     }
     return "It comes with the line of the form.";
 }
+
+namespace {
 
 std::string RuleOf(const CellRef& cell, CellState state) {
     if (const CellDescription* description = FindDescription(cell)) return description->Words;
@@ -73,6 +82,12 @@ std::vector<CellRef> InputsOf(const Node& formula, const CellRef& own, Evaluator
         return value.IsNull() || (value.IsNumber() && value.Number() == 0);
     });
     return inputs;
+}
+
+/// A cell that was never calculated holds nothing, which says no more than 0.
+bool SameValue(const Variant& stored, const Variant& told) {
+    if (told.IsNumber() && !stored.IsText()) return NumOr(stored) == told.Number();
+    return stored.IsNull() == told.IsNull() && Text(stored) == Text(told);
 }
 
 }  // namespace
@@ -124,6 +139,9 @@ Explanation Explainer::Explain(const CellRef& cell) {
     const Node& formula = FindDescription(cell)->Formula;
     told.Formula = FormulaInFigures(formula, cell, walker_);
     told.Inputs = InputsOf(formula, cell, walker_);
+    if (!SameValue(told.Value, walker_.Value(formula, cell))) {
+        told.Rule += " It has not been calculated since its inputs changed.";
+    }
     return told;
 }
 

@@ -37,8 +37,9 @@ struct Explanation {
     std::string Title;  ///< of its column as on the form; may be empty
     Variant Value;      ///< as stored: a number, a text or Null
     CellState Kind = CellState::Fixed;
-    /// The rule in words of the form. Of a keyed cell: where it can be changed, and what a
-    /// calculation does to it.
+    /// The rule in words of the form. Of a keyed cell: where it is keyed, and what a calculation
+    /// does to it; forms/WhereKeyed.h tells it for the very cell. Where the stored figure is not
+    /// what the formula comes to, that too.
     std::string Rule = {};
     /// The rule with the figures in it: "0.134482 of 1,250,000 = 168,102.50, rounded 168,103".
     /// Empty where there are none.
@@ -78,6 +79,11 @@ private:
     CellSource& cells_;
     Evaluator walker_;
 };
+
+/// Where a worksheet, the cost centers or the bases are keyed: "the editor of worksheet A-8".
+std::string EditorOf(std::string_view item);
+/// What is told of a cell that comes with the form, the line or the component.
+std::string FixedRule(const CellRef& cell);
 
 /// What a cell is, without reading anything but its description.
 CellState StateOf(const CellRef& cell);

@@ -162,6 +162,18 @@ TEST_F(ExplainTest, AKeyedCellThatACalculationWritesSaysSo) {
               "\"No\", \"Yes\" or \"Error\" by the amendment number on line 2.");
 }
 
+TEST_F(ExplainTest, AFigureOfAnEarlierCalculationSaysSo) {
+    SetCell("A", 8, "Col_1", 1000);
+    Calc_All();
+    EXPECT_EQ(Told("A", 8, "Col_3").Rule, "Column 1 plus column 2.");
+    SetCell("A", 8, "Col_1", 1500);
+    const Explanation stale = Told("A", 8, "Col_3");
+    EXPECT_EQ(stale.Rule,
+              "Column 1 plus column 2. It has not been calculated since its inputs changed.");
+    EXPECT_EQ(stale.Value, Variant(1000.0));
+    EXPECT_EQ(stale.Formula, "1,500");
+}
+
 TEST_F(ExplainTest, FixedCells) {
     SetComponents(2, {1});
     EXPECT_EQ(Told("Dp2", 1, "Description").Rule, "It comes with the component, from S-2 Part II.");

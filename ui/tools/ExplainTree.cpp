@@ -1,6 +1,7 @@
 #include "ui/tools/ExplainTree.h"
 
 #include "core/Globals.h"
+#include "forms/WhereKeyed.h"
 #include "store/Dao.h"
 #include "ui/main/QtText.h"
 
@@ -102,10 +103,19 @@ void ExplainTree::fetchMore(const QModelIndex& parent) {
     endInsertRows();
 }
 
+Explanation ExplainTree::Told(const CellRef& cell) {
+    Explanation told = explainer_->Explain(cell);
+    TellWhereKeyed(told);
+    return told;
+}
+
 // --- What it shows -------------------------------------------------------------------------
 
 QVariant ExplainTree::Text(Node& node, int column) const {
-    if (!node.Glance) node.Glance = explainer_->Glance(node.Cell);
+    if (!node.Glance) {
+        node.Glance = explainer_->Glance(node.Cell);
+        TellWhereKeyed(*node.Glance);
+    }
     switch (column) {
         case kCell:
             return Q(node.Glance->Name);

@@ -30,7 +30,7 @@ public:
     /// The cell of a row; none for no row.
     std::optional<CellRef> CellAt(const QModelIndex& index) const;
     /// All that is told of a cell.
-    Explanation Told(const CellRef& cell) { return explainer_->Explain(cell); }
+    Explanation Told(const CellRef& cell);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& index) const override;

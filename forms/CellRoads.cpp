@@ -1,4 +1,4 @@
-#include "spreadsheet/CellRoads.h"
+#include "forms/CellRoads.h"
 
 #include <algorithm>
 
