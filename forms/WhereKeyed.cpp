@@ -35,7 +35,7 @@ std::string WhereKeyed(const CellRef& cell) {
     const std::string editor = EditorOf(cell.Item);
     if (keyed && imported) return fmt::format("Keyed in {}, or imported.", editor);
     if (keyed) return fmt::format("Keyed in {}; the import does not take it.", editor);
-    if (imported) return fmt::format("Imported; {} does not open it as its line stands.", editor);
+    if (imported) return fmt::format("Imported; in {} it is locked as its line stands.", editor);
     if (IsIdentity(cell)) return "Changed with the identity of the home office, on line 2 of S-1.";
     if (IsNameOfEntry(cell)) return "The name follows the line number that is keyed beside it.";
     return "";

@@ -45,7 +45,7 @@ TEST_F(WhereKeyedTest, ACalculationThatWritesItIsToldBehindTheRoad) {
 TEST_F(WhereKeyedTest, TheImportAloneWhereTheEditorIsLocked) {
     // The description of the type of control is open for the types 5, 9 and 14.
     EXPECT_EQ(RuleOf("S1p1", 3, "Col_2"),
-              "Imported; the editor of worksheet S-1 Part I does not open it as its line stands.");
+              "Imported; in the editor of worksheet S-1 Part I it is locked as its line stands.");
     SetCell("S1p1", 3, "Col_1", "9");
     EXPECT_EQ(RuleOf("S1p1", 3, "Col_2"),
               "Keyed in the editor of worksheet S-1 Part I, or imported.");

@@ -194,9 +194,14 @@ TEST_F(ExplainWindowTest, TheContextMenuOfAWorksheetHasBoth) {
 }
 
 TEST_F(ExplainWindowTest, ACostCenterIsKeyedInItsOwnWindow) {
-    ExplainAt("edit", "CCs", 8, "CCName");
+    ExplainAt("edit", "CCs", 8, "StatLabel1");
     EXPECT_EQ(Label("lblRule"), "Keyed in the cost centers, or imported.");
     EXPECT_TRUE(Label("lblCell").starts_with("CostCenters, line 8, ")) << Label("lblCell");
+}
+
+TEST_F(ExplainWindowTest, ANameOfTheFormsOwnCostCentersIsNotSaidToBeKeyed) {
+    ExplainAt("edit", "CCs", 8, "CCName");
+    EXPECT_EQ(Label("lblRule"), "Imported; in the cost centers it is locked as its line stands.");
 }
 
 TEST_F(ExplainWindowTest, EveryControlHasANameForTheScreenReader) {
