@@ -173,6 +173,7 @@ TEST_F(EditInfo, ASavedIdentityStartsAnewWithTheMainWindowAndTheSplash) {
     EXPECT_EQ(BoxTexts(), std::vector<std::string>());
     EXPECT_EQ(FindForm("frmCRFEditInfo"), nullptr);
     EXPECT_EQ(gProviderName, "Southfield");
+    EXPECT_EQ(Done(), "Saved the provider information");
     EXPECT_EQ(Stored("S1p1", 2, "Col_1"), "Southfield");
     EXPECT_TRUE(gDB.Scalar("SELECT ESFirstName FROM Master;").IsNull());
     EXPECT_TRUE(WorksheetWindows().empty());
@@ -252,6 +253,7 @@ TEST_F(EditInfo, SaveAsGoesOnWithTheCopy) {
     ASSERT_TRUE(WaitFor([] { return FindForm("frmSplash") && WorksheetWindows().empty(); }));
     EXPECT_EQ(gCRFPath, folder.File("Copy.CRF"));
     EXPECT_EQ(gProviderName, "Copy");
+    EXPECT_EQ(Done(), "Saved as Copy.CRF");
     Database old = DBEngine::OpenDatabase(before);
     EXPECT_EQ(Text(old.Scalar("SELECT ProviderName FROM Master;")), "Northfield Health System");
 }

@@ -87,6 +87,7 @@ TEST_F(ImportWindows, TheThreeStepsTakeAWorksheetOver) {
     EXPECT_TRUE(Boxes.empty());
     EXPECT_EQ(LabelOf("frmImportMDI", "lblProgress"),
               "1 of 1 worksheets were imported.  Nothing has been recalculated yet.");
+    EXPECT_EQ(Done(), "Took over 1 of 1 worksheets from Last.CRF");
     EXPECT_EQ(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum=8;"), Variant(5000.0));
     EXPECT_FALSE(main->InLongStep());
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
@@ -229,6 +230,7 @@ TEST_F(ImportWindows, RebuildMakesTheChosenWorksheetAnew) {
     EXPECT_EQ(FindForm("frmReBuild_A_Worksheet"), nullptr);
     EXPECT_EQ(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum=8;"), Variant());
     EXPECT_TRUE(Boxes.empty());
+    EXPECT_EQ(Done(), "Rebuilt A");
 }
 
 TEST_F(ImportWindows, RebuildThatFailsSaysSoAndClosesAndCancelDoesNothing) {
@@ -244,6 +246,7 @@ TEST_F(ImportWindows, RebuildThatFailsSaysSoAndClosesAndCancelDoesNothing) {
     EXPECT_EQ(Boxes[1].Title, "Worksheet Not Built\"");
     EXPECT_EQ(Boxes[1].Text, "ERROR, worksheet 'Bp1' has NOT been successfully rebuilt.");
     EXPECT_EQ(FindForm("frmReBuild_A_Worksheet"), nullptr);
+    EXPECT_EQ(Done(), "") << "nothing ended well";
 }
 
 // --- New From Last Year ------------------------------------------------------------------------
@@ -267,6 +270,7 @@ TEST_F(ImportWindows, NewFromLastYearProposesThePeriodAndOpensTheNewFile) {
     EXPECT_EQ(gDB.Scalar("SELECT Description FROM Bp2 WHERE LineNum=1;"), Variant("Parking"));
     EXPECT_FALSE(gImportDB.IsOpen());
     EXPECT_TRUE(Enabled("mnuReportCalculate"));
+    EXPECT_EQ(Done(), "Created Next.CRF from last year's");
 }
 
 TEST_F(ImportWindows, NewFromLastYearRefusesDatesAndLastYearsName) {

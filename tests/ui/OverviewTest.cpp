@@ -156,11 +156,16 @@ TEST_F(OverviewTest, TheListKeepsToTheGatesOfTheMenus) {
     EXPECT_TRUE(Boxes[0].Text.starts_with("Worksheet A8 cannot be opened to view now."));
 }
 
-TEST_F(OverviewTest, ItsContextMenuPrintsExplainsAndRebuilds) {
+TEST_F(OverviewTest, ItsContextMenuPrintsExportsExplainsAndRebuilds) {
     OpenSample();
     Sheets()->setCurrentItem(Sheet_("A-8,"));
     Part<QAction>("actPrint")->trigger();
     EXPECT_EQ(Jobs.size(), 1u);
+    Files.emplace_back(folder.File("one.xlsx"));
+    Part<QAction>("actExport")->trigger();
+    EXPECT_EQ(Dialogs.back().FileName, folder.File("Sample A-8.xlsx"));
+    EXPECT_EQ(Done(), "Exported to one.xlsx");
+    EXPECT_TRUE(std::filesystem::exists(folder.File("one.xlsx")));
     Part<QAction>("actRebuild")->trigger();
     EXPECT_EQ(Control<QComboBox>("frmReBuild_A_Worksheet", "cboReBuild")->currentText(), "A8");
     Click("frmReBuild_A_Worksheet", "cmdCancel");
@@ -171,6 +176,18 @@ TEST_F(OverviewTest, ItsContextMenuPrintsExplainsAndRebuilds) {
         if (window->objectName() == "wndExplain" && !window->isHidden()) told = window;
     ASSERT_NE(told, nullptr);
     EXPECT_TRUE(S(told->findChild<QLabel*>("lblCell")->text()).starts_with("A-8, line 100"));
+}
+
+TEST_F(OverviewTest, EveryWorksheetOfTheListIsExportedByItself) {
+    OpenSample(false);
+    for (const char* start : {"Cost Centers", "Pooled Allocation", "A, ", "E-1 Part II,", "S-2"}) {
+        Sheets()->setCurrentItem(Sheet_(start));
+        const std::string out = folder.File(std::string("of ") + start + ".xlsx");
+        Files.emplace_back(out);
+        Part<QAction>("actExport")->trigger();
+        EXPECT_TRUE(std::filesystem::exists(out)) << start;
+    }
+    EXPECT_TRUE(Boxes.empty()) << ::testing::PrintToString(BoxTexts());
 }
 
 // --- State, figures, pictures --------------------------------------------------------------

@@ -182,6 +182,7 @@ TEST_F(InPreview, TheWholeDocumentGoesIntoAPdfFile) {
     EXPECT_EQ(Dialogs.back().DefaultExt, ".pdf");
     EXPECT_EQ(CountOf(FileText(path), "/Type /Page\n"), 5);
     EXPECT_TRUE(Boxes.empty());
+    EXPECT_EQ(Done(), "Saved form.pdf");
 }
 
 TEST_F(InPreview, APdfFileThatCannotBeWrittenIsToldByName) {

@@ -122,6 +122,7 @@ TEST_F(ToolWindowsTest, SettingsAreTakenByOkAlone) {
     EXPECT_EQ(Window("wndSettings"), nullptr);
     EXPECT_TRUE(EntryCalculation::IsOn());
     EXPECT_EQ(SavedZoom(), 1.5);
+    EXPECT_EQ(Done(), "Settings saved");
     EXPECT_EQ(host->GetSetting("Zolmara 287-22", "Backups", "Last", ""), "7");
     EXPECT_EQ(host->GetSetting("Zolmara 287-22", "Startup", "CRFLoc", ""), folder.Path().string());
 }
@@ -153,18 +154,31 @@ TEST_F(ToolWindowsTest, TheThemeIsDarkOrLightAtOnceAndRemembered) {
 // --- In the flow ---------------------------------------------------------------------------
 
 TEST_F(ToolWindowsTest, AStepThatEndedWellSaysSoInTheStatusLine) {
-    const auto done = [this] { return S(main->findChild<QLabel*>("lblDone")->text()); };
     const std::string path = MakeSample("Sample.CRF");
     Open(path);
-    EXPECT_EQ(done(), "Opened Sample.CRF");
+    EXPECT_EQ(Done(), "Opened Sample.CRF");
     Trigger("mnuReportCalculate");
-    EXPECT_EQ(done(), "Calculated and checked");
+    EXPECT_EQ(Done(), "Calculated and checked");
     Trigger("mnuViewCloseAll");
+    EXPECT_EQ(Done(), "") << "of the former command nothing stays";
+    Trigger("mnuReportUtilitiesHQ");
+    EXPECT_EQ(Done(), "High quality printing is off");
+    Trigger("mnuReportUtilitiesHQ");
+    EXPECT_EQ(Done(), "High quality printing is on");
+    Tool("tlsEntryCalculation");
+    EXPECT_EQ(Done(), "Each entry is calculated");
+    Tool("tlsEntryCalculation");
+    EXPECT_EQ(Done(), "Entries are not calculated");
+    Tool("tlsNextFinding");
+    EXPECT_EQ(Done(), "No finding leads to a worksheet");
     Files.emplace_back(folder.File("Copy.CRF"));
     Trigger("mnuReportSaveAs");
-    EXPECT_EQ(done(), "Saved as Copy.CRF");
+    EXPECT_EQ(Done(), "Saved as Copy.CRF");
+    Trigger("mnuReportSaveAs");
+    EXPECT_EQ(Done(), "") << "cancelled";
     Trigger("mnuReportClose");
-    EXPECT_EQ(done(), "Closed Copy.CRF");
+    EXPECT_EQ(Done(), "Closed Copy.CRF");
+    EXPECT_TRUE(Boxes.empty()) << ::testing::PrintToString(BoxTexts());
 }
 
 TEST_F(ToolWindowsTest, KeyingIntoASignedStatementIsToldOnce) {

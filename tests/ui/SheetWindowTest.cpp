@@ -175,6 +175,7 @@ TEST_F(SheetWindow, RecalculateEndsInTheViewWithFreshFigures) {
     At(edit, 1, "Col_1");
     Type("1000");
     Button(edit, "cmdRecalculate")->click();
+    EXPECT_EQ(Done(), "Calculated");
     EXPECT_EQ(Stored("A", 1, "Col_1"), "1000");
     auto* view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "A"));
     ASSERT_NE(view, nullptr);

@@ -121,6 +121,7 @@ TEST_F(SmallWindows, ImportShowsItsMessages) {
     Trigger("mnuReportImportASCII");
     EXPECT_EQ(Dialogs.back().Title, "Import ASCII file");
     EXPECT_EQ(Form("frmViewError")->windowTitle(), "Import Messages");
+    EXPECT_EQ(Done(), "Imported northfield.txt");
     EXPECT_EQ(Control<QTableWidget>("frmViewError", "grd")->rowCount(), 1);
     EXPECT_FALSE(Control<QPushButton>("frmViewError", "cmdBuildECR")->isEnabled());
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
@@ -144,6 +145,7 @@ TEST_F(SmallWindows, AnImportFileThatIsNotThereIsReported) {
     Trigger("mnuReportImportASCII");
     ASSERT_EQ(Boxes.size(), 2U);
     EXPECT_EQ(Boxes[1].Style, kCritical);
+    EXPECT_EQ(Done(), "");
     EXPECT_TRUE(CrfIsOpen());
 }
 

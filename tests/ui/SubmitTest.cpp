@@ -91,6 +91,7 @@ TEST_F(Submit, AcceptBuildsTheFilesAndOffersToCopyThem) {
     EXPECT_NE(FindForm("frmCopy2Floppy"), nullptr);
     EXPECT_FALSE(main->InLongStep());
     EXPECT_TRUE(Enabled("mnuReport"));
+    EXPECT_EQ(Done(), "Built HO123456.23A1");
 }
 
 TEST_F(Submit, ACancelledNameLeavesTheSignatureStored) {
@@ -185,6 +186,7 @@ TEST_F(CopyWindow, BothFilesAreCopiedAndTheWindowGoes) {
     EXPECT_TRUE(fs::exists(folder.File("stick/SN123456.23A1")));
     EXPECT_TRUE(fs::exists(folder.File("stick/PI123456.23A1")));
     EXPECT_EQ(FindForm("frmCopy2Floppy"), nullptr);
+    EXPECT_EQ(Done(), "Copied to STICK");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 #include <cstdlib>
@@ -182,6 +183,8 @@ QWidget* UiTest::AddWindow(const std::string& name, const std::string& caption) 
     window->show();
     return window;
 }
+
+std::string UiTest::Done() const { return S(main->findChild<QLabel*>("lblDone")->text()); }
 
 std::vector<std::string> UiTest::BoxTexts() const {
     std::vector<std::string> texts;

@@ -68,6 +68,8 @@ protected:
     QWidget* AddWindow(const std::string& name, const std::string& caption = "");
 
     std::vector<std::string> BoxTexts() const;
+    /// What the line at the bottom of the main window says.
+    std::string Done() const;
 
     test::TempFolder folder;
 

@@ -97,6 +97,9 @@ TEST_F(UndoWindows, AnUndoShutsTheWayToTheSubmission) {
     ASSERT_TRUE(Enabled("mnuReportSubmit"));
     Entry("tlsUndo")->trigger();
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
+    EXPECT_EQ(Done(), "Undone: Enter line 8 of A");
+    Entry("tlsRedo")->trigger();
+    EXPECT_EQ(Done(), "Done again: Enter line 8 of A");
 }
 
 TEST_F(UndoWindows, SaveAsEmptiesTheListAndTheMenuTellsWhy) {
@@ -135,8 +138,12 @@ TEST_F(UndoWindows, BackupsAreListedViewedAndRestored) {
                         Replace(At("frmBackupView", row, 2), ",", "") == first);
     EXPECT_TRUE(seen) << first;
     Push("frmBackupView", "cmdClose");
-    Answers = {kYes, kOk};
+    Answers = {kYes};
+    Boxes.clear();
     Push("frmBackups", "cmdRestore");
+    EXPECT_EQ(Boxes.size(), 1u) << "the question alone";
+    EXPECT_EQ(Done(), "One.CRF has been restored.");
+    EXPECT_EQ(S(In<QLabel>("frmBackups", "lblBackupDone")->text()), Done());
     EXPECT_EQ(Stored("A", 8, "Col_1"), first);
     EXPECT_EQ(RowsOf("frmBackups"), 2) << "what stood there became a backup";
     Push("frmBackups", "cmdClose");
@@ -149,8 +156,14 @@ TEST_F(UndoWindows, ARestoreThatIsDeclinedChangesNothing) {
     Answers = {kNo};
     Push("frmBackups", "cmdRestore");
     EXPECT_EQ(Stored("A", 8, "Col_1"), "77");
+    Boxes.clear();
     Push("frmBackups", "cmdMake");
     EXPECT_EQ(RowsOf("frmBackups"), 2);
+    EXPECT_EQ(Done(), "One.CRF has been backed up.");
+    Push("frmBackups", "cmdMake");
+    EXPECT_EQ(RowsOf("frmBackups"), 2);
+    EXPECT_EQ(Done(), "The newest backup holds what the file holds now.");
+    EXPECT_TRUE(Boxes.empty());
     Push("frmBackups", "cmdClose");
 }
 
@@ -177,6 +190,7 @@ TEST_F(UndoWindows, TheComparisonTellsPrintsAndSavesWhatDiffers) {
     std::string row;
     std::getline(file, head);
     std::getline(file, row);
+    EXPECT_EQ(Done(), "Saved the comparison as out.csv");
     EXPECT_EQ(head, "item,line,column,name,here,there,difference,percent");
     EXPECT_TRUE(row.starts_with("A,8,Col_1,")) << row;
     EXPECT_EQ(Dialogs.back().FileName, folder.File("Compare.xlsx"));

@@ -9,9 +9,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Globals.h"
 #include "core/Windows.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
@@ -119,6 +121,7 @@ void frmCRFEditInfo::Save(IdentityResult (*save)(IdentityFields& fields)) {
     // A row that is being keyed belongs to the statement as it is now.
     if (!CommitOpenRows()) return;
     checking_ = true;
+    const std::string before = gCRFPath;
     IdentityFields fields = Fields();
     IdentityResult result;
     const bool done = Guarded([&] { result = save(fields); });
@@ -133,6 +136,7 @@ void frmCRFEditInfo::Save(IdentityResult (*save)(IdentityFields& fields)) {
     UnloadAllBut({"frmMain", "frmEditCCs", "frmEditS1p1", "frmViewS1p1", "frmCRFEditInfo"});
     // What stays, for a reason of its own, shows the statement that is open now.
     TheWindows().RefreshOpenForms("");
+    TellDone(before == gCRFPath ? "Saved the provider information" : "Saved as " + gCRFTitle);
     UnloadForm(this);
 }
 

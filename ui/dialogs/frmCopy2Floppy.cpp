@@ -5,12 +5,14 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "ecr/Build_ECR.h"
 #include "ecr/CopySubmission.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/MenuTable.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
@@ -89,10 +91,13 @@ void frmCopy2Floppy::SetFile(const std::string& path) {
 }
 
 void frmCopy2Floppy::Process() {
-    std::string root;
-    for (std::size_t i = 0; i < OptDrive_.size(); ++i)
-        if (OptDrive_[i]->isChecked()) root = drives_[i].Root;
-    if (CopySubmission(path_, root)) UnloadForm(this);
+    const auto chosen = std::ranges::find_if(OptDrive_, &QRadioButton::isChecked);
+    const Drive drive = chosen == OptDrive_.end()
+                            ? Drive{}
+                            : drives_[static_cast<std::size_t>(chosen - OptDrive_.begin())];
+    if (!CopySubmission(path_, drive.Root)) return;
+    TellDone("Copied to " + drive.Name);
+    UnloadForm(this);
 }
 
 void ShowCopyWindow(const std::string& ecrPath) {

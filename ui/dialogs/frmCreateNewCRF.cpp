@@ -9,6 +9,7 @@
 #include "core/Windows.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
@@ -110,6 +111,7 @@ void frmCreateNewCRF::Create() {
     if (!done || !made_) return;
     hide();
     UnloadForm(this);
+    TellDone("Created " + gCRFTitle);
     TheWindows().RefreshMenus();
 }
 

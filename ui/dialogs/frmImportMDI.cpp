@@ -1,5 +1,7 @@
 #include "ui/dialogs/frmImportMDI.h"
 
+#include <fmt/format.h>
+
 #include <QCloseEvent>
 #include <QStackedWidget>
 #include <QTimer>
@@ -10,6 +12,7 @@
 #include "import/ImportSource.h"
 #include "import/ImportWorksheets.h"
 #include "ui/dialogs/frmImportSteps.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 
 namespace zolmara::ui {
@@ -68,6 +71,8 @@ void frmImportMDI::Import() {
         const std::vector<std::string> failed = ImportWorksheets(
             chosen, [this](const std::string& text, double part) { progress_->Show(text, part); });
         progress_->Finish(chosen.size(), failed);
+        TellDone(fmt::format("Took over {} of {} worksheets from {}",
+                             chosen.size() - failed.size(), chosen.size(), ImportTitle()));
     } catch (...) {
         progress_->Fail();
         throw;

@@ -18,6 +18,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "worksheets/FurnishedCrf.h"
@@ -137,6 +138,7 @@ void frmNewFromLastYear::Made() {
     for (const ImportMessage& message : ImportMessages()) text += message.Text + "\r";
     hide();
     UnloadForm(this);
+    TellDone("Created " + gCRFTitle + " from last year's");
     TheWindows().RefreshMenus();
     if (!text.empty()) TheDialogs().MsgBox(text, kExclamation, kTitle);
 }

@@ -7,8 +7,10 @@
 
 #include "import/Rebuild.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara::ui {
 
@@ -39,7 +41,8 @@ frmReBuild_A_Worksheet::frmReBuild_A_Worksheet(const std::string& item)
 }
 
 void frmReBuild_A_Worksheet::Execute() {
-    RebuildWorksheet(S(cboReBuild_->currentText()));
+    const std::string item = S(cboReBuild_->currentText());
+    if (RebuildWorksheet(item)) TellDone("Rebuilt " + PrintedName(item));
     UnloadForm(this);
 }
 

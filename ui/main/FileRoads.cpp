@@ -14,6 +14,7 @@
 #include "spreadsheet/ImportFile.h"
 #include "store/session/RepairCrf.h"
 #include "store/session/Session.h"
+#include "ui/main/Done.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
 
@@ -63,8 +64,14 @@ bool OpenFile(const std::string& path) {
     if (CrfIsOpen() && CloseAllForms(false) != 0) return false;
     TheWindows().SetWelcomeVisible(false);
     if (!OpenOrRepairCrf(path)) return false;
-    TheQtHost().Main()->ShowDone("Opened " + gCRFTitle);
+    TellDone("Opened " + gCRFTitle);
     return true;
+}
+
+bool ImportAndTell(const std::string& path) {
+    const bool clean = ImportFile(path);
+    if (clean) TellDone("Imported " + FileName(path));
+    return clean;
 }
 
 void TakeFile(const std::string& path) {
@@ -76,7 +83,7 @@ void TakeFile(const std::string& path) {
                         "stands in the way.",
                         path));
     } else {
-        mnuReportImportASCII(path, ImportFile);
+        mnuReportImportASCII(path, ImportAndTell);
     }
 }
 

@@ -15,6 +15,9 @@ bool OpenFile(const std::string& path);
 /// A CRF opens; a text file or a workbook asks to be imported into the open CRF.
 void TakeFile(const std::string& path);
 
+/// Imports a file into the open CRF as ImportFile does, and says so where it ended well.
+bool ImportAndTell(const std::string& path);
+
 /// The CRFs that were open last, the last one first, those that are gone left out.
 std::vector<std::string> RecentFiles();
 /// Puts a CRF ahead of the others.

@@ -12,7 +12,6 @@
 #include "import/ImportASCII.h"
 #include "print/PrintDriver.h"
 #include "print/SendPrtFile.h"
-#include "spreadsheet/ImportFile.h"
 #include "store/session/Session.h"
 #include "ui/dialogs/BuildEcr.h"
 #include "ui/dialogs/frmCreateNewCRF.h"
@@ -22,6 +21,8 @@
 #include "ui/dialogs/frmReBuild_A_Worksheet.h"
 #include "ui/dialogs/frmViewError.h"
 #include "ui/main/Desktop.h"
+#include "ui/main/Done.h"
+#include "ui/main/FileRoads.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
@@ -44,16 +45,20 @@ void ReportNew(frmMain& main) {
 void ReportOpen(frmMain&) { mnuReportOpen(); }
 void ReportClose(frmMain&) { mnuReportClose(); }
 void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
-void ReportEditCheck(frmMain&) { mnuReportEditCheck(); }
+void ReportEditCheck(frmMain&) {
+    mnuReportEditCheck();
+    TellDone("Checked");
+}
 void ReportCalculate(frmMain&) {
     mnuReportCalculate(Calc_Changed);
     NoteCalculation(true);
+    TellDone("Calculated and checked");
 }
 void ReportPrintSelect(frmMain&) {
     if (!ShowOpenForm("frmSelectivePrints")) ShowForm(new frmSelectivePrints);
 }
 void ReportPrint(frmMain&) { Print_All(0); }
-void ReportImportASCII(frmMain&) { mnuReportImportASCII(ImportFile); }
+void ReportImportASCII(frmMain&) { mnuReportImportASCII(ImportAndTell); }
 void ReportImportCRF(frmMain&) { ShowImportCRF(); }
 void ReportExit(frmMain& main) { main.close(); }
 
@@ -80,6 +85,7 @@ void UtilitiesHQ(frmMain& main) {
     const bool turnOff = entry->text().endsWith("Off");
     SetHighQualityPrinting(!turnOff);
     entry->setText(turnOff ? "Turn High Quality Printing On" : "Turn High Quality Printing Off");
+    TellDone(turnOff ? "High quality printing is off" : "High quality printing is on");
 }
 
 void UtilitiesHeader(frmMain&) {
@@ -164,15 +170,12 @@ void AskToCloseForms() {
 
 namespace {
 
-/// What a command says when it ended well and nothing else tells so; `before` is the file that was
-/// open ahead of it.
+/// What a command that turns to another file says; `before` is the file that was open ahead of it.
 std::string DoneText(std::string_view command, const std::string& before) {
     const bool other = before != gCRFPath;
     if (command == "mnuReportOpen" && other && CrfIsOpen()) return "Opened " + gCRFTitle;
     if (command == "mnuReportSaveAs" && other) return "Saved as " + gCRFTitle;
-    if (command == "mnuReportCalculate") return "Calculated and checked";
-    if (command == "mnuReportClose" && other)
-        return "Closed " + std::filesystem::path(before).filename().string();
+    if (command == "mnuReportClose" && other) return "Closed " + FileName(before);
     return {};
 }
 
@@ -180,10 +183,9 @@ std::string DoneText(std::string_view command, const std::string& before) {
 
 void RunCommand(frmMain& main, const std::string& name) {
     const std::string before = gCRFPath;
-    main.ShowDone("");
     for (const Command& command : kCommands)
         if (command.Name == name) command.Run(main);
-    main.ShowDone(DoneText(name, before));
+    if (const std::string text = DoneText(name, before); !text.empty()) TellDone(text);
 }
 
 void RunWorksheetEntry(const std::string& mode, const std::string& item,

@@ -15,6 +15,7 @@
 #include "ui/dialogs/frmCopy2Floppy.h"
 #include "ui/dialogs/frmViewError.h"
 #include "ui/main/Desktop.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
@@ -213,7 +214,10 @@ void QtHost::UnloadForm(const std::string& name) {
 
 void QtHost::ShowErrors(const std::string& caption) { ShowViewError(caption); }
 
-void QtHost::ShowCopy2Floppy(const std::string& ecrPath) { ShowCopyWindow(ecrPath); }
+void QtHost::ShowCopy2Floppy(const std::string& ecrPath) {
+    TellDone("Built " + FileName(ecrPath));
+    ShowCopyWindow(ecrPath);
+}
 
 // --- Clock and settings --------------------------------------------------------------------
 

@@ -324,6 +324,7 @@ void frmMain::dropEvent(QDropEvent* event) {
 
 void frmMain::Run(const std::function<void()>& command) {
     if (CommandAtWork() || InLongStep()) return;
+    ShowDone("");
     const bool done = Guarded(command);
     if (done)
         SetMenus();

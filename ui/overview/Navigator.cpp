@@ -19,6 +19,7 @@
 #include "ui/main/WorksheetRoads.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/ExplainWindow.h"
+#include "ui/tools/ExportTool.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara::ui {
@@ -71,10 +72,11 @@ void Navigator::MakeMenu() {
         const char* Caption;
         void (*Run)(Navigator&);
     };
-    static constexpr std::array<Entry, 5> kEntries = {{
+    static constexpr std::array<Entry, 6> kEntries = {{
         {"actView", "&View\tReturn", [](Navigator& n) { n.Open("view"); }},
         {"actEdit", "&Edit\tCtrl+Return", [](Navigator& n) { n.Open("edit"); }},
         {"actPrint", "&Print", [](Navigator& n) { n.PrintSheet(); }},
+        {"actExport", "Export To &Spreadsheet ...", [](Navigator& n) { n.Export(); }},
         {"actExplain", "E&xplain Its Total\tF3", [](Navigator& n) { n.Explain(); }},
         {"actRebuild", "&ReBuild ...", [](Navigator& n) { n.Rebuild(); }},
     }};
@@ -173,6 +175,8 @@ void Navigator::PrintSheet() {
     const std::vector<std::string> entries{"(" + Current() + ")"};
     PrintSelected(entries);
 }
+
+void Navigator::Export() { ExportToSpreadsheet(Current()); }
 
 void Navigator::Explain() {
     const auto total = TotalOf(Current());

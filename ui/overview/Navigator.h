@@ -35,6 +35,7 @@ private:
     void Filter();
     void Open(const std::string& mode);
     void PrintSheet();
+    void Export();
     void Explain();
     void Rebuild();
 

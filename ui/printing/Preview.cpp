@@ -22,6 +22,7 @@
 #include "store/PlainWords.h"
 #include "store/session/Session.h"
 #include "ui/main/Desktop.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "ui/printing/PageView.h"
@@ -187,20 +188,21 @@ bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
 
 // --- Out of the preview --------------------------------------------------------------------
 
-void frmPreview::Work(const QString& text, const std::string& file,
+void frmPreview::Work(const QString& text, const std::string& file, const std::string& done,
                       const std::function<PaintResult(const PageProgress&)>& work) {
     QProgressDialog bar(text, "Cancel", 0, 1, this);
     bar.setObjectName("frmProgress");
     bar.setWindowTitle(windowTitle());
     bar.setWindowModality(Qt::WindowModal);
     try {
-        const PaintResult result = work([&bar](std::size_t done, std::size_t all) {
+        const PaintResult result = work([&bar](std::size_t page, std::size_t all) {
             bar.setMaximum(static_cast<int>(all) + 1);
-            bar.setValue(static_cast<int>(done));
+            bar.setValue(static_cast<int>(page));
             return !bar.wasCanceled();
         });
         bar.reset();
         if (result == PaintResult::Failed) TellError(file, "The printer takes no pages.");
+        if (result == PaintResult::Done) TellDone(done);
     } catch (const std::exception& error) {
         bar.reset();
         TellError(file, PlainWords(error));
@@ -212,7 +214,8 @@ void frmPreview::Print() {
     if (!TheDesktop().AskToPrint(printer_, static_cast<int>(document_.Pages()))) return;
     const std::string file = S(printer_.outputFileName());
     const bool pdf = printer_.outputFormat() == QPrinter::PdfFormat && !file.empty();
-    Work("Printing", pdf ? file : S(printer_.docName()), [&](const PageProgress& progress) {
+    const std::string done = pdf ? "Saved " + FileName(file) : std::string("Sent to the printer");
+    Work("Printing", pdf ? file : S(printer_.docName()), done, [&](const PageProgress& progress) {
         const PageRange range = RangeOf(printer_, document_.Pages());
         return pdf ? SavePdf(document_, range, file, progress)
                    : PaintJobs(document_, range, printer_, progress);
@@ -222,9 +225,10 @@ void frmPreview::Print() {
 void frmPreview::SaveAsPdf() {
     const std::optional<std::string> path = TheDesktop().ChooseFile(PdfDialog());
     if (!path || path->empty()) return;
-    Work("Writing the PDF file", *path, [&](const PageProgress& progress) {
-        return SavePdf(document_, {0, document_.Pages()}, *path, progress);
-    });
+    Work("Writing the PDF file", *path, "Saved " + FileName(*path),
+         [&](const PageProgress& progress) {
+             return SavePdf(document_, {0, document_.Pages()}, *path, progress);
+         });
 }
 
 void ShowPreview(const std::vector<PrintJob>& jobs, QPrinter& printer) {

@@ -43,8 +43,8 @@ private:
     void Zoom();
     void Print();
     void SaveAsPdf();
-    /// Runs with a bar and a cancel; an error is told.
-    void Work(const QString& text, const std::string& file,
+    /// Runs with a bar and a cancel; an error is told, and in the end what is done.
+    void Work(const QString& text, const std::string& file, const std::string& done,
               const std::function<PaintResult(const PageProgress&)>& work);
 
     Document document_;

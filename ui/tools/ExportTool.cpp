@@ -1,7 +1,5 @@
 #include "ui/tools/ExportTool.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <functional>
 
@@ -12,8 +10,10 @@
 #include "spreadsheet/Export.h"
 #include "spreadsheet/WriteCells.h"
 #include "store/session/Session.h"
+#include "ui/main/Done.h"
 #include "ui/tools/frmCellsLeft.h"
 #include "ui/worksheets/OpenWorksheet.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara::ui {
 namespace {
@@ -39,8 +39,8 @@ public:
 
 struct FileToWrite {
     const char* Title;
-    const char* What;    ///< "The statement was written to ..."
-    const char* Behind;  ///< the CRF's name, in the name that is proposed
+    const char* Done;    ///< "Exported to", ahead of the file's name
+    std::string Behind;  ///< the CRF's name, in the name that is proposed
     const char* Filter;
 };
 
@@ -65,25 +65,28 @@ void LetWrite(const FileToWrite& file, const std::function<void(const std::strin
         const Writing writing(*path);
         write(*path);
     }
-    TheDialogs().MsgBox(fmt::format("{} to {}.", file.What, *path), kInformation, file.Title);
+    TellDone(std::string(file.Done) + " " + FileName(*path));
 }
 
 }  // namespace
 
-void ExportToSpreadsheet() {
-    LetWrite({"Export To Spreadsheet", "The statement was written", "", kWorkbooks},
-             [](const std::string& path) { ExportWorkbook(path); });
+void ExportToSpreadsheet(const std::string& item) {
+    ExportChoice choice;
+    if (!item.empty()) choice.Items = {item};
+    LetWrite({"Export To Spreadsheet", "Exported to", item.empty() ? "" : " " + PrintedName(item),
+              kWorkbooks},
+             [&](const std::string& path) { ExportWorkbook(path, choice); });
 }
 
 void SaveKeyedCells() {
     std::vector<LeftCell> left;
-    LetWrite({"Save Keyed Cells As", "The keyed cells were written", " Cells", kCellFiles},
+    LetWrite({"Save Keyed Cells As", "Saved the keyed cells as", " Cells", kCellFiles},
              [&](const std::string& path) { left = WriteCells(path); });
     if (!left.empty()) ShowCellsLeft(std::move(left));
 }
 
 void SaveTemplate() {
-    LetWrite({"Save A Template To Fill", "The template was written", " Template", kWorkbooks},
+    LetWrite({"Save A Template To Fill", "Saved the template as", " Template", kWorkbooks},
              WriteCellsTemplate);
 }
 

@@ -19,6 +19,7 @@
 #include "store/session/Backups.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
@@ -189,6 +190,7 @@ void SettingsWindow::Accept() {
     for (frmWorksheet* window : WorksheetWindows()) window->Grid().SetZoom(zoom);
     SetTheme(kThemes.at(static_cast<std::size_t>(cboTheme_->currentIndex())));
     RefreshTools();
+    TellDone("Settings saved");
     close();
 }
 

@@ -3,6 +3,7 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/frmImportMDI.h"
 #include "ui/dialogs/frmNewFromLastYear.h"
+#include "ui/main/Done.h"
 #include "ui/main/FileRoads.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/frmMain.h"
@@ -26,13 +27,18 @@ std::vector<ToolChoice> RecentChoices() {
     return choices;
 }
 
+void ToggleEntryCalculation() {
+    EntryCalculation::Toggle();
+    TellDone(EntryCalculation::IsOn() ? "Each entry is calculated" : "Entries are not calculated");
+}
+
 }  // namespace
 
 std::vector<Tool>& Tools() {
     static std::vector<Tool> tools = {
         {.Name = "tlsEntryCalculation",
          .Caption = "&Calculate after each entry",
-         .Run = EntryCalculation::Toggle,
+         .Run = ToggleEntryCalculation,
          .IsChecked = EntryCalculation::IsOn},
         {.Name = "tlsUndo",
          .Caption = "&Undo",
@@ -86,7 +92,7 @@ std::vector<Tool>& Tools() {
         {.Name = "tlsExport",
          .Caption = "&Export To Spreadsheet ...",
          .IsOn = CrfIsOpen,
-         .Run = ExportToSpreadsheet},
+         .Run = [] { ExportToSpreadsheet(); }},
         {.Name = "tlsCells",
          .Caption = "Save &Keyed Cells As ...",
          .IsOn = CrfIsOpen,

@@ -6,6 +6,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/session/Acts.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/QtHost.h"
 #include "ui/tools/Tools.h"
@@ -56,11 +57,17 @@ bool CanUndo() { return TheActs().CanUndo() || AnyRowIsOpen(); }
 bool CanRedo() { return TheActs().CanRedo(); }
 
 void Undo() {
-    if (CommitOpenRows()) TheActs().Undo();
+    if (!CommitOpenRows() || !TheActs().CanUndo()) return;
+    const std::string name = TheActs().NameOfUndo();
+    TheActs().Undo();
+    TellDone("Undone: " + name);
 }
 
 void Redo() {
-    if (CommitOpenRows()) TheActs().Redo();
+    if (!CommitOpenRows() || !TheActs().CanRedo()) return;
+    const std::string name = TheActs().NameOfRedo();
+    TheActs().Redo();
+    TellDone("Done again: " + name);
 }
 
 std::string UndoCaption() {

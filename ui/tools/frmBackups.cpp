@@ -14,6 +14,7 @@
 #include "import/BackupFigures.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 #include "ui/tools/ListingModel.h"
@@ -39,6 +40,7 @@ frmBackups::frmBackups()
     : model_(new ListingModel(this)),
       grd_(new QTableView),
       lblPlace_(new QLabel),
+      lblDone_(new QLabel),
       cmdView_(MakeButton("cmdView", "&View ...", [this] { View(); })),
       cmdRestore_(MakeButton("cmdRestore", "&Restore ...", [this] { Restore(); })),
       tmrFigures_(new QTimer(this)) {
@@ -54,11 +56,14 @@ frmBackups::frmBackups()
     lblPlace_->setWordWrap(true);
     lblPlace_->setTextFormat(Qt::PlainText);
     lblPlace_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    lblDone_->setObjectName("lblBackupDone");
+    lblDone_->setTextFormat(Qt::PlainText);
     auto* const make = MakeButton("cmdMake", "&Back Up Now", [this] { Make(); });
     auto* const close = MakeButton("cmdClose", "&Close", [this] { UnloadForm(this); });
     auto* column = new QVBoxLayout(this);
     column->addWidget(lblPlace_);
     column->addWidget(grd_, 1);
+    column->addWidget(lblDone_);
     column->addWidget(MakeButtonStrip({make, cmdView_, cmdRestore_, close}));
     PressOnEscape(this, close);
     tmrFigures_->setInterval(0);
@@ -111,12 +116,18 @@ void frmBackups::SetButtons() {
     for (QPushButton* button : {cmdView_, cmdRestore_}) button->setEnabled(Chosen() != nullptr);
 }
 
+/// This window covers the main one, so its own line says it, too.
+void frmBackups::Tell(const std::string& text) {
+    lblDone_->setText(Q(text));
+    lblDone_->setAccessibleName(Q(text));
+    TellDone(text);
+}
+
 void frmBackups::Make() {
     const bool made = MakeBackup(gCRFPath).has_value();
     ReadBackups();
-    if (!made)
-        TheDialogs().MsgBox("The newest backup holds what the file holds now.", kInformation,
-                            "Backups");
+    Tell(made ? fmt::format("{} has been backed up.", gCRFTitle)
+              : std::string("The newest backup holds what the file holds now."));
 }
 
 void frmBackups::View() {
@@ -139,9 +150,7 @@ void frmBackups::Restore() {
     if (!window) return;
     if (!CrfIsOpen()) return static_cast<void>(UnloadForm(this));
     ReadBackups();
-    if (restored)
-        TheDialogs().MsgBox(fmt::format("{} has been restored.", gCRFTitle), kInformation,
-                            "Restore");
+    if (restored) Tell(fmt::format("{} has been restored.", gCRFTitle));
 }
 
 void ShowBackups() { ShowForm(new frmBackups); }

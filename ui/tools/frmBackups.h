@@ -3,6 +3,7 @@
 // "Backups ...": the backups of the open CRF, each to be looked at and brought back.
 
 #include <QWidget>
+#include <string>
 #include <vector>
 
 #include "store/session/Backups.h"
@@ -28,12 +29,14 @@ private:
     void Make();
     void View();
     void Restore();
+    void Tell(const std::string& text);
 
     std::vector<Backup> backups_;
     std::size_t read_ = 0;  ///< backups whose figures are shown
     ListingModel* model_;
     QTableView* grd_;
     QLabel* lblPlace_;
+    QLabel* lblDone_;
     QPushButton* cmdView_;
     QPushButton* cmdRestore_;
     QTimer* tmrFigures_;

@@ -19,6 +19,7 @@
 #include "store/files/FileDoor.h"
 #include "store/session/Session.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
@@ -157,6 +158,7 @@ void frmCompare::Save() {
     // The dialog has asked whether a file that stands there is to be replaced.
     const ReplaceAsTold asked(true, "");
     SaveComparison(found_, other_, *chosen);
+    TellDone("Saved the comparison as " + FileName(*chosen));
 }
 
 void ShowComparison() {

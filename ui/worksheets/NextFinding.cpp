@@ -4,6 +4,7 @@
 #include "editchecks/ErrorView.h"
 #include "store/session/Session.h"
 #include "ui/dialogs/frmViewError.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/WorksheetRoads.h"
 #include "ui/worksheets/FindingTarget.h"
@@ -33,6 +34,7 @@ void OpenNextFinding() {
     for (std::size_t step = 0; step < view.Rows.size(); ++step)
         if (OpenAt(view, (position + step) % view.Rows.size(), window)) return;
     TheDialogs().Beep();
+    TellDone("No finding leads to a worksheet");
 }
 
 }  // namespace zolmara::ui

@@ -15,6 +15,7 @@
 #include "print/PrintDriver.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
+#include "ui/main/Done.h"
 #include "ui/main/Guard.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
@@ -268,6 +269,7 @@ void frmWorksheet::Recalculate() {
     if (!CommitGrid()) return;
     Calc_Changed();
     NoteCalculation(false);
+    TellDone("Calculated");
     OpenWorksheet("view", Form().Item);
 }
 
