@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTimer>
+#include <filesystem>
 #include <fstream>
 
 #include "SheetTest.h"
@@ -158,7 +159,7 @@ TEST_F(ExportTool, SavesATemplateThatTakesNoOtherName) {
     Files = {out, folder.File("fill.csv")};
     Command("tlsTemplate")->trigger();
     EXPECT_TRUE(IsWorkbook(out));
-    EXPECT_EQ(BoxTexts().back(), "The template was written to " + out + ".");
+    EXPECT_EQ(Done(), "Saved the template as fill.xlsx");
     Command("tlsTemplate")->trigger();
     EXPECT_FALSE(std::filesystem::exists(folder.File("fill.csv")));
     EXPECT_NE(BoxTexts().back().find("a workbook is written to .xlsx"), std::string::npos)

@@ -71,8 +71,8 @@ void frmImportMDI::Import() {
         const std::vector<std::string> failed = ImportWorksheets(
             chosen, [this](const std::string& text, double part) { progress_->Show(text, part); });
         progress_->Finish(chosen.size(), failed);
-        TellDone(fmt::format("Took over {} of {} worksheets from {}",
-                             chosen.size() - failed.size(), chosen.size(), ImportTitle()));
+        TellDone(fmt::format("Took over {} of {} worksheets from {}", chosen.size() - failed.size(),
+                             chosen.size(), ImportTitle()));
     } catch (...) {
         progress_->Fail();
         throw;
