@@ -50,7 +50,7 @@ void HelperValues::Gather(const ClosedColumn& column, Evaluator& walker) {
     for (const Currency line : sheet_.Lines) {
         if (!group.Lines.Holds(line)) continue;
         cell.Line = line;
-        const Variant share = walker.Value(group.Share, cell);
+        const Variant share = walker.Share(group, cell);
         got += NumOr(share);
         const double size = SizeOf(group, WeightOf(group, cell, share, walker));
         if (place != 0 && size <= largest) continue;

@@ -22,7 +22,21 @@ struct StoreCells::Sheet {
 
     bool Exists() const { return !Fields.empty(); }
 
-    std::optional<std::size_t> RowOf(Currency line) const {
+    std::size_t LastRow = 0;  ///< asked for; the next one asks for it again, or for the next
+
+    bool IsFirstOn(std::size_t row, Currency line) const {
+        return row < Lines.size() && Lines[row] == line && (row == 0 || Lines[row - 1] < line);
+    }
+
+    std::optional<std::size_t> RowOf(Currency line) {
+        for (const std::size_t row : {LastRow, LastRow + 1})
+            if (IsFirstOn(row, line)) return LastRow = row;
+        const auto row = Search(line);
+        if (row) LastRow = *row;
+        return row;
+    }
+
+    std::optional<std::size_t> Search(Currency line) const {
         const auto found = std::ranges::lower_bound(Lines, line);
         if (found == Lines.end() || *found != line) return std::nullopt;
         return static_cast<std::size_t>(found - Lines.begin());
@@ -36,6 +50,7 @@ struct StoreCells::Sheet {
 
 struct StoreCells::Cache {
     std::unordered_map<std::string, Sheet> Sheets;
+    Sheet* Last = nullptr;  ///< asked for
 };
 
 namespace {
@@ -53,8 +68,9 @@ StoreCells::StoreCells() : cache_(std::make_unique<Cache>()) {}
 StoreCells::~StoreCells() = default;
 
 StoreCells::Sheet& StoreCells::SheetOf(const std::string& item) {
+    if (cache_->Last != nullptr && cache_->Last->Item == item) return *cache_->Last;
     const auto known = cache_->Sheets.find(item);
-    if (known != cache_->Sheets.end()) return known->second;
+    if (known != cache_->Sheets.end()) return *(cache_->Last = &known->second);
     Sheet& sheet = cache_->Sheets[item];
     sheet.Item = item;
     if (!gDB.HasTable(item)) return sheet;

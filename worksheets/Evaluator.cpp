@@ -76,6 +76,12 @@ bool IsPosted(const EntrySource& source, Currency entry, CellSource& cells) {
 
 // --- Values ----------------------------------------------------------------------------------
 
+const std::vector<std::string>& Evaluator::RowColumns(const Node& row, const std::string& item) {
+    const auto [found, isNew] = rows_.try_emplace({item, row.Classes});
+    if (isNew) found->second = ColumnsOfRow(row, item, cells_);
+    return found->second;
+}
+
 double Evaluator::Number(const Node& node, const CellRef& own) { return NumOr(Value(node, own)); }
 
 void Evaluator::EachNumber(const Node& node, const CellRef& own,
@@ -92,8 +98,8 @@ void Evaluator::EachNumber(const Node& node, const CellRef& own,
         }
         case NodeKind::Row: {
             CellRef cell{item, own.Line, {}};
-            for (std::string& field : ColumnsOfRow(node, item, cells_)) {
-                cell.Field = std::move(field);
+            for (const std::string& field : RowColumns(node, item)) {
+                cell.Field = field;
                 take(NumOr(cells_.Value(cell)));
             }
             return;
@@ -223,18 +229,22 @@ void ExpectColumns(const Node& node, const CellRef& own, CellSource& cells) {
 
 }  // namespace
 
-ClosedShares Evaluator::Gather(const Closing& closing, const CellRef& own) {
-    ClosedShares shares;
+void Evaluator::Gather(Group& group, const Closing& closing, const CellRef& own) {
+    ClosedShares& shares = group.Result;
     Largest largest;
     std::vector<std::string> items(closing.Items.begin(), closing.Items.end());
     if (items.empty()) items.push_back(own.Item);
     for (const std::string& item : items) {
         Largest ofItem;
-        ExpectColumns(closing.Share, {item, own.Line, own.Field}, cells_);
+        ShareColumn& column = group.Shares[item];
+        CellRef member{item, own.Line, own.Field};
+        ExpectColumns(closing.Share, member, cells_);
+        if (closing.Weight) ExpectColumns(*closing.Weight, member, cells_);
         for (const Currency line : cells_.Lines(item)) {
             if (!closing.Lines.Holds(line)) continue;
-            const CellRef member{item, line, own.Field};
+            member.Line = line;
             const Variant share = Value(closing.Share, member);
+            column.emplace_back(line, share.IsNull() ? std::nullopt : std::optional(NumOr(share)));
             shares.Got += NumOr(share);
             const Variant weight = closing.Weight ? Value(*closing.Weight, member) : share;
             ofItem.Take(item, line, SizeOf(closing, weight));
@@ -247,19 +257,33 @@ ClosedShares Evaluator::Gather(const Closing& closing, const CellRef& own) {
     shares.Moves = largest.Found && shares.Got != shares.Want &&
                    !(closing.LeavesZero && shares.Got == 0) &&
                    !(closing.OnlyAboveZero && !(largest.Size > 0));
-    return shares;
 }
 
-const ClosedShares& Evaluator::Shares(const Closing& closing, const CellRef& own) {
-    const std::string group = closing.Items.empty() ? own.Item + "." + own.Field : own.Field;
-    const auto [found, isNew] = shares_.try_emplace({&closing, group});
-    if (isNew) found->second = Gather(closing, own);
+Evaluator::Group& Evaluator::GroupOf(const Closing& closing, const CellRef& own) {
+    const auto [found, isNew] = groups_.try_emplace(
+        {&closing, closing.Items.empty() ? own.Item : std::string(), own.Field});
+    if (isNew) Gather(found->second, closing, own);
     return found->second;
 }
 
+const ClosedShares& Evaluator::Shares(const Closing& closing, const CellRef& own) {
+    return GroupOf(closing, own).Result;
+}
+
+Variant Evaluator::Share(const Closing& closing, const CellRef& own) {
+    const auto& shares = GroupOf(closing, own).Shares;
+    if (const auto column = shares.find(own.Item); column != shares.end()) {
+        const auto found =
+            std::ranges::lower_bound(column->second, own.Line, {}, &ShareColumn::value_type::first);
+        if (found != column->second.end() && found->first == own.Line)
+            return found->second ? Variant(*found->second) : Variant();
+    }
+    return Value(closing.Share, own);
+}
+
 Variant Evaluator::ClosedValue(const Closing& closing, const CellRef& own) {
-    Variant share = Value(closing.Share, own);
     const ClosedShares& shares = Shares(closing, own);
+    Variant share = Share(closing, own);
     if (!shares.Moves || shares.Line != own.Line || shares.Item != own.Item) return share;
     const double part = NumOr(share);
     return ThroughText(closing.WantFirst ? part + shares.Want - shares.Got
@@ -281,7 +305,7 @@ void Evaluator::Inputs(const Node& node, const CellRef& own, const Visit& visit)
             return;
         }
         case NodeKind::Row:
-            for (const std::string& field : ColumnsOfRow(node, item, cells_)) {
+            for (const std::string& field : RowColumns(node, item)) {
                 visit({item, own.Line, field});
             }
             return;

@@ -4,7 +4,9 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "worksheets/CellDescription.h"
@@ -43,6 +45,8 @@ public:
     /// Each value of a node that has many, such as a column; the one of any other.
     void EachNumber(const Node& node, const CellRef& own, const std::function<void(double)>& take);
     const ClosedShares& Shares(const Closing& closing, const CellRef& own);
+    /// The own share as it is rounded, whoever takes the difference: a number, or Null.
+    Variant Share(const Closing& closing, const CellRef& own);
 
     using Visit = std::function<void(const CellRef&)>;
     /// The cells that the formula reads, each as often as it does. The cells of the other shares of
@@ -53,12 +57,24 @@ public:
     CellSource& Cells() { return cells_; }
 
 private:
+    /// The shares of a worksheet's column, in the order of its lines.
+    using ShareColumn = std::vector<std::pair<Currency, std::optional<double>>>;
+    /// All shares of an amount. Each is worked out once, however many of its cells are asked for.
+    struct Group {
+        ClosedShares Result;
+        std::map<std::string, ShareColumn> Shares = {};  ///< by worksheet
+    };
+
     Variant ClosedValue(const Closing& closing, const CellRef& own);
-    ClosedShares Gather(const Closing& closing, const CellRef& own);
+    Group& GroupOf(const Closing& closing, const CellRef& own);
+    void Gather(Group& group, const Closing& closing, const CellRef& own);
     Variant KeptIf(const Node& node, const CellRef& own);
+    const std::vector<std::string>& RowColumns(const Node& row, const std::string& item);
 
     CellSource& cells_;
-    std::map<std::pair<const Closing*, std::string>, ClosedShares> shares_;
+    /// By what they close, and their worksheet and column; the parts of a schedule are one.
+    std::map<std::tuple<const Closing*, std::string, std::string>, Group> groups_;
+    std::map<std::pair<std::string, std::vector<CostClass>>, std::vector<std::string>> rows_;
 };
 
 }  // namespace zolmara

@@ -28,21 +28,16 @@ bool Same(const Variant& stored, const Variant& told) {
     return Exact(stored) == Exact(told);
 }
 
-/// Counts the descriptions of a cell; all of them, not only the first that is found.
-std::size_t DescriptionsOf(const std::vector<const CellDescription*>& rules, const CellRef& cell) {
-    std::size_t count = 0;
-    for (const CellDescription* rule : rules) count += Holds(*rule, cell) ? 1 : 0;
-    return count;
-}
+using Rules = std::vector<const CellDescription*>;
 
-std::vector<const CellDescription*> DescriptionsFor(std::string_view item) {
-    std::vector<const CellDescription*> rules;
-    for (const CellDescription* rule : AllDescriptions()) {
-        if (HoldsItem(*rule, item)) rules.push_back(rule);
-    }
-    for (const CellDescription& rule : OverwrittenCells()) {
-        if (HoldsItem(rule, item)) rules.push_back(&rule);
-    }
+/// All that speak of a column, not only the first that is found for a cell.
+Rules RulesOf(std::string_view item, std::string_view field) {
+    Rules rules;
+    const auto add = [&](const CellDescription& rule) {
+        if (HoldsItem(rule, item) && MatchesField(rule.Field, field)) rules.push_back(&rule);
+    };
+    for (const CellDescription* rule : AllDescriptions()) add(*rule);
+    for (const CellDescription& rule : OverwrittenCells()) add(rule);
     return rules;
 }
 
@@ -64,17 +59,23 @@ struct Proof {
             fmt::format("{} line {} {}: {}", cell.Item, NumberText(cell.Line), cell.Field, what));
     }
 
-    void Check(const CellRef& cell, bool computed,
-               const std::vector<const CellDescription*>& rules) {
-        const std::size_t count = DescriptionsOf(rules, cell);
-        if (count > 1) return Fault(cell, fmt::format("{} descriptions", count));
-        if (count == 0) {
-            if (computed) Fault(cell, "no description");
-            return;
+    /// The one description of a cell; none, with a fault, where there is another number of them.
+    const CellDescription* OnlyRule(const CellRef& cell, bool isFigure, const Rules& rules) {
+        const CellDescription* only = nullptr;
+        int count = 0;
+        for (const CellDescription* rule : rules) {
+            if (!HoldsLine(rule->Lines, cell.Line)) continue;
+            only = rule;
+            ++count;
         }
-        const CellDescription* rule = FindDescription(cell);
-        if (rule == nullptr) rule = FindOverwriting(cell);
-        const Variant told = Walker.Value(rule->Formula, cell);
+        if (count > 1) Fault(cell, fmt::format("{} descriptions", count));
+        if (count == 0 && isFigure && IsComputedCell(cell.Item, cell.Line, cell.Field))
+            Fault(cell, "no description");
+        return count == 1 ? only : nullptr;
+    }
+
+    void Check(const CellRef& cell, const CellDescription& rule) {
+        const Variant told = Walker.Value(rule.Formula, cell);
         const Variant stored = Cells.Value(cell);
         if (!Same(stored, told)) {
             Fault(cell, fmt::format("stored {}, told {}", Exact(stored), Exact(told)));
@@ -82,18 +83,27 @@ struct Proof {
         ++Proved;
     }
 
+    void CheckColumn(const std::string& item, const FieldDef& field) {
+        const Rules rules = RulesOf(item, field.Name);
+        const CellDescription* last = nullptr;
+        CellRef cell{item, {}, field.Name};
+        for (const Currency line : Cells.Lines(item)) {
+            cell.Line = line;
+            const CellDescription* rule = OnlyRule(cell, IsFigure(field.Type), rules);
+            if (rule == nullptr) continue;
+            // What explanations find is that same one.
+            if (rule != last && FindDescription(cell) != rule && FindOverwriting(cell) != rule)
+                Fault(cell, "its description is not found");
+            last = rule;
+            Check(cell, *rule);
+        }
+    }
+
     void CheckSheet(const Worksheet& sheet) {
         const std::string item(sheet.Item);
         Cells.ReadAll(item);
-        const std::vector<const CellDescription*> rules = DescriptionsFor(item);
-        for (const FieldDef& field : gDB.Table(item).Fields) {
-            if (SameText(field.Name, sheet.Key)) continue;
-            for (const Currency line : Cells.Lines(item)) {
-                const bool computed =
-                    IsFigure(field.Type) && IsComputedCell(item, line, field.Name);
-                Check({item, line, field.Name}, computed, rules);
-            }
-        }
+        for (const FieldDef& field : gDB.Table(item).Fields)
+            if (!SameText(field.Name, sheet.Key)) CheckColumn(item, field);
     }
 };
 
