@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "store/base/LateJournal.h"
 #include "store/base/PlainSchema.h"
 #include "store/base/Sqlite.h"
 #include "store/sql/SqlFunctions.h"
@@ -42,8 +43,8 @@ void Fail(StoreError::Kind kind, const std::string& path, const std::string& wha
 
 void Connect(Connection& connection, const std::string& path, int flags) {
     // One thread uses a connection: its locks would be taken millions of times for nobody.
-    const int code =
-        sqlite3_open_v2(path.c_str(), &connection.Handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code = sqlite3_open_v2(path.c_str(), &connection.Handle, flags | SQLITE_OPEN_NOMUTEX,
+                                     LateJournalVfs());
     if (code != SQLITE_OK) ThrowSqlite(connection.Handle, code, path);
     sqlite3_extended_result_codes(connection.Handle, 1);
     sqlite3_busy_timeout(connection.Handle, 1000);

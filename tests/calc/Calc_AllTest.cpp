@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include "calc/Calc_All.h"
 #include "calc/LineBreaks.h"
+#include "store/harness/Faults.h"
 #include "structure/modAddS2.h"
 #include "worksheets/Sheets.h"
 
@@ -314,7 +316,9 @@ TEST_F(WholeStatement, ASecondRunChangesNothing) {
 
 TEST_F(WholeStatement, ASecondRunWritesNothing) {
     const std::int64_t before = gDB.CommitCount();
+    FaultsArm(folder.Path().c_str(), 0, ENOSPC, "");
     Calc_All();
+    EXPECT_EQ(FaultsDisarm(), 0) << "no page, no journal";
     EXPECT_EQ(gDB.CommitCount(), before);
 }
 

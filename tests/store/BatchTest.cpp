@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -102,6 +103,92 @@ TEST_F(Batch, RowsThatEndAsTheyBeganWriteNoPage) {
     EXPECT_EQ(db_.CommitCount(), commits);
     EXPECT_EQ(Bytes(path_), before);
     EXPECT_EQ(Sum(), 50 * 51 / 2);
+}
+
+TEST_F(Batch, RowsThatEndAsTheyBeganMakeNoCallThatWrites) {
+    FaultsArm(folder_.c_str(), 0, ENOSPC, "");
+    RunBatch(db_, [&] {
+        db_.Execute("UPDATE A SET Col_1=0;");
+        db_.Execute("UPDATE A SET Col_1=LineNum;");
+        EXPECT_EQ(FilesInFolder(), 1u) << "no journal";
+    });
+    EXPECT_EQ(FaultsDisarm(), 0);
+    EXPECT_EQ(Sum(), 50 * 51 / 2);
+}
+
+// Journals of many pages, of whatever size: taken back from memory, written, taken back by another
+// program when this one dies over the pages.
+class BatchOfManyPages : public Batch {
+protected:
+    static constexpr int kRows = 3000;
+
+    BatchOfManyPages() {
+        RunBatch(db_, [&] {
+            db_.AppendTable(
+                {"T", {{"LineNum", FieldType::dbCurrency}, {"Col_1", FieldType::dbText, 255}}, {}});
+            for (int line = 1; line <= kRows; ++line)
+                db_.Execute("INSERT INTO T (LineNum,Col_1) VALUES (?,?);",
+                            {line, std::string(250, 'a')});
+        });
+    }
+    void Change(int rows) {
+        db_.Execute("UPDATE T SET Col_1=? WHERE LineNum<=?;", {std::string(250, 'b'), rows});
+    }
+    double Changed() { return NumOr(db_.Scalar("SELECT Count(*) FROM T WHERE Col_1>'b'")); }
+};
+
+TEST_F(BatchOfManyPages, IsTakenBackFromMemory) {
+    const std::string before = Bytes(path_);
+    RunBatch(db_, [&] {
+        Change(kRows);
+        EXPECT_EQ(Changed(), kRows);
+        db_.Execute("UPDATE T SET Col_1=?;", {std::string(250, 'a')});
+    });
+    EXPECT_EQ(Changed(), 0);
+    EXPECT_EQ(Bytes(path_), before);
+}
+
+TEST_F(BatchOfManyPages, IsWrittenWhateverTheSizeOfItsJournal) {
+    int changed = 0;
+    for (int rows = 16; rows <= kRows; rows = rows * 5 / 4) {
+        RunBatch(db_, [&] { Change(rows); });
+        db_ = DBEngine::OpenDatabase(path_);
+        ASSERT_EQ(Changed(), rows);
+        changed = rows;
+        RunBatch(db_, [&] { db_.Execute("UPDATE T SET Col_1=?;", {std::string(250, 'a')}); });
+    }
+    EXPECT_GT(changed, kRows / 2);
+    EXPECT_EQ(FilesInFolder(), 1u);
+}
+
+TEST_F(BatchOfManyPages, IsTakenBackByTheNextProgramWhenThisOneDies) {
+    db_.Close();
+    FaultsArm(folder_.c_str(), 0, ENOSPC, "");
+    db_ = DBEngine::OpenDatabase(path_);
+    RunBatch(db_, [&] { Change(kRows); });
+    const int calls = FaultsDisarm();
+    RunBatch(db_, [&] { db_.Execute("UPDATE T SET Col_1=?;", {std::string(250, 'a')}); });
+    db_.Close();
+    for (int call = 1; call < calls; call += 1 + calls / 20) {
+        SCOPED_TRACE(call);
+        Database db;
+        const auto end = test::RunInChild(
+            [&] {
+                db = DBEngine::OpenDatabase(path_);
+                FaultsArm(folder_.c_str(), call, -1, "");
+            },
+            [&] {
+                RunBatch(db, [&] { db.Execute("UPDATE T SET Col_1=?;", {std::string(250, 'b')}); });
+            });
+        EXPECT_TRUE(end.Killed);
+        db_ = DBEngine::OpenDatabase(path_);
+        const double changed = Changed();
+        EXPECT_TRUE(changed == 0 || changed == kRows) << changed;
+        RunBatch(db_, [&] { db_.Execute("UPDATE T SET Col_1=?;", {std::string(250, 'a')}); });
+        db_.Close();
+    }
+    EXPECT_FALSE(DBEngine::RepairDatabase(path_).WasDamaged);
+    db_ = DBEngine::OpenDatabase(path_);
 }
 
 TEST_F(Batch, OneChangedRowAmongManyIsWritten) {
