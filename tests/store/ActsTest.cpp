@@ -510,13 +510,24 @@ TEST_F(ActsTest, WithoutRoomForAStateTheActIsDoneAndTheListIsEmptied) {
 TEST_F(ActsTest, AnUndoThatTheDiskRefusesLeavesTheFileAndTheList) {
     const double first = Keyed();
     KeyA(5);
-    for (int call = 1; call <= 3; ++call) {
+    int refusals = 0;
+    for (int call = 1; call <= 6; ++call) {
+        SCOPED_TRACE(call);
+        bool refused = false;
         FaultsArm(folder.Path().c_str(), call, ENOSPC, "");
-        EXPECT_THROW(TheActs().Undo(), StoreError) << call;
+        try {
+            TheActs().Undo();
+        } catch (const StoreError&) {
+            refused = true;
+        }
         FaultsDisarm();
-        EXPECT_EQ(Keyed(), 5);
+        // SQLite passes over a folder that cannot be brought to the disk.
+        EXPECT_EQ(Keyed(), refused ? 5 : first);
+        if (!refused) TheActs().Redo();
         EXPECT_EQ(TheActs().NameOfUndo(), "Enter line 8 of A");
+        refusals += refused;
     }
+    EXPECT_GE(refusals, 3);
     TheActs().Undo();
     EXPECT_EQ(Keyed(), first);
 }
