@@ -53,6 +53,7 @@ CliHost::~CliHost() { ClearProgress(); }
 
 void CliHost::SetOptions(const Options& options) {
     options_ = options;
+    messages_ = 0;
     if (!options.SettingsPath.empty()) settings_ = Settings(options.SettingsPath);
 }
 

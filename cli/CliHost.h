@@ -26,6 +26,7 @@ public:
     CliHost();
     ~CliHost() override;
 
+    /// A command begins: nothing has been said yet.
     void SetOptions(const Options& options);
     /// The path that the next file dialog gives.
     void AnswerFile(const std::string& path) { file_ = path; }

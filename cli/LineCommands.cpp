@@ -1,12 +1,15 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <optional>
 #include <stdexcept>
 
 #include "cli/Commands.h"
 #include "cli/CrfFile.h"
 #include "cli/Lines.h"
 #include "cli/Output.h"
+#include "forms/WorksheetForm.h"
+#include "structure/EditLines.h"
 
 namespace zolmara::cli {
 
@@ -25,27 +28,37 @@ constexpr std::array kDeleteArguments{
 constexpr std::array<std::string_view, 7> kItems{"A6", "A8",   "A81p1", "A81p2",
                                                  "G1", "S1p1", "S1p2"};
 
-/// Cost centers and components have commands of their own.
-std::string ItemWithLines(const Inputs& inputs) {
+/// The rows of a schedule are components: its window's own buttons say where they are added.
+bool IsOfASchedule(const std::string& item) {
+    if (HasFreeLines(item)) return false;
+    const auto form = DescribeForm(FormMode::Edit, item);
+    return form && !AddFormLine(*form, std::nullopt).OpenEdit.empty();
+}
+
+/// Cost centers and components have commands of their own. Nothing where the reason was told.
+std::optional<std::string> ItemWithLines(const Inputs& inputs) {
     const std::string item = TableNamed(inputs.Text("ITEM"));
     for (const std::string_view known : kItems)
         if (known == item) return item;
+    if (IsOfASchedule(item)) return std::nullopt;
     throw std::runtime_error(
         fmt::format("Lines of {} are not added or deleted by this command", item));
 }
 
 ExitStatus Add(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    const std::string item = ItemWithLines(inputs);
-    const auto line = NewLine(item, inputs);
-    if (!line || !AddLine(item, *line)) return kRefusedOrMessages;
+    const auto item = ItemWithLines(inputs);
+    if (!item) return kRefusedOrMessages;
+    const auto line = NewLine(*item, inputs);
+    if (!line || !AddLine(*item, *line)) return kRefusedOrMessages;
     PrintValue(*line);
     return kDone;
 }
 
 ExitStatus Delete(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
-    return DeleteGivenLine(ItemWithLines(inputs), inputs);
+    const auto item = ItemWithLines(inputs);
+    return item ? DeleteGivenLine(*item, inputs) : kRefusedOrMessages;
 }
 
 }  // namespace

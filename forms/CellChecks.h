@@ -30,6 +30,7 @@ struct CheckArgument {
     std::string_view Refusal = {};                   ///< of an answer
     std::span<const std::string_view> Entries = {};  ///< of a list: "1 - Square Feet"
     std::string_view Menu = {};                      ///< the list's name
+    bool OnlyPicked = false;                         ///< the list's cell is locked for typing
 };
 
 using CellCheck = void (*)(CellEntry& entry, const CheckArgument& argument);

@@ -59,7 +59,7 @@ constexpr CheckArgument kOwner{.Answers = kOwnerAnswers,
                                .Menu = "ButtonListOM"};
 constexpr CheckArgument kControl{.Entries = kControlList, .Menu = "mnuType"};
 constexpr CheckArgument kTwoDecimals{.Decimals = 2};
-constexpr CheckArgument kCCList{.Entries = kCCBases, .Menu = "ButtonListCodes"};
+constexpr CheckArgument kCCList{.Entries = kCCBases, .Menu = "ButtonListCodes", .OnlyPicked = true};
 constexpr CheckArgument kESList{.Entries = kESBases, .Menu = "ButtonListCodes"};
 constexpr CheckArgument kOtherESList{.Entries = kOtherESBases, .Menu = "ButtonListCodes"};
 
@@ -108,7 +108,7 @@ constexpr CellRule kRules[] = {
     {"A81p1", Lines(1, 99), "Col_4", Check_Number, kTwoDecimals, true},
     {"A81p1", Lines(1, 99), "Col_5 Col_6", Check_Number, {}, true},
     {"A81p2", Lines(1, 99), "Col_1", Check_A81Symbol, {}, true},
-    {"A81p2", Lines(1, 99), "Col_2", Check_A81Relationship, {}, false, OpenRelationship},
+    {"A81p2", Lines(1, 99), "Col_2", Check_A81Relationship, {}, true, OpenRelationship},
     {"A81p2", Lines(1, 99), "Col_3 Col_5 Col_7", Check_Text},
     {"A81p2", Lines(1, 99), "Col_4 Col_6", Check_A81Percentage, kTwoDecimals, true},
 

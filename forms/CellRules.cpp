@@ -107,14 +107,14 @@ EntryList ListOf(std::string_view item, Currency line, std::string_view field) {
     entry.Field = field;
     const CellRule* rule = RuleOf(entry);
     if (rule == nullptr) return {};
-    return {rule->Argument.Menu, rule->Argument.Entries};
+    return {rule->Argument.Menu, rule->Argument.Entries, rule->Argument.OnlyPicked};
 }
 
 EntryList ListOf(std::string_view item, std::string_view field) {
     for (const CellRule& rule : AllCellRules())
         if (FitsPattern(rule.Items, item) && FitsAnyField(rule.Fields, field) &&
             !rule.Argument.Entries.empty())
-            return {rule.Argument.Menu, rule.Argument.Entries};
+            return {rule.Argument.Menu, rule.Argument.Entries, rule.Argument.OnlyPicked};
     return {};
 }
 

@@ -69,6 +69,7 @@ bool IsKeyedField(std::string_view item, std::string_view field);
 struct EntryList {
     std::string_view Menu;
     std::span<const std::string_view> Entries;
+    bool OnlyPicked = false;  ///< nothing is typed into the cell
 };
 EntryList ListOf(std::string_view item, Currency line, std::string_view field);
 /// The same of the first line of a field that has a list.

@@ -68,6 +68,11 @@ std::vector<FormChoice> ChoicesOf(const WorksheetForm& form, const RowEntry& row
     return choices;
 }
 
+bool IsOnlyPicked(const WorksheetForm& form, const RowEntry& row, int column) {
+    return IsCellOpen(form, row, column) &&
+           ListOf(form.Table, row.Line, ColumnAt(form, column)->Field).OnlyPicked;
+}
+
 std::string ChoiceMenuOf(const WorksheetForm& form, const RowEntry& row, int column) {
     const FormColumn* found = ColumnAt(form, column);
     return found == nullptr ? "" : std::string(ListOf(form.Table, row.Line, found->Field).Menu);

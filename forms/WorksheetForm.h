@@ -172,6 +172,8 @@ struct FormChoice {
 };
 /// Empty where the cell has no list, or cannot be keyed.
 std::vector<FormChoice> ChoicesOf(const WorksheetForm& form, const RowEntry& row, int column);
+/// True where the cell is locked for typing, and its list alone gives it a value.
+bool IsOnlyPicked(const WorksheetForm& form, const RowEntry& row, int column);
 /// The menu that the list is, for its objectName: "ButtonListYN", "ButtonListCodes", "mnuType" ...
 std::string ChoiceMenuOf(const WorksheetForm& form, const RowEntry& row, int column);
 

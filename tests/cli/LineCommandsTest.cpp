@@ -207,11 +207,19 @@ TEST_F(LineCommands, MailLinesAndOfficers) {
 }
 
 TEST_F(LineCommands, OtherTablesHaveNoFreeLines) {
-    for (const char* item : {"A", "Bp1", "G", "CostCenters", "S2p1"}) {
+    for (const char* item : {"A", "Cp1", "G", "CostCenters", "S2p1"}) {
         const CliResult result = Run({"line", "add", crf, item, "1"});
         EXPECT_EQ(result.Status, 2) << item;
         EXPECT_NE(result.Err.find(item), std::string::npos) << result.Err;
     }
+}
+
+TEST_F(LineCommands, LinesOfAScheduleAreAddedAsComponents) {
+    const CliResult result = Run({"line", "add", crf, "C1p2", "1"});
+    EXPECT_EQ(result.Status, 2);
+    EXPECT_EQ(result.Err, "F.Y.I.\tAdding/Deleting lines is done from S2p2\n");
+    EXPECT_EQ(Run({"line", "delete", crf, "E1p3", "51"}).Err,
+              "F.Y.I.\tAdding/Deleting lines is done from S2p3\n");
 }
 
 TEST_F(LineCommands, AnEmptyWorksheetHasNoSubscriptToOffer) {

@@ -444,6 +444,27 @@ TEST_F(SheetWindow, AListIsOpenedByKeyAndItsEntryIsKeyed) {
     EXPECT_EQ(Stored("S2p1", 1, "Col_3"), "Managed");
 }
 
+// Locked for typing: what would begin an entry opens the list, and nothing is typed.
+TEST_F(SheetWindow, ABasisOfTheCapitalCentersIsPickedAndNotTyped) {
+    auto* ccs = Sheet("edit", "CCs");
+    At(ccs, 1, "StatLabel1");
+    Type("x");
+    EXPECT_EQ(ccs->Grid().Editor(), nullptr);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(S(menu->objectName()), "ButtonListCodes");
+    QStringList entries;
+    for (const QAction* entry : menu->actions()) entries << entry->text();
+    EXPECT_EQ(S(entries.join("|")), "1 - Square Feet|2 - Dollar Value|3 - Other");
+    menu->setActiveAction(menu->actions().back());
+    QTest::keyClick(menu, Qt::Key_Return);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Stored("CostCenters", 1, "StatLabel1"), "Other");
+    EXPECT_EQ(Stored("CostCenters", 1, "StatLabel2"), "");
+    EXPECT_EQ(Stored("CostCenters", 1, "StatCode"), "3");
+    EXPECT_EQ(BoxTexts(), std::vector<std::string>());
+}
+
 TEST_F(SheetWindow, AListIsOpenedByAClickOnItsButton) {
     auto* s2 = Sheet("edit", "S2p1");
     At(s2, 1, "Col_8");

@@ -16,6 +16,8 @@ enum class Step { Stay, Next, Previous, Up, Down };
 struct CellActs {
     /// A cell is about to be entered; false keeps it as it is.
     std::function<bool(const QModelIndex& cell)> BeforeEdit;
+    /// True where nothing is typed: what begins an edit opens the list.
+    std::function<bool(const QModelIndex& cell)> OnlyPicked;
     /// Takes an entry. False when it was refused.
     std::function<bool(const QModelIndex& cell, const QString& text)> Key;
     /// Opens the list of a cell at a place of the screen.

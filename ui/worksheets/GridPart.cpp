@@ -31,12 +31,22 @@ bool GridPart::EditCell(const QModelIndex& index, EditTrigger trigger, QEvent* e
 
 bool GridPart::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     const bool starts = trigger == AllEditTriggers || (trigger & editTriggers()) != 0;
-    if (starts && index.isValid() && !acts_.BeforeEdit(index)) return false;
+    if (starts && index.isValid()) {
+        if (!acts_.BeforeEdit(index)) return false;
+        if (acts_.OnlyPicked(index)) {
+            OpenList(index);
+            return false;
+        }
+    }
     if (!QTableView::edit(index, trigger, event)) return false;
     // F2 goes on with what stands there; a letter begins anew.
     if (trigger == EditKeyPressed)
         if (auto* field = qobject_cast<QLineEdit*>(OpenEditor())) field->end(false);
     return true;
+}
+
+void GridPart::OpenList(const QModelIndex& cell) {
+    acts_.OpenList(cell, viewport()->mapToGlobal(visualRect(cell).bottomLeft()));
 }
 
 /// One that has been closed lives on for a while.
@@ -66,7 +76,7 @@ void GridPart::mousePressEvent(QMouseEvent* event) {
     const bool current = cell.isValid() && cell == currentIndex();
     if (current && event->button() == Qt::LeftButton && acts_.HasList(cell) &&
         CellDelegate::ListButton(visualRect(cell)).contains(event->position().toPoint()))
-        return acts_.OpenList(cell, viewport()->mapToGlobal(visualRect(cell).bottomLeft()));
+        return OpenList(cell);
     QTableView::mousePressEvent(event);
 }
 

@@ -16,6 +16,8 @@ public:
 
     /// Opens a cell for editing, where it can be.
     bool EditCell(const QModelIndex& index, EditTrigger trigger, QEvent* event);
+    /// Opens the list of a cell below it.
+    void OpenList(const QModelIndex& cell);
     void SetCurrentLook(const QModelIndex& index);
     /// The editor that is open; none without one.
     QWidget* OpenEditor() const;

@@ -296,8 +296,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
                            (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier));
     if (opensList && currentIndex().isValid() && acts_.HasList(currentIndex())) {
         GridPart* const part = IsFrozen(currentIndex().column()) ? frozen_ : this;
-        acts_.OpenList(currentIndex(), part->viewport()->mapToGlobal(
-                                           part->visualRect(currentIndex()).bottomLeft()));
+        part->OpenList(currentIndex());
         return event->accept();
     }
     GridPart::keyPressEvent(event);

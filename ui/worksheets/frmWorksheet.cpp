@@ -240,6 +240,9 @@ void frmWorksheet::CurrentChanged() {
 
 void frmWorksheet::MakeActs() {
     acts_.BeforeEdit = [this](const QModelIndex& cell) { return BeforeEdit(cell); };
+    acts_.OnlyPicked = [this](const QModelIndex& cell) {
+        return IsOnlyPicked(Form(), model_.EntryOf(cell.row()), cell.column());
+    };
     acts_.Key = [this](const QModelIndex& cell, const QString& text) {
         return KeyEntry(cell, text);
     };
