@@ -161,4 +161,15 @@ std::string Fortran(Variant& value, std::string_view format, std::string_view fi
     return Fortran(std::as_const(value), format, fill, blankZero);
 }
 
+void AppendWhole(std::string& line, double number, std::size_t width) {
+    if (std::trunc(number) == number && std::abs(number) < kAllDigits) {
+        const fmt::format_int digits(static_cast<std::int64_t>(number));
+        if (digits.size() <= width) {
+            line.append(width - digits.size(), ' ').append(digits.data(), digits.size());
+            return;
+        }
+    }
+    line += Fortran(number, fmt::format("I{}", width), " ", false);
+}
+
 }  // namespace zolmara

@@ -26,4 +26,7 @@ std::string Fortran(const Variant& value, std::string_view format, std::string_v
 /// The same; under kind C a value that is not Null is replaced by its text.
 std::string Fortran(Variant& value, std::string_view format, std::string_view fill, bool blankZero);
 
+/// Adds to a line what Fortran gives for a number in the format "I" of that width with blanks.
+void AppendWhole(std::string& line, double number, std::size_t width);
+
 }  // namespace zolmara

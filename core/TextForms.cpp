@@ -158,6 +158,7 @@ bool IsValidUtf8(std::string_view text) {
 }
 
 std::string FromCodePage1252(std::string_view bytes) {
+    if (AllAscii(bytes)) return std::string(bytes);
     std::string text;
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -153,10 +155,18 @@ void PrintPi(Build& build) {
     TheStatus().DoEvents();
 }
 
+/// Reads the file in pieces that overlap, so that the mark is found across their border.
 bool HasFingerprint(const std::string& path) {
+    static constexpr std::size_t kPiece = std::size_t{1} << 16;
     std::ifstream file(path, std::ios::binary);
-    for (std::string line; std::getline(file, line);) {
-        if (line.find(kPiFingerprintMark) != std::string::npos) return true;
+    std::string piece(kPiece, ' ');
+    std::size_t kept = 0;
+    while (file) {
+        file.read(piece.data() + kept, static_cast<std::streamsize>(kPiece - kept));
+        const std::string_view text(piece.data(), kept + static_cast<std::size_t>(file.gcount()));
+        if (text.find(kPiFingerprintMark) != std::string_view::npos) return true;
+        kept = std::min(text.size(), kPiFingerprintMark.size() - 1);
+        std::memmove(piece.data(), text.data() + text.size() - kept, kept);
     }
     return false;
 }

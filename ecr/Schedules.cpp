@@ -8,6 +8,7 @@
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "ecr/Record.h"
+#include "store/RowWalk.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
@@ -16,32 +17,46 @@ namespace zolmara {
 namespace {
 
 constexpr Currency kRatioColumn = Currency::FromWhole(2);
-constexpr std::string_view kAmount = "I16";
+constexpr std::size_t kAmountWidth = 16;
 constexpr std::string_view kRatio = "F16.6";
 
 /// A column of the schedule, as it stands in every record.
 struct ScheduleField {
-    int Position;
+    std::size_t Position;
     std::string Column;
-    std::string_view Format;
+    bool Ratio;
 };
 
-std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, const Recordset& rows) {
+std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, std::string_view item) {
     std::vector<ScheduleField> fields;
-    for (int i = schedule.FirstField; i < rows.FieldCount(); ++i) {
-        const Currency column = ScheduleColumn(rows.FieldName(i), schedule.Pooled);
-        const bool isRatio = schedule.Pooled && column == kRatioColumn;
-        fields.push_back({i, ColumnField(column), isRatio ? kRatio : kAmount});
+    const std::vector<FieldDef>& all = gDB.Table(item).Fields;
+    for (auto i = static_cast<std::size_t>(schedule.FirstField); i < all.size(); ++i) {
+        const Currency column = ScheduleColumn(all[i].Name, schedule.Pooled);
+        fields.push_back({i, ColumnField(column), schedule.Pooled && column == kRatioColumn});
     }
     return fields;
 }
 
-void WriteCell(EcrRun& run, const std::string& head, const ScheduleField& field, double amount,
-               std::string_view format) {
+void WriteCell(EcrRun& run, std::string_view head, const ScheduleField& field, double amount,
+               bool ratio) {
     run.ECRLine = head;
     run.ECRLine += field.Column;
-    run.ECRLine += Fortran(amount, format, " ", false);
+    if (ratio)
+        run.ECRLine += Fortran(amount, kRatio, " ", false);
+    else
+        AppendWhole(run.ECRLine, amount, kAmountWidth);
     run.WriteRecord();
+}
+
+void WriteRow(EcrRun& run, const ScheduleEmitter& schedule, char part,
+              const std::vector<ScheduleField>& fields, std::span<const Variant> row) {
+    const Currency line = CurOr(row[0]);
+    const std::string head = fmt::format("3{}{}  {}", schedule.Code, part, LineField(line));
+    const bool isUcm = schedule.HasUcm && line == kUnitCostMultiplier;
+    for (const ScheduleField& field : fields) {
+        const double amount = NumOr(row[field.Position]);
+        if (amount != 0) WriteCell(run, head, field, amount, isUcm || field.Ratio);
+    }
 }
 
 }  // namespace
@@ -53,22 +68,14 @@ Currency ScheduleColumn(std::string_view field, bool pooled) {
 }
 
 void ECR_Schedule(EcrRun& run, const ScheduleEmitter& schedule, std::string_view item) {
-    Recordset rows =
-        gDB.OpenRecordset(fmt::format("SELECT * From {} ORDER BY LineNum;", item), dbOpenSnapshot);
-    const std::vector<ScheduleField> fields = FieldsOf(schedule, rows);
+    const std::vector<ScheduleField> fields = FieldsOf(schedule, item);
     // Worksheet E has no parts.
     const char part = schedule.Family == "E" ? '0' : item.back();
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const Currency line = CurOr(rows[0]);
-        const std::string head = fmt::format("3{}{}  {}", schedule.Code, part, LineField(line));
-        const bool isUcm = schedule.HasUcm && line == kUnitCostMultiplier;
-        for (const ScheduleField& field : fields) {
-            const double amount = NumOr(rows[field.Position]);
-            if (amount == 0) continue;
-            WriteCell(run, head, field, amount, isUcm ? kRatio : field.Format);
-        }
-        TheStatus().DoEvents();
-    }
+    WalkRows(gDB, fmt::format("SELECT * From {} ORDER BY LineNum;", item),
+             [&](std::span<const Variant> row) {
+                 WriteRow(run, schedule, part, fields, row);
+                 TheStatus().DoEvents();
+             });
 }
 
 }  // namespace zolmara

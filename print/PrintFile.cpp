@@ -39,6 +39,14 @@ FileNumber LowestFreeNumber() {
 
 bool IsControl(char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; }
 
+/// True for a line that stands in the file as it is, which nearly every one does. All bytes are
+/// looked at, without a way out, so that many are looked at at once.
+bool IsPlainLine(std::string_view text) {
+    bool plain = true;
+    for (const char byte : text) plain = plain & (byte >= ' ') & (byte < '\x7f');
+    return plain;
+}
+
 /// What a line of text is in the file.
 std::string LineBytes(std::string_view text) {
     std::string bytes = ToCodePage1252(text);
@@ -74,7 +82,12 @@ const std::string& PrintFileAside(FileNumber file) {
 
 void DropPrintFile(FileNumber number) noexcept { OpenFiles().erase(number); }
 
-void PrintLine(FileNumber file, std::string_view text) { Opened(file).Write(LineBytes(text)); }
+void PrintLine(FileNumber file, std::string_view text) {
+    OutFile& output = Opened(file);
+    if (!IsPlainLine(text)) return output.Write(LineBytes(text));
+    output.Write(text);
+    output.Write("\r\n");
+}
 
 void PrintPageChange(FileNumber file, std::string_view control) {
     OutFile& output = Opened(file);

@@ -41,11 +41,12 @@ void PrintIdentity(FileNumber file, bool approved) {
 
 /// The user's own lines; blank ones take no place.
 void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
-    if (!TableExists("HeaderLines", false)) {
+    if (!gDB.HasTable("HeaderLines")) {
         if (gDB.IsReadOnly()) return;
         Build_HeaderLines();
     }
-    Recordset rows = gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;");
+    Recordset rows =
+        gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;", dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         if (IsBlankValue(rows["Linetext"])) continue;
         PrintCentered(Text(rows["Linetext"]), file);

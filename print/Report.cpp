@@ -150,19 +150,37 @@ std::string CellText(const Variant& value, CellForm form, int width) {
     return {};
 }
 
+namespace {
+
+void PutCell(std::vector<TextLine>& lines, const Variant& value, const CellLayout& cell) {
+    const std::vector<std::string> texts = CellLines(value, cell);
+    if (texts.size() > lines.size()) lines.resize(texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const int tab = TabOf(cell, texts[i]);
+        IsSummed(cell.Form) ? lines[i].AmountAt(tab, texts[i]) : lines[i].At(tab, texts[i]);
+    }
+}
+
+std::vector<std::string> TextsOf(const std::vector<TextLine>& lines) {
+    std::vector<std::string> texts;
+    for (const TextLine& line : lines) texts.push_back(line.Text());
+    return texts;
+}
+
+}  // namespace
+
 std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayout> cells) {
     std::vector<TextLine> lines(1);
-    for (const CellLayout& cell : cells) {
-        const std::vector<std::string> texts = CellLines(row[cell.Field], cell);
-        if (texts.size() > lines.size()) lines.resize(texts.size());
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            const int tab = TabOf(cell, texts[i]);
-            IsSummed(cell.Form) ? lines[i].AmountAt(tab, texts[i]) : lines[i].At(tab, texts[i]);
-        }
-    }
-    std::vector<std::string> result;
-    for (const TextLine& line : lines) result.push_back(line.Text());
-    return result;
+    for (const CellLayout& cell : cells) PutCell(lines, row[cell.Field], cell);
+    return TextsOf(lines);
+}
+
+std::vector<std::string> RowLines(std::span<const Variant> row, std::span<const int> positions,
+                                  std::span<const CellLayout> cells) {
+    std::vector<TextLine> lines(1);
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        PutCell(lines, row[static_cast<std::size_t>(positions[i])], cells[i]);
+    return TextsOf(lines);
 }
 
 std::string RuleLine(std::span<const CellLayout> cells, char mark) {
@@ -175,7 +193,7 @@ std::string RuleLine(std::span<const CellLayout> cells, char mark) {
 }
 
 void PrintTable(ReportPage& page, const TableLayout& layout) {
-    Recordset rows = gDB.OpenRecordset(layout.Query);
+    Recordset rows = gDB.OpenRecordset(layout.Query, dbOpenSnapshot);
     TableWalk walk(page, layout);
     for (; !rows.Eof(); rows.MoveNext()) walk.Row(rows);
 }

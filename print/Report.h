@@ -92,6 +92,9 @@ std::string CellText(const Variant& value, CellForm form, int width);
 
 /// A row's cells as one block of lines: as many as its longest text takes.
 std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayout> cells);
+/// The same of a row at hand, whose cells stand at these positions, one for each layout.
+std::vector<std::string> RowLines(std::span<const Variant> row, std::span<const int> positions,
+                                  std::span<const CellLayout> cells);
 
 /// The rules above or under the amounts.
 std::string RuleLine(std::span<const CellLayout> cells, char mark);

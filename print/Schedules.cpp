@@ -11,10 +11,10 @@
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
+#include "store/RowWalk.h"
 #include "store/session/Session.h"
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/FormLines.h"
-#include "worksheets/Rows.h"
 #include "worksheets/SheetNames.h"
 
 namespace zolmara {
@@ -32,7 +32,7 @@ constexpr int kTabStep = 13;
 
 /// A field of the schedule, where it stands in the table, and its heading.
 struct Column {
-    int Field;
+    std::size_t Field;
     CellForm Form;
     Captions Heading;
 };
@@ -90,46 +90,61 @@ bool IsNameColumn(std::string_view field) {
 }
 
 /// The name columns that the schedule has; E has no component numbers.
-std::vector<CellLayout> NameColumnsOf(const Recordset& rows) {
-    std::vector<CellLayout> columns;
-    std::ranges::copy_if(kNameColumns, std::back_inserter(columns),
-                         [&](const CellLayout& column) { return rows.FieldExists(column.Field); });
-    return columns;
+struct NameColumns {
+    std::vector<CellLayout> Cells;
+    std::vector<int> Positions;
+};
+
+int PositionOf(const std::vector<FieldDef>& fields, std::string_view name) {
+    const auto found = std::ranges::find_if(
+        fields, [&](const FieldDef& field) { return SameText(field.Name, name); });
+    return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
 }
 
-void ReadHeadings(PrintedSchedule& schedule, const Recordset& rows, std::string_view item) {
-    Recordset costCenters = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
-    std::array<TextLine, kCaptionLines> names;
-    for (const CellLayout& column : NameColumnsOf(rows)) {
-        const Captions captions = ColumnCaptions(costCenters, column.Field, item);
-        for (std::size_t i = 0; i < names.size(); ++i) names[i].At(column.Tab, captions[i]);
+NameColumns NameColumnsOf(const std::vector<FieldDef>& fields) {
+    NameColumns names;
+    for (const CellLayout& column : kNameColumns) {
+        const int position = PositionOf(fields, column.Field);
+        if (position < 0) continue;
+        names.Cells.push_back(column);
+        names.Positions.push_back(position);
     }
-    std::ranges::transform(names, schedule.NameHeading.begin(), &TextLine::Text);
-    for (int i = 0; i < rows.FieldCount(); ++i) {
-        const std::string& field = rows.FieldName(i);
+    return names;
+}
+
+void ReadHeadings(PrintedSchedule& schedule, const std::vector<FieldDef>& fields,
+                  const NameColumns& names, std::string_view item) {
+    Recordset costCenters = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
+    std::array<TextLine, kCaptionLines> heading;
+    for (const CellLayout& column : names.Cells) {
+        const Captions captions = ColumnCaptions(costCenters, column.Field, item);
+        for (std::size_t i = 0; i < heading.size(); ++i) heading[i].At(column.Tab, captions[i]);
+    }
+    std::ranges::transform(heading, schedule.NameHeading.begin(), &TextLine::Text);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const std::string& field = fields[i].Name;
         if (IsNameColumn(field)) continue;
         schedule.Columns.push_back({i, IsRatio(item, field) ? CellForm::Ratio : CellForm::Amount,
                                     ColumnCaptions(costCenters, field, item)});
     }
 }
 
-void ReadRows(PrintedSchedule& schedule, Recordset& rows) {
-    const std::vector<CellLayout> names = NameColumnsOf(rows);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        ScheduleRow row{LineOf(rows), RowLines(rows, names), {}};
-        row.Amounts.reserve(schedule.Columns.size());
-        for (const Column& column : schedule.Columns) row.Amounts.push_back(rows[column.Field]);
-        schedule.Rows.push_back(std::move(row));
-    }
+void TakeRow(PrintedSchedule& schedule, const NameColumns& names, std::span<const Variant> cells) {
+    ScheduleRow row{CurOr(cells[0]), RowLines(cells, names.Positions, names.Cells), {}};
+    row.Amounts.reserve(schedule.Columns.size());
+    for (const Column& column : schedule.Columns) row.Amounts.push_back(cells[column.Field]);
+    schedule.Rows.push_back(std::move(row));
 }
 
 PrintedSchedule ReadSchedule(std::string_view item) {
     PrintedSchedule schedule{PrintedName(item), {}, TotalsOf(item), {}, {}, {}};
     const int part = PartIndex(item);
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
-    Recordset rows = gDB.OpenRecordset(fmt::format("Select * From {} Order by LineNum;", item));
-    ReadHeadings(schedule, rows, item);
-    ReadRows(schedule, rows);
+    const std::vector<FieldDef> fields = gDB.Table(item).Fields;
+    const NameColumns names = NameColumnsOf(fields);
+    ReadHeadings(schedule, fields, names, item);
+    WalkRows(gDB, fmt::format("Select * From {} Order by LineNum;", item),
+             [&](std::span<const Variant> row) { TakeRow(schedule, names, row); });
     return schedule;
 }
 

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 #include "core/Globals.h"
 
@@ -58,7 +60,49 @@ std::string FormatLineNum(const Variant& value, int width) {
     return AlignRight(text, width);
 }
 
+namespace {
+
+/// The largest number whose text shows every digit of it.
+constexpr double kAllDigits = 1e15;
+
+/// A whole number in "#,##0", which nearly every amount is, put together from its last digit on.
+class WholeText {
+public:
+    explicit WholeText(double whole) {
+        text_.fill(' ');
+        const fmt::format_int digits(static_cast<std::int64_t>(whole));
+        for (std::size_t left = digits.size(), put = 0; left > 0; ++put) {
+            const char sign = digits.data()[--left];
+            if (put > 0 && put % 3 == 0 && sign != '-') text_[--start_] = ',';
+            text_[--start_] = sign;
+        }
+    }
+
+    std::size_t Size() const { return text_.size() - start_; }
+    /// With blanks ahead of it up to the width.
+    std::string AlignedRight(std::size_t width) const {
+        const std::size_t size = std::min(std::max(width, Size()), text_.size());
+        return std::string(width > size ? width - size : 0, ' ')
+            .append(text_.data() + text_.size() - size, size);
+    }
+
+private:
+    std::array<char, 24> text_;
+    std::size_t start_ = text_.size();
+};
+
+bool IsWhole(const Variant& value) {
+    return value.IsDouble() && std::trunc(value.AsDouble()) == value.AsDouble() &&
+           std::abs(value.AsDouble()) < kAllDigits;
+}
+
+}  // namespace
+
 std::string FormatAmount(const Variant& value, int width) {
+    if (IsWhole(value)) {
+        const WholeText whole(value.AsDouble());
+        if (whole.Size() <= Size(width) + 1) return whole.AlignedRight(Size(width));
+    }
     const std::string text = FormatNumber(value, "#,##0");
     if (text.size() <= Size(width) + 1) return text.empty() ? text : AlignRight(text, width);
     return InField(FormatNumber(value, "0"), width);
@@ -90,7 +134,7 @@ TextLine& TextLine::At(int column, std::string_view text) {
     for (; start < length_ && text.starts_with(' '); ++start) text.remove_prefix(1);
     if (RTrim(text).empty()) return *this;
     if (start > length_) {
-        text_ += Blanks(start - length_);
+        text_.append(start - length_, ' ');
         length_ = start;
     }
     text_ += text;

@@ -37,6 +37,8 @@ std::vector<std::string> CutAtWords(std::string_view text, int width);
 /// A line that is put together from texts at tabs.
 class TextLine {
 public:
+    TextLine() { text_.reserve(kUsualLine); }
+
     /// Puts a text at a column. A text that would begin inside the former one gives up blanks at
     /// its own beginning, and stands behind the former one for what remains.
     TextLine& At(int column, std::string_view text);
@@ -48,6 +50,9 @@ public:
 
 private:
     void MoveLeft();
+
+    /// As wide as a page that lies.
+    static constexpr std::size_t kUsualLine = 176;
 
     std::string text_;
     std::size_t length_ = 0;

@@ -233,5 +233,26 @@ TEST(Fortran, BadZipCodes) {
     EXPECT_EQ(Field("12345", "Z7"), "00000-0");
 }
 
+// --- Whole numbers added to a line ---------------------------------------------------------
+
+TEST(AppendWhole, IsWhatTheFormatGivesWhateverTheNumber) {
+    for (const double number : {0.0, -0.0, 7.0, -7.0, 12.9, -12.9, 2.9999999999999996, 999999999.0,
+                                123456789012345.0, -123456789012345.0, 1e15, 1.5e18, -3e20}) {
+        for (const std::size_t width : {1U, 3U, 16U, 20U}) {
+            std::string line = "head";
+            AppendWhole(line, number, width);
+            EXPECT_EQ(line, "head" + Field(number, "I" + std::to_string(width)))
+                << number << " " << width;
+        }
+    }
+}
+
+TEST(AppendWhole, StandsAtTheRightAndLosesItsLeftSide) {
+    std::string line = "x";
+    AppendWhole(line, -42, 6);
+    AppendWhole(line, 12345, 3);
+    EXPECT_EQ(line, "x   -42345");
+}
+
 }  // namespace
 }  // namespace zolmara

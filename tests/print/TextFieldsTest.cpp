@@ -54,6 +54,21 @@ TEST(FormatAmount, NegativeAmountsHaveTheirSign) {
     EXPECT_EQ(FormatAmount(-1234567, 12), "  -1,234,567");
 }
 
+TEST(FormatAmount, CommasPartWholeNumbersByThrees) {
+    EXPECT_EQ(FormatAmount(7.0, 1), "7");
+    EXPECT_EQ(FormatAmount(-100.0, 6), "  -100");
+    EXPECT_EQ(FormatAmount(1000.0, 6), " 1,000");
+    EXPECT_EQ(FormatAmount(-999999.0, 9), " -999,999");
+    EXPECT_EQ(FormatAmount(123456789012345.0, 30), "           123,456,789,012,345");
+    EXPECT_EQ(FormatAmount(-0.0, 3), "  0");
+}
+
+TEST(FormatAmount, AWholeNumberInADoubleIsThatNumber) {
+    for (const int number : {0, 1, -1, 12, -123, 1234, -99999, 1000000, -2147483647})
+        EXPECT_EQ(FormatAmount(static_cast<double>(number), 12), FormatAmount(number, 12))
+            << number;
+}
+
 TEST(FormatAmount, RoundsToWholeDollars) { EXPECT_EQ(FormatAmount(1234.5, 12), "       1,235"); }
 
 TEST(FormatAmount, ABillionTakesTheBlankAheadOfTheFieldAndKeepsItsCommas) {

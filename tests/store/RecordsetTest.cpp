@@ -3,9 +3,12 @@
 
 #include <filesystem>
 #include <limits>
+#include <span>
+#include <stdexcept>
 
 #include "core/Globals.h"
 #include "store/Dao.h"
+#include "store/RowWalk.h"
 
 namespace zolmara {
 namespace {
@@ -244,6 +247,51 @@ TEST_F(Rows, AChangeOfShapeLeavesOpenRecordsetsGood) {
     EXPECT_EQ(NumOr(rows["Col_1"]), 1);
     EXPECT_EQ(db_.Table("G").Fields.back().Name, "CC_100");
     EXPECT_THROW(db_.DeleteField("G", "CC"), StoreError);
+}
+
+// --- Rows that are walked once -------------------------------------------------------------
+
+TEST_F(Rows, AWalkGivesEachRowInOrderWithTheTypesOfItsFields) {
+    db_.Execute("UPDATE G SET Description='two', Level=7 WHERE LineNum=2;");
+    std::string seen;
+    WalkRows(db_, "SELECT * FROM G ORDER BY LineNum;", [&](std::span<const Variant> row) {
+        EXPECT_TRUE(row[0].IsCurrency());
+        EXPECT_TRUE(row[2].IsDouble());
+        seen += Text(row[0]) + ":" + Text(row[1]) + ":" + Text(row[2]) + ":" + Text(row[3]) + " ";
+    });
+    EXPECT_EQ(seen, "1::10: 2:two:20:7 3::30: ");
+}
+
+TEST_F(Rows, AWalkWithinAWalkOfTheSameStatementDoesNotMoveIt) {
+    const std::string source = "SELECT * FROM G ORDER BY LineNum;";
+    std::string seen;
+    WalkRows(db_, source, [&](std::span<const Variant> row) {
+        int inner = 0;
+        WalkRows(db_, source, [&](std::span<const Variant>) { ++inner; });
+        EXPECT_EQ(inner, 3);
+        auto rows = db_.OpenRecordset(source, dbOpenSnapshot);
+        EXPECT_EQ(Text(rows[0]), "1");
+        seen += Text(row[0]);
+    });
+    EXPECT_EQ(seen, "123");
+}
+
+TEST_F(Rows, AWalkThatIsGivenUpLeavesTheTableFree) {
+    EXPECT_THROW(WalkRows(db_, "SELECT * FROM G;",
+                          [](std::span<const Variant>) { throw std::runtime_error("enough"); }),
+                 std::runtime_error);
+    db_.DeleteTable("G");
+    EXPECT_FALSE(db_.HasTable("G"));
+}
+
+TEST_F(Rows, OnlyASelectWithoutValuesIsWalked) {
+    const auto never = [](std::span<const Variant>) { FAIL() << "a row"; };
+    EXPECT_THROW(WalkRows(db_, "DELETE FROM G;", never), StoreError);
+    EXPECT_THROW(WalkRows(db_, "SELECT * FROM G WHERE LineNum=1;", never), StoreError);
+    EXPECT_THROW(WalkRows(db_, "SELECT * FROM H;", never), StoreError);
+    EXPECT_EQ(NumOr(db_.Scalar("SELECT Count(*) FROM G;")), 3);
+    db_.Close();
+    EXPECT_THROW(WalkRows(db_, "SELECT * FROM G;", never), StoreError);
 }
 
 }  // namespace
