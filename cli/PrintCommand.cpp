@@ -28,12 +28,14 @@ constexpr std::array kArguments{
 /// A PDF file in the printer's place, for as long as a command runs.
 class PdfPrinter {
 public:
-    PdfPrinter() { TheCliHost().UsePrinter(&device_); }
+    explicit PdfPrinter(const std::string& path) : device_(path) {
+        TheCliHost().UsePrinter(&device_);
+    }
     ~PdfPrinter() { TheCliHost().UsePrinter(nullptr); }
     PdfPrinter(const PdfPrinter&) = delete;
     PdfPrinter& operator=(const PdfPrinter&) = delete;
 
-    void Save(const std::string& path) { device_.Save(path); }
+    void Save() { device_.Save(); }
 
 private:
     PdfDevice device_;
@@ -97,9 +99,9 @@ ExitStatus Print(const Inputs& inputs) {
     if (pdf.empty()) {
         PrintEntries(entries);
     } else {
-        PdfPrinter printer;
+        PdfPrinter printer(pdf);
         PrintEntries(entries);
-        printer.Save(pdf);
+        printer.Save();
         files.push_back(pdf);
     }
     Listing written{{"File"}, {}};

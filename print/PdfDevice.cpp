@@ -1,130 +1,108 @@
 #include "print/PdfDevice.h"
 
 #include <fmt/format.h>
-#include <hpdf.h>
 
 #include <stdexcept>
-#include <vector>
 
 #include "core/Globals.h"
+#include "print/PdfFile.h"
 #include "print/PrintPage.h"
-#include "store/files/FileDoor.h"
 
 namespace zolmara {
 namespace {
 
-constexpr float kLongSide = 792;  ///< letter size, in points
-constexpr float kShortSide = 612;
+constexpr int kLongSide = 792;  ///< letter size, in points
+constexpr int kShortSide = 612;
 /// The left margins put 137 and 176 columns of 7 points in the middle of the page.
-constexpr float kPortraitMargin = 18.3F;
-constexpr float kLandscapeMargin = 26.4F;
-constexpr float kColumnWidth = 0.6F * 7;
-static_assert(2 * kPortraitMargin + 137 * kColumnWidth < kShortSide + 0.1F);
-static_assert(2 * kLandscapeMargin + 176 * kColumnWidth < kLongSide + 0.1F);
-constexpr float kTopMargin = 16;
-constexpr float kBottomMargin = 14;
+constexpr double kPortraitMargin = 18.3;
+constexpr double kLandscapeMargin = 26.4;
+constexpr double kColumnWidth = 0.6 * 7;
+static_assert(2 * kPortraitMargin + 137 * kColumnWidth < kShortSide + 0.1);
+static_assert(2 * kLandscapeMargin + 176 * kColumnWidth < kLongSide + 0.1);
+constexpr double kTopMargin = 16;
+constexpr double kBottomMargin = 14;
 /// The height of a line and what of it lies above the base line, in parts of the font size.
-constexpr float kLineHeight = 1.1328F;
-constexpr float kAscent = 0.8333F;
-
-/// Pages stand in groups of so many: a list in a PDF file ends at 8,191 entries.
-constexpr HPDF_UINT kPagesInGroup = 90;
-
-constexpr HPDF_UINT32 kChunk = 1 << 16;
+constexpr double kLineHeight = 1.1328;
+constexpr double kAscent = 0.8333;
 
 /// By which a file of this device is known.
 constexpr const char* kProducer = "Zolmara 287-22";
 
+/// A text in the language of PDF: in brackets, with a stroke ahead of what means something in it.
+void AppendText(std::string& content, std::string_view bytes) {
+    bool plain = true;
+    for (const char byte : bytes) plain = plain & (byte != '(') & (byte != ')') & (byte != '\\');
+    content += '(';
+    if (plain) {
+        content += bytes;
+        bytes = {};
+    }
+    for (const char byte : bytes) {
+        if (byte == '(' || byte == ')' || byte == '\\') content += '\\';
+        content += byte;
+    }
+    content += ')';
+}
+
 }  // namespace
 
 struct PdfDevice::Document {
-    HPDF_Doc Doc = nullptr;
-    HPDF_Page Page = nullptr;  ///< none until something is printed on it
+    PdfFile File;
+    bool OnPage = false;  ///< something is printed on the page in hand, or it was passed over
+    std::string Content;  ///< of the page in hand
     int Pages = 0;
     int Orientation = kPortrait;
-    float FontSize = 7;
+    double FontSize = 7;
     bool Bold = false;
-    float Left = 0;
-    float Baseline = 0;  ///< of the next line
+    bool Wide = false;    ///< the page in hand
+    double Baseline = 0;  ///< of the next line
 
-    Document();
-    ~Document() { HPDF_Free(Doc); }
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
+    explicit Document(const std::string& path) : File(path, IsPrintedPdf, kProducer) {}
 
-    void Check(HPDF_STATUS status) const;
-    void AddPage();
+    void BeginPage();
     void EndPage();
     void PrintLine(std::string_view text);
-    void SaveTo(OutFile& file) const;
 };
 
-PdfDevice::Document::Document() : Doc(HPDF_New(nullptr, nullptr)) {
-    if (!Doc) throw std::runtime_error("There is not enough memory for the PDF file.");
-    Check(HPDF_SetPagesConfiguration(Doc, kPagesInGroup));
-    Check(HPDF_SetCompressionMode(Doc, HPDF_COMP_ALL));
-    Check(HPDF_SetInfoAttr(Doc, HPDF_INFO_PRODUCER, kProducer));
-}
-
-void PdfDevice::Document::Check(HPDF_STATUS status) const {
-    if (status == HPDF_OK) return;
-    HPDF_ResetError(Doc);
-    throw std::runtime_error(
-        fmt::format("The PDF file cannot be made (error {:#x} of the PDF library).", status));
-}
-
-void PdfDevice::Document::AddPage() {
-    const bool wide = Orientation == kLandscape;
-    Page = HPDF_AddPage(Doc);
-    if (!Page) Check(HPDF_GetError(Doc));
+void PdfDevice::Document::BeginPage() {
+    OnPage = true;
     ++Pages;
-    Check(HPDF_Page_SetWidth(Page, wide ? kLongSide : kShortSide));
-    Check(HPDF_Page_SetHeight(Page, wide ? kShortSide : kLongSide));
-    Left = wide ? kLandscapeMargin : kPortraitMargin;
-    Baseline = (wide ? kShortSide : kLongSide) - kTopMargin - kAscent * FontSize;
-    const HPDF_Font font = HPDF_GetFont(Doc, Bold ? "Courier-Bold" : "Courier", "WinAnsiEncoding");
-    if (!font) Check(HPDF_GetError(Doc));
-    Check(HPDF_Page_SetFontAndSize(Page, font, FontSize));
+    Wide = Orientation == kLandscape;
+    Baseline = (Wide ? kShortSide : kLongSide) - kTopMargin - kAscent * FontSize;
+    Content =
+        fmt::format("BT\n{} {:.5g} Tf\n{:.5g} TL\n{:.5g} {:.7g} Td\n",
+                    File.Font(Bold ? "Courier-Bold" : "Courier"), FontSize, kLineHeight * FontSize,
+                    Wide ? kLandscapeMargin : kPortraitMargin, Baseline);
 }
 
-void PdfDevice::Document::EndPage() { Page = nullptr; }
+void PdfDevice::Document::EndPage() {
+    if (!OnPage) return;
+    OnPage = false;
+    Content += "ET\n";
+    File.AddPage(Wide ? kLongSide : kShortSide, Wide ? kShortSide : kLongSide, Content);
+}
 
 void PdfDevice::Document::PrintLine(std::string_view text) {
-    if (Page && Baseline < kBottomMargin) EndPage();
-    if (!Page) AddPage();
-    const std::string bytes = ToCodePage1252(RTrim(text));
-    if (!bytes.empty()) {
-        Check(HPDF_Page_BeginText(Page));
-        Check(HPDF_Page_TextOut(Page, Left, Baseline, bytes.c_str()));
-        Check(HPDF_Page_EndText(Page));
+    if (OnPage && Baseline < kBottomMargin) EndPage();
+    if (!OnPage) BeginPage();
+    const std::string_view line = RTrim(text);
+    if (!line.empty()) {
+        AppendText(Content, ToCodePage1252(line));
+        Content += " Tj ";
     }
+    Content += "T*\n";
     Baseline -= kLineHeight * FontSize;
 }
 
-void PdfDevice::Document::SaveTo(OutFile& file) const {
-    Check(HPDF_SaveToStream(Doc));
-    std::vector<HPDF_BYTE> chunk(kChunk);
-    HPDF_UINT32 size = kChunk;
-    while (true) {
-        size = kChunk;
-        const HPDF_STATUS status = HPDF_ReadFromStream(Doc, chunk.data(), &size);
-        file.Write({reinterpret_cast<const char*>(chunk.data()), size});
-        if (status == HPDF_STREAM_EOF || size == 0) break;
-        Check(status);
-    }
-    HPDF_ResetError(Doc);
-    file.Put();
-}
-
-PdfDevice::PdfDevice() : document_(std::make_unique<Document>()) {}
+PdfDevice::PdfDevice(const std::string& path) : document_(std::make_unique<Document>(path)) {}
 PdfDevice::~PdfDevice() = default;
 
 int PdfDevice::PageCount() const { return document_->Pages; }
 
-void PdfDevice::Save(const std::string& path) {
+void PdfDevice::Save() {
     if (PageCount() == 0) throw std::runtime_error("There are no pages for a PDF file.");
-    OutFile file(path, IsPrintedPdf);
-    document_->SaveTo(file);
+    document_->EndPage();
+    document_->File.Put();
 }
 
 bool IsPrintedPdf(std::string_view head) {
@@ -141,14 +119,14 @@ void PdfDevice::SetFontName(const std::string& /*name*/) {}
 int PdfDevice::FontCount() { return 1; }
 std::string PdfDevice::Font(int /*index*/) { return FontName(); }
 
-void PdfDevice::SetFontSize(double points) { document_->FontSize = static_cast<float>(points); }
+void PdfDevice::SetFontSize(double points) { document_->FontSize = points; }
 void PdfDevice::SetBold(bool bold) { document_->Bold = bold; }
 void PdfDevice::SetPrintQuality(int /*quality*/) {}
 
 void PdfDevice::Print(std::string_view line) { document_->PrintLine(line); }
 
 void PdfDevice::NewPage() {
-    if (!document_->Page) document_->AddPage();
+    if (!document_->OnPage) document_->BeginPage();
     document_->EndPage();
 }
 

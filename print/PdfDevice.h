@@ -13,16 +13,18 @@ namespace zolmara {
 /// True for the beginning of a PDF file that a PdfDevice wrote.
 bool IsPrintedPdf(std::string_view head);
 
+/// Pages go to the disk as they are printed, aside; nothing stays of them unless they are saved.
 class PdfDevice : public PageDevice {
 public:
-    PdfDevice();
+    /// StoreError when the file cannot be written, or another's of that name is kept.
+    explicit PdfDevice(const std::string& path);
     ~PdfDevice() override;
 
     /// Pages that something was printed on, or that were passed over.
     int PageCount() const;
-    /// Writes the file, whole or not at all. StoreError when it cannot be written; an error too
-    /// where there are no pages.
-    void Save(const std::string& path);
+    /// Completes the file, whole or not at all, after the last job. StoreError when it cannot be
+    /// written, also where a page could not; an error too where there are no pages.
+    void Save();
 
     int Orientation() override;
     void SetOrientation(int orientation) override;

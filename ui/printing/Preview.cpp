@@ -33,6 +33,7 @@ namespace {
 
 constexpr double kPointsPerInch = 72;
 constexpr int kFrame = 24;  ///< pixels around a page
+constexpr int kBarSteps = 100;
 constexpr int kFitWidth = 0;
 constexpr int kFitPage = -1;
 
@@ -195,9 +196,11 @@ void frmPreview::Work(const QString& text, const std::string& file, const std::s
     bar.setWindowTitle(windowTitle());
     bar.setWindowModality(Qt::WindowModal);
     try {
+        // Each step of the bar draws the window: a hundred are enough to see it go.
+        bar.setMaximum(kBarSteps + 1);
         const PaintResult result = work([&bar](std::size_t page, std::size_t all) {
-            bar.setMaximum(static_cast<int>(all) + 1);
-            bar.setValue(static_cast<int>(page));
+            const auto step = static_cast<int>(page * kBarSteps / std::max<std::size_t>(all, 1));
+            if (step != bar.value()) bar.setValue(step);
             return !bar.wasCanceled();
         });
         bar.reset();

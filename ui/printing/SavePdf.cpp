@@ -6,7 +6,7 @@ namespace zolmara::ui {
 
 PaintResult SavePdf(const Document& document, PageRange range, const std::string& path,
                     const PageProgress& progress) {
-    PdfDevice pdf;
+    PdfDevice pdf(path);
     for (std::size_t number = range.First; number < range.End; ++number) {
         const PrintJob& job = document.JobOf(number);
         const PrintedPage page = document.Page(number);
@@ -19,7 +19,7 @@ PaintResult SavePdf(const Document& document, PageRange range, const std::string
             return PaintResult::GivenUp;
     }
     pdf.EndDoc();
-    pdf.Save(path);
+    pdf.Save();
     return PaintResult::Done;
 }
 
