@@ -2,6 +2,9 @@
 
 // Settings are UTF-8 in the file and in the program alike.
 #define SI_NO_CONVERSION
+// The code comes from the header: its library brings along tables of all scripts, which every
+// start of the program would load.
+#define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 #include <fcntl.h>
 #include <sys/stat.h>
