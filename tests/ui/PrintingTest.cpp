@@ -249,7 +249,8 @@ TEST_F(InPreview, ACancelledDialogPrintsNothing) {
 }
 
 TEST_F(OnPaper, ACancelLeavesNoFileAndTheOldOne) {
-    std::ofstream(path) << "old";
+    const std::string old = "%PDF-1.4 (Zolmara 287-22) of yesterday";
+    std::ofstream(path) << old;
     std::size_t seen = 0;
     const PaintResult result =
         SavePdf(Document({JobOf(9)}), {0, 9}, path, [&](auto done, auto all) {
@@ -259,10 +260,22 @@ TEST_F(OnPaper, ACancelLeavesNoFileAndTheOldOne) {
         });
     EXPECT_EQ(result, PaintResult::GivenUp);
     EXPECT_EQ(seen, 4U);
-    EXPECT_EQ(FileText(path), "old");
+    EXPECT_EQ(FileText(path), old);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()),
                             std::filesystem::directory_iterator()),
               1);
+}
+
+TEST_F(OnPaper, AnothersFileIsJudgedAheadOfThePages) {
+    std::ofstream(path) << "old";
+    std::size_t seen = 0;
+    const PageProgress count = [&](auto done, auto) {
+        seen = done;
+        return true;
+    };
+    EXPECT_THROW(SavePdf(Document({JobOf(9)}), {0, 9}, path, count), FileKept);
+    EXPECT_EQ(seen, 0U);
+    EXPECT_EQ(FileText(path), "old");
 }
 
 TEST_F(OnPaper, APreviewReadsOnlyThePagesThatAreLookedAt) {
