@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cctype>
+
 #include "core/Globals.h"
 #include "store/session/CoreTables.h"
 #include "worksheets/SheetNames.h"
@@ -24,12 +26,25 @@ std::string CellName(const CellRef& cell) {
 
 std::string ColumnTitle(const CellRef& cell) { return ColumnTitles(cell.Item)[cell.Field]; }
 
+namespace {
+
+/// A heading as one line: a word that it breaks in two is one again.
+std::string OneLineTitle(const std::string& heading) {
+    std::string title = Replace(Replace(heading, "-|", ""), "|", " ");
+    for (auto at = title.find("- "); at != std::string::npos; at = title.find("- ", at + 1))
+        if (at + 2 < title.size() && std::islower(static_cast<unsigned char>(title[at + 2])))
+            title.erase(at, 2);
+    return title;
+}
+
+}  // namespace
+
 std::map<std::string, std::string> ColumnTitles(std::string_view item) {
     std::map<std::string, std::string> titles;
     const Worksheet* sheet = FindWorksheet(item);
     if (sheet == nullptr) return titles;
     for (const WorksheetField& field : sheet->Fields(sheet->Item)) {
-        titles[field.Name] = Replace(Replace(field.Title, "-|", ""), "|", " ");
+        titles[field.Name] = OneLineTitle(field.Title);
     }
     return titles;
 }

@@ -111,7 +111,7 @@ Node SpreadCost() {
                    .Largest = Closing::By::Value,
                    .WantFirst = true,
                    .Because = "the largest amount",
-                   .Closes = "to close the column on the cost"});
+                   .Closes = "to close the column on its total"});
 }
 
 void AddPart1(DescriptionTable& rules) {

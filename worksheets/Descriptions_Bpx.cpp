@@ -4,6 +4,7 @@
 
 #include "worksheets/Descriptions.h"
 #include "worksheets/Schedules.h"
+#include "worksheets/SheetNames.h"
 
 namespace zolmara {
 namespace {
@@ -35,6 +36,12 @@ Family MakeFamily(const Schedule& schedule) {
             fmt::format("{}?", schedule.Family),
             {Kept(TableOf(schedule, 1)), Kept(TableOf(schedule, 2)), Kept(TableOf(schedule, 3))},
             Kept(TableOf(schedule.Statistics, 3))};
+}
+
+/// "C-1" of "C1p".
+std::string FamilyName(std::string_view family) {
+    const std::string name = PrintedName(TableOf(family, 1));
+    return name.substr(0, name.find(" Part"));
 }
 
 /// The totals of C and D were moved with the amounts that close their columns, in text form.
@@ -91,17 +98,22 @@ void AddSchedule(DescriptionTable& rules, const Schedule& schedule) {
     const Family family = MakeFamily(schedule);
     AddTotals(rules, family);
     if (schedule.Kind == ScheduleKind::Functional) {
-        rules.push_back({family.Items, Components(), std::string(kCenters),
-                         "The unit cost multiplier times the statistic, in whole dollars; the "
-                         "column closes on the cost to be allocated.",
-                         Allocated(family)});
+        rules.push_back(
+            {family.Items, Components(), std::string(kCenters),
+             fmt::format("The unit cost multiplier on line 54 of {0} Part III times the statistic "
+                         "on {0}, in whole dollars; the column closes on the cost to be "
+                         "allocated, line 53.",
+                         FamilyName(schedule.Statistics)),
+             Allocated(family)});
     }
     if (schedule.Kind == ScheduleKind::Statistics) {
-        rules.push_back({std::string(family.Tables[2]),
-                         {OnLine(kUnitCostMultiplier)},
-                         std::string(kCenters),
-                         "The cost to be allocated divided by all statistics, to six decimals.",
-                         Rounded(Ratio(OnOther(kCostToAllocate), OnOther(kGrandTotal)), 6)});
+        rules.push_back(
+            {std::string(family.Tables[2]),
+             {OnLine(kUnitCostMultiplier)},
+             std::string(kCenters),
+             "The cost to be allocated on line 53 divided by the statistics on line 52, to six "
+             "decimals.",
+             Rounded(Ratio(OnOther(kCostToAllocate), OnOther(kGrandTotal)), 6)});
     }
 }
 

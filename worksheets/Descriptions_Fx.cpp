@@ -14,9 +14,10 @@ const Spans kParts = {LinesBelow(kPartTotal), OnLine(kPartTotal)};
 
 DescriptionTable MakeF() {
     DescriptionTable rules = {
-        {"Fp?", kParts, "Col_1", "The total of this component on B.", SameLine("Bp?", "Col_7")},
-        {"Fp?", kParts, "Col_2", "The total of this component on C.", SameLine("Cp?", "Col_3")},
-        {"Fp?", kParts, "Col_3", "The capital related pools of this component on E-1.",
+        {"Fp?", kParts, "Col_1", "The total of this line on B.", SameLine("Bp?", "Col_7")},
+        {"Fp?", kParts, "Col_2", "The total of this line on C.", SameLine("Cp?", "Col_3")},
+        {"Fp?", kParts, "Col_3",
+         "The capital related pools of this line on E-1: columns 1 and 2 with their subscripts.",
          Stated(Sum({RowOf("E1p?", {CostClass::Capital})}))},
         {"Fp?", kParts, "Col_4", "The sum of columns 1 to 3.",
          Sum({Here("Col_1"), Here("Col_2"), Here("Col_3")})},
@@ -48,7 +49,7 @@ void AddClass(DescriptionTable& rules, const ClassColumns& columns) {
         rules.push_back({columns.Items,
                          {},
                          columns.Fields[i],
-                         columns.Name + " of this component " + kSources[i].second,
+                         columns.Name + " of this line " + kSources[i].second,
                          Stated(Sum({RowOf(kSources[i].first, {columns.Kind})}))});
     }
     rules.push_back(

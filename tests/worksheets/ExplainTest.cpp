@@ -50,6 +50,26 @@ TEST(CellNames, AreTheForms) {
     EXPECT_EQ(CellName({"A", Currency(8.0), "CCName"}), "A, line 8, CCName");
 }
 
+TEST_F(ExplainTest, ATitleIsOneLineWithItsWordsWhole) {
+    EXPECT_EQ(Told("A", 8, "Col_2").Title, "Reclassifications");
+    EXPECT_EQ(Told("A", 8, "Col_3").Title, "Reclassified Trial Balance");
+}
+
+TEST_F(ExplainTest, TheRuleNamesTheWorksheetsAndLinesThatItReads) {
+    SetComponents(1, {1});
+    EXPECT_EQ(Told("Cp1", 1, "CC_100").Rule,
+              "The unit cost multiplier on line 54 of C-1 Part III times the statistic on C-1, in "
+              "whole dollars; the column closes on the cost to be allocated, line 53.");
+    EXPECT_EQ(Told("D1p3", 54, "CC_800").Rule,
+              "The cost to be allocated on line 53 divided by the statistics on line 52, to six "
+              "decimals.");
+    EXPECT_EQ(Told("F1p3", 52, "Col_6").Rule, "All other non-capital cost of this line on D.")
+        << "it holds for totals, too";
+    EXPECT_EQ(Told("Fp1", 51, "Col_3").Rule,
+              "The capital related pools of this line on E-1: columns 1 and 2 with their "
+              "subscripts.");
+}
+
 TEST(Figures, HaveCommasAndTheDecimalsThatTheyNeed) {
     EXPECT_EQ(Figure(1250000), "1,250,000");
     EXPECT_EQ(Figure(168102.5), "168,102.50");
