@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 #include <QUrl>
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -190,6 +191,15 @@ TEST_F(OverviewTest, EveryWorksheetOfTheListIsExportedByItself) {
     EXPECT_TRUE(Boxes.empty()) << ::testing::PrintToString(BoxTexts());
 }
 
+TEST_F(OverviewTest, TheColumnOfTheFindingsShowsWhereThereAreSome) {
+    OpenSample();
+    EXPECT_TRUE(Sheets()->isColumnHidden(2)) << "the names have the room";
+    gDB.Execute("INSERT INTO Error ([Level], Code, Message) VALUES ('Potential Error', '1090', ?);",
+                {"Worksheet A-8: line 2 column 3 must"});
+    main->RefreshMenus();
+    EXPECT_TRUE(Told([this] { return !Sheets()->isColumnHidden(2); }));
+}
+
 // --- State, figures, pictures --------------------------------------------------------------
 
 TEST_F(OverviewTest, TheSummaryTellsWhoseItIsAndItsState) {
@@ -294,6 +304,36 @@ TEST_F(OverviewTest, TheTenComponentsThatBearMostStandInOrder) {
     auto* view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "F1p1"));
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(Current(view), "1 Col_9");
+}
+
+TEST_F(OverviewTest, NoFigureLosesItsNameOrItsAmount) {
+    OpenSample();
+    main->resize(1280, 768);
+    Settle();
+    auto* const figures = Part<QTableWidget>("grdFigures");
+    for (int row = 0; row < figures->rowCount(); ++row)
+        for (int column = 0; column < 2; ++column) {
+            const QString text = figures->item(row, column)->text();
+            EXPECT_LE(figures->fontMetrics().horizontalAdvance(text), figures->columnWidth(column))
+                << S(text);
+        }
+    EXPECT_EQ(figures->item(0, 2)->toolTip(),
+              "Expenses per books: 130,744,288  (A, line 100, column 1)");
+}
+
+TEST_F(OverviewTest, OnASmallScreenItsPartsStandBelowEachOther) {
+    OpenSample();
+    auto* const state = Part<QLabel>("lblWho");
+    auto* const next = Part<QListWidget>("lstNext");
+    const auto place = [this](QWidget* part) { return part->mapTo(main.get(), QPoint()); };
+    main->resize(1280, 768);
+    EXPECT_TRUE(Told([&] { return place(next).x() > place(state).x() + 100; }));
+    // Half of 1280 by 800, which a scale of 200 % leaves.
+    main->resize(640, 400);
+    EXPECT_TRUE(Told([&] {
+        return place(next).y() > place(state).y() + 100 &&
+               std::abs(place(next).x() - place(state).x()) < 50;
+    }));
 }
 
 // --- What to do next -----------------------------------------------------------------------

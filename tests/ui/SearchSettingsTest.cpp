@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QSpinBox>
 #include <QTreeView>
+#include <algorithm>
 
 #include "SheetTest.h"
 #include "ui/main/Theme.h"
@@ -147,6 +148,14 @@ TEST_F(ToolWindowsTest, TheThemeIsDarkOrLightAtOnceAndRemembered) {
     EXPECT_TRUE(WaitFor([&] { return tone(QPalette::Window) < 128; }));
     EXPECT_GT(tone(QPalette::WindowText), 128);
     EXPECT_EQ(SavedTheme(), "dark");
+    // What is not checked has an outline that can be told from the window.
+    QCheckBox box("Box");
+    box.resize(box.sizeHint());
+    const QImage picture = box.grab().toImage();
+    int brightest = 0;
+    for (int x = 0; x < 6; ++x)
+        brightest = std::max(brightest, picture.pixelColor(x, box.height() / 2).lightness());
+    EXPECT_GT(brightest, 120);
     SetTheme("light");
     EXPECT_TRUE(WaitFor([&] { return tone(QPalette::Window) > 128; }));
 }

@@ -1,9 +1,12 @@
 #include "ui/main/Theme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <array>
 
 #include "core/Machine.h"
@@ -49,6 +52,29 @@ QPalette PaletteOf(bool dark) {
     return palette;
 }
 
+/// Dark on dark, a box or button that is not checked would not be seen: it gets an outline.
+class DarkStyle : public QProxyStyle {
+public:
+    DarkStyle() : QProxyStyle("Fusion") {}
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool round = element == PE_IndicatorRadioButton;
+        if (!round && element != PE_IndicatorCheckBox && element != PE_IndicatorItemViewItemCheck)
+            return;
+        const QRectF place = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing, round);
+        painter->setPen(option->palette.color(QPalette::PlaceholderText));
+        painter->setBrush(Qt::NoBrush);
+        if (round)
+            painter->drawEllipse(place);
+        else
+            painter->drawRect(place);
+        painter->restore();
+    }
+};
+
 /// The desktop's own style and colours, as they were before another theme.
 struct DesktopLook {
     QString Style = QApplication::style()->objectName();
@@ -56,14 +82,12 @@ struct DesktopLook {
 
 void Apply(const std::string& theme) {
     static const DesktopLook desktop;
-    if (theme == "desktop") {
-        if (QApplication::style()->objectName() != desktop.Style)
-            QApplication::setStyle(QStyleFactory::create(desktop.Style));
-        QApplication::setPalette(QPalette());
-        return;
-    }
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setPalette(PaletteOf(theme == "dark"));
+    const bool dark = theme == "dark";
+    const bool own = theme == "desktop";
+    QStyle* const style =
+        dark ? new DarkStyle : QStyleFactory::create(own ? desktop.Style : "Fusion");
+    QApplication::setStyle(style);
+    QApplication::setPalette(own ? QPalette() : PaletteOf(dark));
 }
 
 bool IsTheme(const std::string& theme) {

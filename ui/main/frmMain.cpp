@@ -219,10 +219,12 @@ void frmMain::MakeWindow() {
     HideStage();
 }
 
-/// At the top left corner of the screen, at most as large as it is.
+/// At the top left corner of the screen, at most as large as it is with the window's title.
 void frmMain::PlaceWindow() {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    resize(std::min(1180, screen.width()), std::min(740, screen.height()));
+    constexpr QSize kWanted(1440, 900);
+    constexpr int kTitleBar = 32;
+    resize(kWanted.boundedTo(screen.size() - QSize(0, kTitleBar)));
     move(screen.topLeft());
 }
 

@@ -16,7 +16,7 @@ namespace zolmara::ui {
 namespace {
 
 constexpr int kGap = 8;
-constexpr double kMostNamePart = 0.42;
+constexpr double kMostNamePart = 0.5;
 
 QString FigureText(const Bar& bar) { return Q(Figure(bar.Amount)); }
 
@@ -70,7 +70,7 @@ void BarPicture::Tell() {
 
 // --- Places --------------------------------------------------------------------------------
 
-int BarPicture::RowHeight() const { return fontMetrics().lineSpacing() * 3 / 2; }
+int BarPicture::RowHeight() const { return fontMetrics().lineSpacing() * 4 / 3; }
 
 int BarPicture::NameWidth() const {
     int widest = 0;

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "core/Dialogs.h"
@@ -125,6 +126,10 @@ void Navigator::ShowRows() {
         font.setBold(sheet.Errors > 0);
         for (int at = 0; at < kColumns; ++at) item->setFont(at, font);
     }
+    const auto hasFindings = [](const SheetRow& sheet) {
+        return sheet.Errors + sheet.Warnings > 0;
+    };
+    treSheets_->setColumnHidden(kFindings, std::ranges::none_of(sheets_, hasFindings));
     if (!treSheets_->currentItem() && treSheets_->topLevelItemCount() > 0)
         treSheets_->setCurrentItem(treSheets_->topLevelItem(0));
 }

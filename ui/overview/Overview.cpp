@@ -15,10 +15,11 @@ Overview::Overview() : navigator_(new Navigator), summary_(new SummaryPanel) {
     setChildrenCollapsible(false);
     addWidget(navigator_);
     addWidget(summary_);
-    setStretchFactor(0, 2);
-    setStretchFactor(1, 3);
+    setStretchFactor(0, 1);
+    setStretchFactor(1, 2);
     const int letter = fontMetrics().averageCharWidth();
-    setSizes({letter * 62, letter * 100});
+    setSizes({letter * 56, letter * 106});
+    navigator_->setMinimumWidth(letter * 34);
     WatchStatement(this, [this] { Follow(); });
 }
 

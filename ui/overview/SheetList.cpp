@@ -63,8 +63,11 @@ std::vector<SheetRow> ReadSheets() {
     std::vector<SheetRow> sheets;
     for (const std::string& item : SheetsByLetter()) {
         if (item == "A") {
-            sheets.push_back({.Item = "CCs", .Name = "Cost Centers"});
-            sheets.push_back({.Item = "ES", .Name = "Pooled Allocation Statistical Basis"});
+            // The form's lines are in both from the beginning.
+            sheets.push_back({.Item = "CCs", .Name = "Cost Centers", .State = SheetState::Keyed});
+            sheets.push_back({.Item = "ES",
+                              .Name = "Pooled Allocation Statistical Basis",
+                              .State = SheetState::Keyed});
         }
         sheets.push_back(RowOf(item));
     }

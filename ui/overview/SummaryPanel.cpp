@@ -67,22 +67,49 @@ SummaryPanel::SummaryPanel() {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     auto* page = new QWidget;
-    auto* grid = new QGridLayout(page);
-    grid->setContentsMargins(8, 0, 0, 0);
+    grid_ = new QGridLayout(page);
+    grid_->setContentsMargins(8, 0, 0, 0);
     picMoney_ = new BarPicture("picMoney", "The path of the money");
     picMoney_->OnChosen([this](int bar) { GoTo(money_[static_cast<std::size_t>(bar)]); });
     picComponents_ = new BarPicture("picComponents", "The components that bear most");
     picComponents_->OnChosen(
         [this](int bar) { GoTo(components_[static_cast<std::size_t>(bar)].Cell); });
-    grid->addWidget(MakeState(), 0, 0);
-    grid->addWidget(MakeNext(), 0, 1);
-    grid->addWidget(MakeFigures(), 1, 0, 2, 1);
-    grid->addWidget(Group("The path of the money", picMoney_), 1, 1);
-    grid->addWidget(Group("The components that bear most", picComponents_), 2, 1);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
-    grid->setRowStretch(3, 1);
+    groups_ = {MakeState(), MakeNext(), MakeFigures(), Group("The path of the money", picMoney_),
+               Group("The components that bear most", picComponents_)};
+    Arrange(true);
     setWidget(page);
+}
+
+namespace {
+
+/// Where a part stands: in two columns, and below each other.
+struct PlaceInGrid {
+    int Row;
+    int Column;
+    int Rows = 1;
+};
+constexpr std::array<PlaceInGrid, 5> kWide = {{{0, 0}, {0, 1}, {1, 0, 2}, {1, 1}, {2, 1}}};
+constexpr std::array<PlaceInGrid, 5> kNarrow = {{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}}};
+
+}  // namespace
+
+void SummaryPanel::Arrange(bool wide) {
+    if (wide == wide_) return;
+    wide_ = wide;
+    for (std::size_t i = 0; i < groups_.size(); ++i) {
+        const PlaceInGrid& place = wide ? kWide[i] : kNarrow[i];
+        grid_->addWidget(groups_[i], place.Row, place.Column, place.Rows, 1);
+    }
+    grid_->setColumnStretch(0, 5);
+    grid_->setColumnStretch(1, wide ? 4 : 0);
+    grid_->setRowStretch(wide ? 3 : 5, 1);
+    grid_->setRowStretch(wide ? 5 : 3, 0);
+}
+
+/// Two columns, where there is room for them.
+void SummaryPanel::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    Arrange(viewport()->width() >= fontMetrics().averageCharWidth() * 78);
 }
 
 // --- Its parts -----------------------------------------------------------------------------
@@ -114,7 +141,7 @@ QWidget* SummaryPanel::MakeNext() {
     lstNext_->setAccessibleName("What to do next");
     lstNext_->setToolTip("Return or a double click does it.");
     lstNext_->setWordWrap(true);
-    lstNext_->setMinimumHeight(fontMetrics().lineSpacing() * 5);
+    lstNext_->setMinimumHeight(fontMetrics().lineSpacing() * 4);
     lstNext_->setMaximumHeight(fontMetrics().lineSpacing() * 8);
     connect(lstNext_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const auto at = static_cast<std::size_t>(lstNext_->row(item));
@@ -137,9 +164,12 @@ QWidget* SummaryPanel::MakeFigures() {
     grdFigures_->setTabKeyNavigation(false);
     grdFigures_->setWordWrap(false);
     grdFigures_->verticalHeader()->hide();
+    grdFigures_->verticalHeader()->setMinimumSectionSize(0);
+    grdFigures_->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() * 3 / 2);
+    // Where there is no room for all, the cell is cut: the figure leads to it all the same.
     QHeaderView* const head = grdFigures_->horizontalHeader();
     head->setSectionResizeMode(QHeaderView::ResizeToContents);
-    head->setSectionResizeMode(0, QHeaderView::Stretch);
+    head->setSectionResizeMode(2, QHeaderView::Stretch);
     connect(grdFigures_, &QTableWidget::itemActivated, this, [this](const QTableWidgetItem* item) {
         GoTo(figures_[static_cast<std::size_t>(item->row())].Cell);
     });
@@ -207,6 +237,7 @@ void SummaryPanel::ShowFigures() {
         for (int column = 0; column < 3; ++column) {
             auto* item = new QTableWidgetItem(texts[column]);
             if (column == 1) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            item->setToolTip(texts[0] + ": " + texts[1] + "  (" + texts[2] + ")");
             grdFigures_->setItem(row, column, item);
         }
         ++row;

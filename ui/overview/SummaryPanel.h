@@ -26,6 +26,9 @@ public:
     void Refresh();
     void Clear();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QWidget* MakeState();
     QWidget* MakeNext();
@@ -36,7 +39,11 @@ private:
     void ShowMoney();
     void ShowComponents();
     void GoTo(const CellRef& cell);
+    void Arrange(bool wide);
 
+    QGridLayout* grid_ = nullptr;
+    std::vector<QWidget*> groups_;  ///< in the order of reading
+    bool wide_ = false;             ///< they stand in two columns
     QLabel* lblWho_ = nullptr;
     std::vector<QLabel*> states_;
     QListWidget* lstNext_ = nullptr;

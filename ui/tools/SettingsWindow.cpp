@@ -91,8 +91,8 @@ SettingsWindow::SettingsWindow() {
     for (const FolderRow& row : kFolders) form->addRow(row.Caption, MakeFolder(row));
     const BackupRules rules = TheBackupRules();
     numLast_ = MakeNumber("numLast", 1, 999, rules.Last, " newest");
-    numDays_ = MakeNumber("numDays", 0, 999, rules.Days, " days, the newest of each");
-    form->addRow("&Keep of backups the:", numLast_);
+    numDays_ = MakeNumber("numDays", 0, 999, rules.Days, " days, the newest of each day");
+    form->addRow("Backups to &keep:", numLast_);
     form->addRow("and &for:", numDays_);
     chkEntry_ = MakeSwitch("chkEntry", "&Calculate after each entry", EntryCalculation::IsOn());
     form->addRow(chkEntry_);
@@ -121,6 +121,7 @@ QWidget* SettingsWindow::MakeFolder(const FolderRow& row) {
     line->setContentsMargins(0, 0, 0, 0);
     auto* field = new QLineEdit(Q(Saved(row)));
     field->setObjectName(row.Name);
+    field->setCursorPosition(0);
     field->setAccessibleName(
         QString("Folder of %1").arg(QString(row.Caption).remove('&').chopped(1)));
     field->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
