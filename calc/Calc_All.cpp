@@ -10,6 +10,7 @@
 #include "core/Status.h"
 #include "core/Windows.h"
 #include "store/RunStopped.h"
+#include "store/TableCells.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/CalcMessages.h"
@@ -104,7 +105,7 @@ void CalcWorksheets(KeptResults& kept, Recordset& worksheets, Extent extent) {
         }
         const std::int64_t told = CalculationMessages();
         TableWatch watch(gDB);
-        CalcUnit(unit, progress, watch);
+        ChangeCells(gDB, [&] { CalcUnit(unit, progress, watch); });
         kept.Keep(first, watch, CalculationMessages() != told);
     }
     TheStatus().ShowProgress(1);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
+#include "store/TableCells.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -38,7 +39,7 @@ void CutLineBreaks(Recordset& row, const std::string& field) {
 
 void RemoveLineBreaks(std::string_view table) {
     const std::vector<std::string> fields = TextFields(table);
-    if (fields.empty()) return;
+    if (fields.empty() || !CellsOf(gDB, table).HasLineBreaks()) return;
     Recordset rows =
         gDB.OpenRecordset(fmt::format("Select * From {} Where {};", table, HasLineBreak(fields)));
     for (; !rows.Eof(); rows.MoveNext()) {

@@ -5,6 +5,7 @@
 
 #include "store/Catalog.h"
 #include "store/PackedRow.h"
+#include "store/TableCells.h"
 #include "store/base/Sqlite.h"
 #include "store/base/TableSql.h"
 
@@ -48,7 +49,7 @@ RowChange Shortened(std::int64_t row, const std::string& before, const std::stri
 
 }  // namespace
 
-ChangeRecorder::ChangeRecorder(sqlite3* handle) : handle_(handle) {
+ChangeRecorder::ChangeRecorder(sqlite3* handle, CellCache& cells) : handle_(handle), cells_(cells) {
     sqlite3_preupdate_hook(handle, OnWrite, this);
 }
 
@@ -68,8 +69,9 @@ void ChangeRecorder::Stop() {
 
 void ChangeRecorder::OnWrite(void* self, sqlite3*, int operation, const char*, const char* table,
                              sqlite3_int64 before, sqlite3_int64 after) {
-    static_cast<ChangeRecorder*>(self)->Note(operation, table,
-                                             operation == SQLITE_INSERT ? after : before);
+    auto* const recorder = static_cast<ChangeRecorder*>(self);
+    recorder->cells_.RowWritten(operation == SQLITE_UPDATE && before == after, table, before);
+    recorder->Note(operation, table, operation == SQLITE_INSERT ? after : before);
 }
 
 void ChangeRecorder::Note(int operation, const char* table, std::int64_t row) {

@@ -17,6 +17,8 @@
 
 namespace zolmara {
 
+class CellCache;
+
 /// A calculation clears cells and posts them again, so that a run over unchanged entries writes
 /// rows only to put back what was there; a batch whose rows all end as they began need not touch
 /// the file.
@@ -24,7 +26,8 @@ class ChangeRecorder {
 public:
     /// Sees the connection's writes until its hook is taken away. It must be there before any
     /// statement is made ready: one that is made without it may empty a table unseen.
-    explicit ChangeRecorder(sqlite3* handle);
+    /// The cells that are kept in memory are told of every row, too.
+    ChangeRecorder(sqlite3* handle, CellCache& cells);
     ChangeRecorder(const ChangeRecorder&) = delete;
     ChangeRecorder& operator=(const ChangeRecorder&) = delete;
 
@@ -56,6 +59,7 @@ private:
     static constexpr std::size_t kMostRows = 4096;
 
     sqlite3* handle_;
+    CellCache& cells_;
     BatchWatch* watch_ = nullptr;
     bool running_ = false;
     bool certain_ = false;

@@ -43,6 +43,7 @@ void Database::Close() {
     impl_->EndWatch();
     impl_->RequestsByText.clear();
     impl_->StatementsByKey.clear();
+    impl_->Cells.Clear();
     impl_.reset();
 }
 

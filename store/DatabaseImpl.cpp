@@ -89,7 +89,7 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       ReadOnly(readOnly),
       Mark(std::move(mark)),
       Tables(connection),
-      Changes(connection) {
+      Changes(connection, Cells) {
     sqlite3_commit_hook(Handle, CountCommit, this);
     Others.Look(*this);
 }
@@ -226,6 +226,7 @@ void Database::Impl::RunWrite(SqliteStatement& statement, const TablePtr& table)
     statement.Reset();
     if (sqlite3_total_changes64(Handle) == before) return;
     ++*table->Version;
+    Cells.VersionGrew(*table);
     if (BatchDepth == 0) Others.TakeOwnCommit(Handle);
 }
 
@@ -399,7 +400,7 @@ void Database::Impl::EndBatch(const StoreError* error) {
         if (!BatchTrouble) BatchTrouble = failure;
         throw LostBatch();
     }
-    changed ? Others.TakeOwnCommit(Handle) : Tables.TouchAll();
+    changed ? Others.TakeOwnCommit(Handle) : Cells.Over([&] { Tables.TouchAll(); });
     if (changed && Listener) Listener->Committed(Changes.Take());
 }
 

@@ -16,6 +16,7 @@
 #include "store/Catalog.h"
 #include "store/ChangeRecorder.h"
 #include "store/Dao.h"
+#include "store/TableCells.h"
 #include "store/TableWatch.h"
 #include "store/base/Sqlite.h"
 #include "store/base/TableSql.h"
@@ -131,6 +132,7 @@ struct Database::Impl {
     Catalog Tables;
     TextMap<RequestPtr> RequestsByText;
     TextMap<PreparedPtr> StatementsByKey;
+    CellCache Cells;
     ChangeRecorder Changes;
     BatchWatch* Listener = nullptr;  ///< of what batches change
     int BatchDepth = 0;

@@ -7,8 +7,8 @@
 #include <map>
 
 #include "core/Globals.h"
+#include "store/TableCells.h"
 #include "store/session/Session.h"
-#include "worksheets/Rows.h"
 #include "worksheets/Schedules.h"
 
 namespace zolmara {
@@ -24,21 +24,23 @@ struct Candidate {
 
 constexpr double kNullSize = -1;
 
-double SizeOf(const Variant& cell) { return cell.IsNull() ? kNullSize : std::abs(NumOr(cell)); }
+using Row = TableCells::Row;
 
-/// The largest cell of each column in one part. The columns are sought side by side, so that a
-/// part is read once however many of them do not close.
+double SizeOf(const TableCells& cells, Row row, int position) {
+    return cells.IsNull(row, position) ? kNullSize : std::abs(cells.Amount(row, position));
+}
+
+/// The largest cell of each column in one part.
 std::vector<Candidate> LargestOfPart(std::string_view family, int part,
                                      const std::vector<Gap>& gaps) {
     std::vector<Candidate> largest(gaps.size());
-    Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {} Where LineNum<? Order By LineNum;", TableOf(family, part)),
-        {kPartTotal});
-    for (; !rows.Eof(); rows.MoveNext()) {
+    const TableCells& cells = CellsOf(gDB, TableOf(family, part));
+    for (const Row row : cells.Rows()) {
+        if (cells.Line(row) >= kPartTotal) break;
         for (std::size_t i = 0; i < gaps.size(); ++i) {
-            const double size = SizeOf(rows[gaps[i].Position]);
+            const double size = SizeOf(cells, row, gaps[i].Position);
             if (largest[i].Part == 0 || size > largest[i].Size) {
-                largest[i] = {part, LineOf(rows), size};
+                largest[i] = {part, cells.Line(row), size};
             }
         }
     }
@@ -60,25 +62,21 @@ std::vector<Candidate> LargestCells(std::string_view family, const std::vector<G
     return largest;
 }
 
-double Moved(const Variant& cell, const Gap& gap) {
-    return ThroughText(NumOr(cell) - gap.Got + gap.Want);
-}
+double Moved(double cell, const Gap& gap) { return ThroughText(cell - gap.Got + gap.Want); }
 
 /// A row of the three tables, and the columns whose difference it takes.
 using RowKey = std::pair<int, Currency>;
 using Adjustments = std::map<RowKey, std::vector<Gap>>;
 
-void Adjust(std::string_view family, const RowKey& row, const std::vector<Gap>& gaps,
-            int totalPosition) {
-    Recordset rows = gDB.OpenRecordset(
-        fmt::format("Select * From {} Where LineNum=?;", TableOf(family, row.first)), {row.second});
-    if (rows.Eof()) return;
-    rows.Edit();
+void Adjust(TableCells& cells, Currency line, const std::vector<Gap>& gaps, int totalPosition) {
+    const auto row = cells.RowOn(line);
+    if (!row) return;
+    RowEdit edit(cells, *row);
     for (const Gap& gap : gaps) {
-        rows.Set(gap.Position, Moved(rows[gap.Position], gap));
-        rows.Set(totalPosition, Moved(rows[totalPosition], gap));
+        edit.Set(gap.Position, Moved(edit.Amount(gap.Position), gap));
+        edit.Set(totalPosition, Moved(edit.Amount(totalPosition), gap));
     }
-    rows.Update();
+    edit.Update();
 }
 
 }  // namespace
@@ -94,7 +92,12 @@ void CloseGaps(std::string_view family, const std::vector<Gap>& gaps, int totalP
         adjustments[{part, kPartTotal}].push_back(gaps[i]);
         adjustments[{3, kGrandTotal}].push_back(gaps[i]);
     }
-    for (const auto& [row, columns] : adjustments) Adjust(family, row, columns, totalPosition);
+    ChangeCells(gDB, [&] {
+        for (const auto& [row, columns] : adjustments) {
+            TableCells& cells = CellsOf(gDB, TableOf(family, row.first));
+            Adjust(cells, row.second, columns, totalPosition);
+        }
+    });
 }
 
 }  // namespace zolmara

@@ -9,6 +9,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/CellRows.h"
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/Residual.h"
 #include "worksheets/Rows.h"
@@ -51,8 +52,7 @@ std::vector<FieldsByPart> MakeAllFixedFields() {
 
 // --- Calculation ---------------------------------------------------------------------------
 
-/// Amounts of a row, or sums of columns, by position in the table.
-using Amounts = std::vector<double>;
+using Row = TableCells::Row;
 
 std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
@@ -60,14 +60,14 @@ std::size_t At(int position) { return static_cast<std::size_t>(position); }
 struct Table {
     std::string Item;
     const Schedule& Kind;
-    Recordset Rows;
+    TableCells& Cells;
     int Last;  ///< position of the last cost center; the total, if there is one, stands behind it
 
     explicit Table(std::string_view item)
         : Item(item),
           Kind(ScheduleOf(item)),
-          Rows(gDB.OpenRecordset(fmt::format("Select * From {} Order By LineNum;", item))),
-          Last(Rows.FieldCount() - (Kind.TotalField.empty() ? 1 : 2)) {}
+          Cells(CellsOf(gDB, item)),
+          Last(Cells.FieldCount() - (Kind.TotalField.empty() ? 1 : 2)) {}
 
     int First() const { return Kind.FirstColumn; }
     bool HasTotal() const { return !Kind.TotalField.empty(); }
@@ -80,83 +80,84 @@ struct Table {
 
 /// The unit cost multipliers; a column that was not calculated has none.
 Amounts Multipliers(const Table& table) {
-    const std::string source = table.CostTable();
-    const Recordset row = RequiredRow(source, kUnitCostMultiplier);
-    for (int i = table.First(); i < row.FieldCount(); ++i) {
-        if (!row[i].IsNull()) continue;
+    const TableCells& source = CellsOf(gDB, table.CostTable());
+    const Row row = RequiredRow(source, kUnitCostMultiplier);
+    for (int i = table.First(); i < source.FieldCount(); ++i) {
+        if (!source.IsNull(row, i)) continue;
         throw StoreError(StoreError::Kind::Other,
                          fmt::format("Worksheet {} line 54 holds no unit cost multiplier in {}.",
-                                     source, row.FieldName(i)));
+                                     table.CostTable(), source.FieldName(i)));
     }
-    return AmountsOf(row);
-}
-
-LineCursor OpenStatistics(const Table& table) {
-    const std::string source = fmt::format("{}{}", table.Kind.Statistics, PartOf(table.Item));
-    return {source, fmt::format("Select * From {} Where LineNum<{} Order By LineNum;", source,
-                                kPartTotal.Whole())};
+    return AmountsOf(source, row);
 }
 
 /// What C and D are computed from.
 struct Source {
     Amounts UnitCosts;
-    LineCursor Statistics;
+    CellCursor Statistics;
 };
 
-/// Sets the row in hand, which is in Edit, to its statistics' amounts. Without a statistic a cell
-/// is Null.
-void Allocate(Table& table, Source& source) {
-    source.Statistics.Seek(LineOf(table.Rows));
+Source OpenSource(const Table& table) {
+    const std::string statistics = fmt::format("{}{}", table.Kind.Statistics, PartOf(table.Item));
+    return {Multipliers(table), CellCursor(CellsOf(gDB, statistics), kPartTotal)};
+}
+
+/// Sets the row to its statistics' amounts. Without a statistic a cell is Null.
+void Allocate(const Table& table, Source& source, Currency line, RowEdit& row) {
+    source.Statistics.Seek(line);
     for (int i = table.First(); i <= table.Last; ++i) {
         const double statistic = source.Statistics.Amount(i);
-        table.Rows.Set(
-            i, statistic == 0 ? Variant() : RoundTo(source.UnitCosts.at(At(i)) * statistic, 0));
+        if (statistic == 0)
+            row.SetNull(i);
+        else
+            row.Set(i, RoundTo(source.UnitCosts.at(At(i)) * statistic, 0));
     }
 }
 
-/// Adds the row in hand to the sums, and gives its own total.
-double AddRow(const Table& table, Amounts& sums) {
+/// Adds a row to the sums, and gives its own total.
+template <class AnyRow>
+double AddRow(const Table& table, const AnyRow& amount, Amounts& sums) {
     double total = 0;
     for (int i = table.First(); i <= table.Last; ++i) {
-        const double amount = NumOr(table.Rows[i]);
-        total += amount;
-        sums[At(i)] += amount;
+        const double value = amount(i);
+        total += value;
+        sums[At(i)] += value;
     }
     return total;
 }
 
-void CalcComponent(Table& table, std::optional<Source>& source, Amounts& sums) {
+void CalcComponent(Table& table, Row row, std::optional<Source>& source, Amounts& sums) {
     if (!table.HasTotal()) {
-        AddRow(table, sums);
+        AddRow(
+            table, [&](int i) { return table.Cells.Amount(row, i); }, sums);
         return;
     }
-    table.Rows.Edit();
-    if (source) Allocate(table, *source);
-    sums.back() = AddRow(table, sums);
-    table.Rows.Set(table.Last + 1, sums.back());
-    table.Rows.Update();
+    RowEdit edit(table.Cells, row);
+    if (source) Allocate(table, *source, table.Cells.Line(row), edit);
+    sums.back() = AddRow(
+        table, [&](int i) { return edit.Amount(i); }, sums);
+    edit.Set(table.Last + 1, sums.back());
+    edit.Update();
 }
 
-/// Calculates the components' rows and leaves the table on the first line behind them. Gives the
-/// sums of the cost centers' columns.
+/// Calculates the components' rows. Gives the sums of the cost centers' columns.
 Amounts CalcComponents(Table& table) {
-    Amounts sums(At(table.Rows.FieldCount()), 0);
+    Amounts sums(At(table.Cells.FieldCount()), 0);
     std::optional<Source> source;
-    if (table.IsFunctional() && !table.Rows.Eof()) {
-        source.emplace(Multipliers(table), OpenStatistics(table));
-    }
-    for (; !table.Rows.Eof() && LineOf(table.Rows) < kPartTotal; table.Rows.MoveNext()) {
-        CalcComponent(table, source, sums);
+    if (table.IsFunctional() && !table.Cells.Rows().empty()) source.emplace(OpenSource(table));
+    for (const Row row : table.Cells.Rows()) {
+        if (table.Cells.Line(row) >= kPartTotal) break;
+        CalcComponent(table, row, source, sums);
     }
     return sums;
 }
 
 // --- Totals ----------------------------------------------------------------------------------
 
-void WriteRow(Table& table, const Amounts& amounts) {
-    table.Rows.Edit();
-    for (int i = table.First(); i < table.Rows.FieldCount(); ++i) table.Rows.Set(i, amounts[At(i)]);
-    table.Rows.Update();
+void WriteRow(Table& table, Row row, const Amounts& amounts) {
+    RowEdit edit(table.Cells, row);
+    for (int i = table.First(); i < table.Cells.FieldCount(); ++i) edit.Set(i, amounts[At(i)]);
+    edit.Update();
 }
 
 /// The part's total: the columns' sums, and what they sum to.
@@ -171,25 +172,27 @@ Amounts PartTotal(const Table& table, Amounts sums) {
 /// The third part's total and those of the two others.
 Amounts GrandTotal(const Table& table, Amounts total) {
     for (const int part : {1, 2}) {
-        const Amounts other = AmountsOf(RequiredRow(TableOf(table.Kind, part), kPartTotal));
-        for (int i = table.First(); i < table.Rows.FieldCount(); ++i)
+        const TableCells& cells = CellsOf(gDB, TableOf(table.Kind, part));
+        const Amounts other = AmountsOf(cells, RequiredRow(cells, kPartTotal));
+        for (int i = table.First(); i < table.Cells.FieldCount(); ++i)
             total[At(i)] += other.at(At(i));
     }
     return total;
 }
 
-void WriteMultipliers(Table& table, const Amounts& cost, const Amounts& statistics) {
-    table.Rows.Edit();
+void WriteMultipliers(Table& table, Row row, const Amounts& cost, const Amounts& statistics) {
+    RowEdit edit(table.Cells, row);
     for (int i = table.First(); i <= table.Last; ++i) {
         const double total = statistics[At(i)];
-        table.Rows.Set(i, total == 0 ? 0 : RoundTo(cost[At(i)] / total, 6));
+        edit.Set(i, total == 0 ? 0 : RoundTo(cost[At(i)] / total, 6));
     }
-    table.Rows.Update();
+    edit.Update();
 }
 
 /// Closes each column of C or D to its cost: what the rounded amounts miss goes to the largest.
 void CloseOnCost(const Table& table, const Amounts& got) {
-    const Amounts wanted = AmountsOf(RequiredRow(table.CostTable(), kCostToAllocate));
+    const TableCells& cost = CellsOf(gDB, table.CostTable());
+    const Amounts wanted = AmountsOf(cost, RequiredRow(cost, kCostToAllocate));
     std::vector<Gap> gaps;
     for (int i = table.First(); i <= table.Last; ++i) {
         if (wanted.at(At(i)) != got[At(i)]) gaps.push_back({i, got[At(i)], wanted[At(i)]});
@@ -200,19 +203,19 @@ void CloseOnCost(const Table& table, const Amounts& got) {
 /// Calculates the fixed lines, in their order; each takes what the ones ahead have left.
 void CalcFixedLines(Table& table, Amounts sums) {
     Amounts cost(sums.size(), 0);
-    for (; !table.Rows.Eof(); table.Rows.MoveNext()) {
-        const Currency line = LineOf(table.Rows);
+    for (const Row row : table.Cells.Rows()) {
+        const Currency line = table.Cells.Line(row);
         if (line == kPartTotal) {
             sums = PartTotal(table, std::move(sums));
-            WriteRow(table, sums);
+            WriteRow(table, row, sums);
         } else if (line == kGrandTotal) {
             sums = GrandTotal(table, std::move(sums));
-            WriteRow(table, sums);
+            WriteRow(table, row, sums);
             if (table.IsFunctional()) CloseOnCost(table, sums);
         } else if (line == kCostToAllocate) {
-            cost = AmountsOf(table.Rows);
+            cost = AmountsOf(table.Cells, row);
         } else if (line == kUnitCostMultiplier) {
-            WriteMultipliers(table, cost, sums);
+            WriteMultipliers(table, row, cost, sums);
         }
     }
 }
@@ -265,7 +268,7 @@ void Build_Bpx(std::string_view item) {
 
 void Calc_Bpx(std::string_view item) {
     Table table(item);
-    CalcFixedLines(table, CalcComponents(table));
+    ChangeCells(gDB, [&] { CalcFixedLines(table, CalcComponents(table)); });
 }
 
 }  // namespace zolmara

@@ -4,51 +4,81 @@
 
 #include <cmath>
 #include <map>
+#include <optional>
 
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
-#include "worksheets/Rows.h"
+#include "worksheets/CellRows.h"
 #include "worksheets/Schedules.h"
 #include "worksheets/W_Ex.h"
 
 namespace zolmara {
 namespace {
 
+using Row = TableCells::Row;
+
 const int kFirstPool = FindSchedule("E1p")->FirstColumn;
 
 std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
-Recordset OpenRows(std::string_view item) {
-    return gDB.OpenRecordset(fmt::format("Select * From {} Order By LineNum;", item));
-}
+/// The fields ahead of the pools.
+struct Ratios {
+    TableCells& Cells;
+    int Statistic;
+    int Ratio;
 
-void WriteRatios(std::string_view item) {
-    const double total =
-        SumOf(fmt::format("Select Sum(Col_1) As C1 From {} Where LineNum<?;", item), {kPartTotal});
-    gDB.Execute(fmt::format("Update {} Set Col_1=? Where LineNum=?;", item), {total, kPartTotal});
-    Recordset rows = OpenRows(item);
-    for (; !rows.Eof() && LineOf(rows) != kPartTotal; rows.MoveNext()) {
-        rows.Edit();
-        rows.Set("Col_2", total == 0 ? 0 : RoundTo(NumOr(rows["Col_1"]) / total, 6));
-        rows.Update();
+    explicit Ratios(TableCells& cells)
+        : Cells(cells), Statistic(cells.Position("Col_1")), Ratio(cells.Position("Col_2")) {}
+
+    /// Sets a cell of a line, if it is there, to what a statement carries into it.
+    void Put(Currency line, int position, double amount) const {
+        const auto row = Cells.RowOn(line);
+        if (!row) return;
+        RowEdit edit(Cells, *row);
+        edit.Put(position, ThroughText(amount));
+        edit.Update();
+    }
+};
+
+void WriteRatios(const Ratios& ratios) {
+    TableCells& cells = ratios.Cells;
+    const double total = cells.SumBelow(ratios.Statistic, kPartTotal);
+    ratios.Put(kPartTotal, ratios.Statistic, total);
+    for (const Row row : cells.Rows()) {
+        if (cells.Line(row) == kPartTotal) break;
+        RowEdit edit(cells, row);
+        edit.Set(ratios.Ratio, total == 0 ? 0 : RoundTo(edit.Amount(ratios.Statistic) / total, 6));
+        edit.Update();
     }
 }
 
-/// The largest statistic, by its plain value, takes what the ratios miss of 1.
-void CloseRatios(std::string_view item) {
-    const double sum =
-        SumOf(fmt::format("Select Sum(Col_2) As C2 From {} Where LineNum<?;", item), {kPartTotal});
-    if (sum != 1 && sum != 0) {
-        const Recordset largest = gDB.OpenRecordset(
-            fmt::format("Select Top 1 LineNum,Col_1,Col_2 From {} Where LineNum<? Order By Col_1 "
-                        "Desc;",
-                        item),
-            {kPartTotal}, dbOpenSnapshot);
-        gDB.Execute(fmt::format("Update {} Set Col_2=? Where LineNum=?;", item),
-                    {NumOr(largest["Col_2"]) - sum + 1, largest["LineNum"]});
+/// The component with the largest statistic by its plain value; a Null is below all others.
+std::optional<Row> LargestStatistic(const Ratios& ratios) {
+    const TableCells& cells = ratios.Cells;
+    std::optional<Row> largest;
+    const auto isAbove = [&](Row row) {
+        if (cells.IsNull(row, ratios.Statistic)) return false;
+        return cells.IsNull(*largest, ratios.Statistic) ||
+               cells.Amount(row, ratios.Statistic) > cells.Amount(*largest, ratios.Statistic);
+    };
+    for (const Row row : cells.Rows()) {
+        if (cells.Line(row) >= kPartTotal) break;
+        if (!largest || isAbove(row)) largest = row;
     }
-    gDB.Execute(fmt::format("Update {} Set Col_2=1 Where LineNum=?;", item), {kPartTotal});
+    return largest;
+}
+
+/// The largest statistic takes what the ratios miss of 1.
+void CloseRatios(const Ratios& ratios) {
+    TableCells& cells = ratios.Cells;
+    const double sum = cells.SumBelow(ratios.Ratio, kPartTotal);
+    const std::optional<Row> largest = LargestStatistic(ratios);
+    if (sum != 1 && sum != 0 && largest) {
+        const double ratio = cells.Amount(*largest, ratios.Ratio);
+        ratios.Put(cells.Line(*largest), ratios.Ratio, ratio - sum + 1);
+    }
+    ratios.Put(kPartTotal, ratios.Ratio, 1);
 }
 
 /// A column of amounts: what it sums to, and where its largest cell stands.
@@ -69,66 +99,67 @@ void Gather(std::vector<Column>& columns, Currency line, int position, double am
 
 /// Gives every row its share of line 51, line 51 its own in whole dollars. Line 52, which has no
 /// ratio, comes out as 0.
-std::vector<Column> SplitShares(std::string_view item) {
-    std::vector<double> total = AmountsOf(RequiredRow(item, kPartTotal));
-    Recordset rows = OpenRows(item);
-    std::vector<Column> columns(At(rows.FieldCount()));
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const Currency line = LineOf(rows);
-        const double ratio = NumOr(rows["Col_2"]);
-        rows.Edit();
-        for (int i = kFirstPool; i < rows.FieldCount(); ++i) {
+std::vector<Column> SplitShares(const Ratios& ratios) {
+    TableCells& cells = ratios.Cells;
+    Amounts total = AmountsOf(cells, RequiredRow(cells, kPartTotal));
+    std::vector<Column> columns(At(cells.FieldCount()));
+    for (const Row row : cells.Rows()) {
+        const Currency line = cells.Line(row);
+        RowEdit edit(cells, row);
+        const double ratio = edit.Amount(ratios.Ratio);
+        for (int i = kFirstPool; i < cells.FieldCount(); ++i) {
             const double amount = RoundTo(ratio * total[At(i)], 0);
-            rows.Set(i, amount);
+            edit.Set(i, amount);
             if (line < kPartTotal) Gather(columns, line, i, amount);
             if (line == kPartTotal) total[At(i)] = amount;
         }
-        rows.Update();
+        edit.Update();
     }
     return columns;
 }
 
 /// The largest amount of each column takes what rounding left of the part's share.
-void CloseColumns(std::string_view item, const std::vector<Column>& columns) {
-    const std::vector<double> total = AmountsOf(RequiredRow(item, kPartTotal));
+void CloseColumns(TableCells& cells, const std::vector<Column>& columns) {
+    const Amounts total = AmountsOf(cells, RequiredRow(cells, kPartTotal));
     std::map<Currency, std::vector<int>> touched;
     for (int i = kFirstPool; i < static_cast<int>(columns.size()); ++i) {
         const Column& column = columns[At(i)];
         if (column.Size >= 0 && column.Sum != total[At(i)]) touched[column.Line].push_back(i);
     }
     for (const auto& [line, positions] : touched) {
-        Recordset row =
-            gDB.OpenRecordset(fmt::format("Select * From {} Where LineNum=?;", item), {line});
-        row.Edit();
-        for (const int i : positions) {
-            row.Set(i, ThroughText(NumOr(row[i]) + total[At(i)] - columns[At(i)].Sum));
-        }
-        row.Update();
+        RowEdit edit(cells, RequiredRow(cells, line));
+        for (const int i : positions)
+            edit.Set(i, ThroughText(edit.Amount(i) + total[At(i)] - columns[At(i)].Sum));
+        edit.Update();
     }
 }
 
 /// Line 52 of the third part: the three parts' totals.
 void WriteGrandTotal() {
-    std::array<std::vector<double>, 3> totals;
+    std::array<Amounts, 3> totals;
     for (std::size_t i = 0; i < totals.size(); ++i) {
-        totals[i] = AmountsOf(RequiredRow(fmt::format("E1p{}", i + 1), kPartTotal));
+        const TableCells& cells = CellsOf(gDB, fmt::format("E1p{}", i + 1));
+        totals[i] = AmountsOf(cells, RequiredRow(cells, kPartTotal));
     }
-    Recordset row = gDB.OpenRecordset("Select * From E1p3 Where LineNum=?;", {kGrandTotal});
-    if (row.Eof()) return;
-    row.Edit();
-    for (int i = kFirstPool; i < row.FieldCount(); ++i) {
-        row.Set(i, totals[0].at(At(i)) + totals[1].at(At(i)) + totals[2].at(At(i)));
-    }
-    row.Update();
+    TableCells& third = CellsOf(gDB, "E1p3");
+    const auto row = third.RowOn(kGrandTotal);
+    if (!row) return;
+    RowEdit edit(third, *row);
+    for (int i = kFirstPool; i < third.FieldCount(); ++i)
+        edit.Set(i, totals[0].at(At(i)) + totals[1].at(At(i)) + totals[2].at(At(i)));
+    edit.Update();
 }
 
 }  // namespace
 
 void Calc_E1px(std::string_view item) {
-    WriteRatios(item);
-    CloseRatios(item);
-    CloseColumns(item, SplitShares(item));
-    if (PartOf(item) == '3') WriteGrandTotal();
+    const Ratios ratios(CellsOf(gDB, item));
+    ChangeCells(gDB, [&] {
+        WriteRatios(ratios);
+        CloseRatios(ratios);
+        CloseColumns(ratios.Cells, SplitShares(ratios));
+        if (PartOf(item) == '3') WriteGrandTotal();
+    });
 }
 
 }  // namespace zolmara

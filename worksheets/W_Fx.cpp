@@ -9,7 +9,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
-#include "worksheets/Rows.h"
+#include "worksheets/CellRows.h"
 #include "worksheets/Schedules.h"
 
 namespace zolmara {
@@ -84,89 +84,121 @@ struct ClassSums {
     }
 };
 
-/// The fields of a schedule whose class a summary takes, and their classes.
-struct Summed {
-    std::vector<CostClass> Classes;
-    std::string Select;  ///< the line, then those fields
+using Row = TableCells::Row;
+
+/// A field of a schedule whose class a summary takes.
+struct Taken {
+    int Position;
+    CostClass Kind;
 };
 
-/// A schedule has many fields and F-2 takes but a few: only what is taken is read.
-Summed FieldsToSum(std::string_view family, char part, std::span<const CostClass> taken) {
-    const Schedule& schedule = *FindSchedule(family);
+std::vector<Taken> FieldsToSum(const TableCells& cells, const Schedule& schedule,
+                               std::span<const CostClass> kinds) {
     const bool pooled = schedule.Kind == ScheduleKind::Pooled;
-    const std::string table = fmt::format("{}{}", family, part);
-    Summed summed{{}, "Select LineNum"};
-    const std::vector<FieldDef>& fields = gDB.Table(table).Fields;
-    for (auto i = static_cast<std::size_t>(schedule.FirstColumn); i < fields.size(); ++i) {
-        const CostClass kind = ClassOf(fields[i].Name, pooled);
-        if (std::ranges::find(taken, kind) == taken.end()) continue;
-        summed.Classes.push_back(kind);
-        summed.Select += "," + fields[i].Name;
+    std::vector<Taken> taken;
+    for (int i = schedule.FirstColumn; i < cells.FieldCount(); ++i) {
+        const CostClass kind = ClassOf(cells.FieldName(i), pooled);
+        if (std::ranges::find(kinds, kind) != kinds.end()) taken.push_back({i, kind});
     }
-    summed.Select += fmt::format(" From {} Order By LineNum;", table);
-    return summed;
+    return taken;
 }
 
 constexpr std::array<CostClass, 2> kNonCapital = {CostClass::Salaries, CostClass::AllOther};
 constexpr std::array<CostClass, 1> kInterest = {CostClass::Interest};
 
-/// Walks a schedule in the order of its lines and hands on each line with its sums.
+/// Walks a schedule in the order of its lines and hands on each of the summary's rows with the
+/// sums of its line.
 template <class Write>
-void SumRows(std::string_view family, char part, std::span<const CostClass> taken,
+void SumRows(std::string_view family, TableCells& summary, std::span<const CostClass> kinds,
              const Write& write) {
-    const Summed summed = FieldsToSum(family, part, taken);
-    for (Recordset rows = gDB.OpenRecordset(summed.Select); !rows.Eof(); rows.MoveNext()) {
+    const TableCells& cells = CellsOf(gDB, fmt::format("{}{}", family, PartOf(summary.Name())));
+    const std::vector<Taken> taken = FieldsToSum(cells, *FindSchedule(family), kinds);
+    for (const Row row : cells.Rows()) {
+        const auto to = summary.RowOn(cells.Line(row));
+        if (!to) continue;
         ClassSums sums;
-        int position = 0;
-        for (const CostClass kind : summed.Classes) sums.Add(kind, NumOr(rows[++position]));
-        write(LineOf(rows), sums);
+        for (const Taken& field : taken) sums.Add(field.Kind, cells.Amount(row, field.Position));
+        RowEdit edit(summary, *to);
+        write(edit, sums);
+        edit.Update();
     }
 }
 
+/// Position of column `number` of a summary, whose first is behind the component's number.
+constexpr int Col(int number) { return number + 2; }
+
+/// Sets a column to a figure as a statement carries it.
+void Put(RowEdit& row, int number, double amount) { row.Put(Col(number), ThroughText(amount)); }
+
+/// A column as a statement adds it: Null makes the sum Null.
+double Of(const RowEdit& row, int number) { return row.OrNull(Col(number)); }
+
 // --- F -------------------------------------------------------------------------------------
 
+/// Takes over a field of another schedule, line by line.
+void CopyField(TableCells& to, int number, std::string_view family, std::string_view field) {
+    const TableCells& from = CellsOf(gDB, fmt::format("{}{}", family, PartOf(to.Name())));
+    const int position = from.Position(field);
+    for (const Row row : from.Rows()) {
+        const auto target = to.RowOn(from.Line(row));
+        if (!target) continue;
+        RowEdit edit(to, *target);
+        if (from.IsNull(row, position))
+            edit.SetNull(Col(number));
+        else
+            edit.Put(Col(number), from.Amount(row, position));
+        edit.Update();
+    }
+}
+
 /// Behind the capital related pools, which stand first on E-1.
-int BehindCapitalPools(const Recordset& rows, int first) {
+int BehindCapitalPools(const TableCells& cells, int first) {
     int end = first;
-    while (end < rows.FieldCount() && IsCostCenterColumn(rows.FieldName(end)) &&
-           LineOfColumn(rows.FieldName(end)) < kOtherCapitalBegin) {
+    while (end < cells.FieldCount() && IsCostCenterColumn(cells.FieldName(end)) &&
+           LineOfColumn(cells.FieldName(end)) < kOtherCapitalBegin) {
         ++end;
     }
     return end;
 }
 
-void SumPooledCapital(std::string_view item) {
-    Recordset rows =
-        gDB.OpenRecordset(fmt::format("Select * From E1p{} Order By LineNum;", PartOf(item)));
+void SumPooledCapital(TableCells& summary) {
+    const TableCells& pools = CellsOf(gDB, fmt::format("E1p{}", PartOf(summary.Name())));
     const int first = FindSchedule("E1p")->FirstColumn;
-    const int end = BehindCapitalPools(rows, first);
-    const std::string pooled = fmt::format("Update {} Set Col_3=? Where LineNum=?;", item);
-    const std::string total = fmt::format(
-        "UPDATE {} SET Col_4=IIf(IsNull([Col_1]),0,[Col_1])+IIf(IsNull([Col_2]),0,[Col_2])"
-        "+IIf(IsNull([Col_3]),0,[Col_3]) Where LineNum=?;",
-        item);
-    for (; !rows.Eof(); rows.MoveNext()) {
+    const int end = BehindCapitalPools(pools, first);
+    for (const Row row : pools.Rows()) {
+        const auto to = summary.RowOn(pools.Line(row));
+        if (!to) continue;
         double sum = 0;
-        for (int i = first; i < end; ++i) sum += NumOr(rows[i]);
-        const Currency line = LineOf(rows);
-        gDB.Execute(pooled, {sum, line});
-        gDB.Execute(total, {line});
+        for (int i = first; i < end; ++i) sum += pools.Amount(row, i);
+        RowEdit edit(summary, *to);
+        Put(edit, 3, sum);
+        edit.Put(Col(4), edit.Amount(Col(1)) + edit.Amount(Col(2)) + edit.Amount(Col(3)));
+        edit.Update();
     }
 }
 
 /// Runs for every part; what the last part's run leaves is the final figure.
 void WriteGrandTotal() {
-    for (const int part : {1, 2, 3}) RequiredRow(fmt::format("Fp{}", part), kPartTotal);
-    const Recordset sums = gDB.OpenRecordset(
-        "SELECT [Fp1].[Col_1]+[Fp2].[Col_1]+[Fp3].[Col_1] AS C1,"
-        "[Fp1].[Col_2]+[Fp2].[Col_2]+[Fp3].[Col_2] AS C2,"
-        "[Fp1].[Col_3]+[Fp2].[Col_3]+[Fp3].[Col_3] AS C3,"
-        "[Fp1].[Col_4]+[Fp2].[Col_4]+[Fp3].[Col_4] AS C4 "
-        "FROM (Fp1 INNER JOIN Fp2 ON Fp1.LineNum = Fp2.LineNum) INNER JOIN Fp3 ON Fp1.LineNum = "
-        "Fp3.LineNum WHERE (((Fp1.LineNum)=?));",
-        {kPartTotal}, dbOpenSnapshot);
-    gDB.Execute("Update Fp3 Set Col_1=?,Col_2=?,Col_3=?,Col_4=? Where LineNum=?;",
-                {NumOr(sums[0]), NumOr(sums[1]), NumOr(sums[2]), NumOr(sums[3]), kGrandTotal});
+    std::array<const TableCells*, 3> parts = {};
+    std::array<Row, 3> totals = {};
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        parts[i] = &CellsOf(gDB, fmt::format("Fp{}", i + 1));
+        totals[i] = RequiredRow(*parts[i], kPartTotal);
+    }
+    TableCells& third = CellsOf(gDB, "Fp3");
+    const auto row = third.RowOn(kGrandTotal);
+    if (!row) return;
+    RowEdit edit(third, *row);
+    for (int number = 1; number <= 4; ++number) {
+        const int at = Col(number);
+        const auto isNull = [&](std::size_t i) { return parts[i]->IsNull(totals[i], at); };
+        const bool hasSum = !isNull(0) && !isNull(1) && !isNull(2);
+        Put(edit, number,
+            hasSum ? parts[0]->Amount(totals[0], at) + parts[1]->Amount(totals[1], at) +
+                         parts[2]->Amount(totals[2], at)
+                   : 0);
+    }
+    edit.Update();
 }
 
 }  // namespace
@@ -189,55 +221,48 @@ void Build_Fx(std::string_view item) {
 }
 
 void Calc_Fpx(std::string_view item) {
-    const char part = PartOf(item);
-    gDB.Execute(
-        fmt::format("UPDATE Fp{0} INNER JOIN Bp{0} ON Fp{0}.LineNum = Bp{0}.LineNum SET "
-                    "Fp{0}.Col_1 = [Bp{0}].[Col_7];",
-                    part));
-    gDB.Execute(
-        fmt::format("UPDATE Fp{0} INNER JOIN Cp{0} ON Fp{0}.LineNum = Cp{0}.LineNum SET "
-                    "Fp{0}.Col_2 = [Cp{0}].[Col_3];",
-                    part));
-    SumPooledCapital(item);
-    WriteGrandTotal();
+    TableCells& summary = CellsOf(gDB, item);
+    ChangeCells(gDB, [&] {
+        CopyField(summary, 1, "Bp", "Col_7");
+        CopyField(summary, 2, "Cp", "Col_3");
+        SumPooledCapital(summary);
+        WriteGrandTotal();
+    });
 }
 
 void Calc_F1px(std::string_view item) {
-    const char part = PartOf(item);
-    const std::string direct =
-        fmt::format("Update F1p{} Set Col_1=?,Col_5=? Where LineNum=?;", part);
-    const std::string functional =
-        fmt::format("Update F1p{} Set Col_2=?,Col_6=? Where LineNum=?;", part);
-    const std::string pooled = fmt::format(
-        "Update F1p{} Set Col_3=?,Col_4=Col_1+Col_2+?,Col_7=?,Col_8=Col_5+Col_6+?,"
-        "Col_9=Col_1+Col_2+?+Col_5+Col_6 Where LineNum=?;",
-        part);
-    SumRows("B1p", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(direct, {sums.Salaries, sums.Other, line});
-    });
-    SumRows("Dp", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(functional, {sums.Salaries, sums.Other, line});
-    });
-    SumRows("E1p", part, kNonCapital, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(pooled, {sums.Salaries, sums.Salaries, sums.Other, sums.Other,
-                             sums.Salaries + sums.Other, line});
+    TableCells& summary = CellsOf(gDB, item);
+    ChangeCells(gDB, [&] {
+        SumRows("B1p", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+            Put(row, 1, sums.Salaries);
+            Put(row, 5, sums.Other);
+        });
+        SumRows("Dp", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+            Put(row, 2, sums.Salaries);
+            Put(row, 6, sums.Other);
+        });
+        SumRows("E1p", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+            Put(row, 3, sums.Salaries);
+            row.Put(Col(4), Of(row, 1) + Of(row, 2) + ThroughText(sums.Salaries));
+            Put(row, 7, sums.Other);
+            row.Put(Col(8), Of(row, 5) + Of(row, 6) + ThroughText(sums.Other));
+            row.Put(Col(9), Of(row, 1) + Of(row, 2) + ThroughText(sums.Salaries + sums.Other) +
+                                Of(row, 5) + Of(row, 6));
+        });
     });
 }
 
 void Calc_F2px(std::string_view item) {
-    const char part = PartOf(item);
-    const std::string direct = fmt::format("Update F2p{} Set Col_1=? Where LineNum=?;", part);
-    const std::string functional = fmt::format("Update F2p{} Set Col_2=? Where LineNum=?;", part);
-    const std::string pooled =
-        fmt::format("Update F2p{} Set Col_3=?,Col_4=Col_1+Col_2+? Where LineNum=?;", part);
-    SumRows("B1p", part, kInterest, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(direct, {sums.Interest, line});
-    });
-    SumRows("Dp", part, kInterest, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(functional, {sums.Interest, line});
-    });
-    SumRows("E1p", part, kInterest, [&](Currency line, const ClassSums& sums) {
-        gDB.Execute(pooled, {sums.Interest, sums.Interest, line});
+    TableCells& summary = CellsOf(gDB, item);
+    ChangeCells(gDB, [&] {
+        SumRows("B1p", summary, kInterest,
+                [](RowEdit& row, const ClassSums& sums) { Put(row, 1, sums.Interest); });
+        SumRows("Dp", summary, kInterest,
+                [](RowEdit& row, const ClassSums& sums) { Put(row, 2, sums.Interest); });
+        SumRows("E1p", summary, kInterest, [](RowEdit& row, const ClassSums& sums) {
+            Put(row, 3, sums.Interest);
+            row.Put(Col(4), Of(row, 1) + Of(row, 2) + ThroughText(sums.Interest));
+        });
     });
 }
 

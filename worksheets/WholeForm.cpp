@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/Globals.h"
+#include "store/TableCells.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
@@ -78,11 +79,10 @@ LineList FormLinesOf(const Worksheet& sheet) {
     return lines;
 }
 
-LineList LinesOf(std::string_view table, std::string_view key) {
+LineList LinesOf(std::string_view table) {
     LineList lines;
-    Recordset rows = gDB.OpenRecordset(fmt::format("SELECT {0} FROM {1} ORDER BY {0};", key, table),
-                                       dbOpenSnapshot);
-    for (; !rows.Eof(); rows.MoveNext()) lines.push_back(LineOf(rows));
+    const TableCells& cells = CellsOf(gDB, table);
+    for (const TableCells::Row row : cells.Rows()) lines.push_back(cells.Line(row));
     return lines;
 }
 
@@ -99,7 +99,7 @@ void NeedAll(std::string_view table, const LineList& have, const LineList& need)
 }
 
 void NeedRows(const Worksheet& sheet) {
-    const LineList have = LinesOf(sheet.Item, sheet.Key);
+    const LineList have = LinesOf(sheet.Item);
     const LineList form = FormLinesOf(sheet);
     NeedAll(sheet.Item, have, form);
     const Follows follows = FollowedBy(sheet);
@@ -109,7 +109,7 @@ void NeedRows(const Worksheet& sheet) {
     };
     LineList own, followed;
     std::ranges::copy_if(have, std::back_inserter(own), isOwn);
-    std::ranges::copy_if(LinesOf(follows.Table, "LineNum"), std::back_inserter(followed), isOwn);
+    std::ranges::copy_if(LinesOf(follows.Table), std::back_inserter(followed), isOwn);
     NeedAll(sheet.Item, own, followed);
     NeedAll(follows.Table, followed, own);
 }

@@ -1,0 +1,308 @@
+#include "store/TableCells.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <numeric>
+
+#include "core/Globals.h"
+#include "store/DatabaseImpl.h"
+
+namespace zolmara {
+namespace {
+
+constexpr double kNull = std::numeric_limits<double>::quiet_NaN();
+
+bool IsSame(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
+
+bool IsNumber(FieldType type) {
+    return type == FieldType::dbDouble || type == FieldType::dbCurrency ||
+           type == FieldType::dbInteger;
+}
+
+double NumberIn(sqlite3_value* value) {
+    const int type = sqlite3_value_type(value);
+    if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) return kNull;
+    return sqlite3_value_double(value);
+}
+
+bool HasBreak(sqlite3_value* value) {
+    if (sqlite3_value_type(value) != SQLITE_TEXT) return false;
+    const auto* text = sqlite3_value_text(value);
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    return text != nullptr &&
+           (std::memchr(text, '\r', size) != nullptr || std::memchr(text, '\n', size) != nullptr);
+}
+
+Currency LineIn(double number) { return Currency::Holds(number) ? Currency(number) : Currency(); }
+
+}  // namespace
+
+// --- Reading ---------------------------------------------------------------------------------
+
+const std::string& TableCells::Name() const { return info_->Def.Name; }
+
+const std::string& TableCells::FieldName(int position) const {
+    return info_->Def.Fields.at(static_cast<std::size_t>(position)).Name;
+}
+
+int TableCells::Position(std::string_view field) const { return info_->Def.FieldIndex(field); }
+
+std::optional<TableCells::Row> TableCells::RowOn(Currency line) const {
+    const auto found =
+        std::ranges::lower_bound(order_, line, {}, [&](Row row) { return lines_[row]; });
+    if (found == order_.end() || lines_[*found] != line) return std::nullopt;
+    return *found;
+}
+
+double TableCells::Amount(Row row, int position) const {
+    const double amount = CellsOf(row)[position];
+    return std::isnan(amount) ? 0 : amount;
+}
+
+bool TableCells::IsNull(Row row, int position) const { return std::isnan(CellsOf(row)[position]); }
+
+/// A statement goes by the index of the lines where there is one, else through the table.
+double TableCells::SumBelow(int position, Currency line) const {
+    const bool byLine = std::ranges::any_of(info_->Def.Indexes, [&](const IndexDef& index) {
+        return !index.Fields.empty() && SameText(index.Fields.front(), FieldName(0));
+    });
+    double sum = 0;
+    for (Row i = 0; i < order_.size(); ++i) {
+        const Row row = byLine ? order_[i] : i;
+        if (lines_[row] < line) sum += Amount(row, position);
+    }
+    return sum;
+}
+
+// --- Keeping up ------------------------------------------------------------------------------
+
+bool TableCells::IsInStep() const { return !lost_ && version_ == *info_->Version; }
+
+void TableCells::BringUpToDate(Database::Impl& db, const std::shared_ptr<TableInfo>& table) {
+    const bool known = info_ == table && IsInStep();
+    db_ = &db;
+    info_ = table;
+    if (!known) Load(db);
+    if (!dirty_.empty()) ReadDirtyRows(db);
+}
+
+void TableCells::Load(Database::Impl& db) {
+    lost_ = true;
+    width_ = info_->Def.Fields.size();
+    rowids_.clear();
+    lines_.clear();
+    cells_.clear();
+    before_.clear();
+    dirty_.clear();
+    lineBreaks_ = false;
+    version_ = *info_->Version;
+    SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " ORDER BY rowid");
+    while (select.Step(Name())) {
+        rowids_.push_back(select.Integer(0));
+        lines_.emplace_back();
+        cells_.resize(cells_.size() + width_);
+        Take(select, rowids_.size() - 1);
+    }
+    PutInOrder();
+    lost_ = false;
+}
+
+void TableCells::Take(const SqliteStatement& select, Row row) {
+    double* const cells = CellsOf(row);
+    const auto& fields = info_->Def.Fields;
+    for (std::size_t i = 0; i < width_; ++i) {
+        sqlite3_value* const value = sqlite3_column_value(select.get(), static_cast<int>(i) + 1);
+        cells[i] = IsNumber(fields[i].Type) ? NumberIn(value) : kNull;
+        if (fields[i].Type == FieldType::dbText) lineBreaks_ = lineBreaks_ || HasBreak(value);
+    }
+    lines_[row] = LineIn(Amount(row, 0));
+}
+
+void TableCells::PutInOrder() {
+    order_.resize(lines_.size());
+    std::iota(order_.begin(), order_.end(), Row{0});
+    std::ranges::stable_sort(order_, {}, [&](Row row) { return lines_[row]; });
+}
+
+void TableCells::ReadDirtyRows(Database::Impl& db) {
+    SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " WHERE rowid=?1");
+    for (const std::int64_t rowid : dirty_) {
+        const auto found = std::ranges::lower_bound(rowids_, rowid);
+        const bool known = found != rowids_.end() && *found == rowid;
+        select.BindInteger(1, rowid);
+        if (!known || !select.Step(Name())) return Load(db);
+        const Row row = static_cast<Row>(found - rowids_.begin());
+        const Currency line = lines_[row];
+        Take(select, row);
+        select.Reset();
+        if (lines_[row] != line) return Load(db);
+    }
+    dirty_.clear();
+}
+
+void TableCells::RowWritten(bool isUpdate, std::int64_t rowid) {
+    if (lost_ || writing_) return;
+    if (!isUpdate || dirty_.size() >= kMostDirty) {
+        lost_ = true;
+        return;
+    }
+    if (std::ranges::find(dirty_, rowid) == dirty_.end()) dirty_.push_back(rowid);
+}
+
+TableCells& CellCache::Of(Database::Impl& db, std::string_view name) {
+    db.LookForChanges();
+    const TablePtr table = db.Tables.Find(name);
+    if (!table)
+        throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
+    db.Note(*table);
+    auto& cells = tables_[table->Def.Name];
+    if (!cells) cells = std::make_unique<TableCells>();
+    cells->BringUpToDate(db, table);
+    return *cells;
+}
+
+void CellCache::RowWritten(bool isUpdate, const char* table, std::int64_t rowid) {
+    const auto found = tables_.find(std::string_view(table));
+    if (found != tables_.end()) found->second->RowWritten(isUpdate, rowid);
+}
+
+void CellCache::VersionGrew(const TableInfo& table) {
+    const auto found = tables_.find(table.Def.Name);
+    if (found == tables_.end()) return;
+    TableCells& cells = *found->second;
+    if (cells.version_ + 1 == *table.Version) cells.version_ = *table.Version;
+}
+
+void CellCache::Over(const std::function<void()>& touch) {
+    std::vector<TableCells*> known;
+    for (const auto& [name, cells] : tables_)
+        if (cells->IsInStep()) known.push_back(cells.get());
+    touch();
+    for (TableCells* cells : known) cells->version_ = *cells->info_->Version;
+}
+
+TableCells& CellsOf(Database& db, std::string_view table) {
+    return db.impl().Cells.Of(db.impl(), table);
+}
+
+// --- Writing ---------------------------------------------------------------------------------
+
+RowEdit::RowEdit(TableCells& cells, TableCells::Row row) : cells_(cells), row_(row) {
+    const double* const from = cells.CellsOf(row);
+    cells_.buffer_.assign(from, from + cells.width_);
+}
+
+double RowEdit::OrNull(int position) const {
+    return cells_.buffer_[static_cast<std::size_t>(position)];
+}
+
+double RowEdit::Amount(int position) const {
+    const double amount = OrNull(position);
+    return std::isnan(amount) ? 0 : amount;
+}
+
+void RowEdit::Set(int position, double amount) {
+    if (!std::isfinite(amount))
+        throw StoreError(
+            StoreError::Kind::Other,
+            fmt::format("{} line {} {} takes numbers only, not \"{}\"", cells_.Name(),
+                        Text(cells_.Line(row_)), cells_.FieldName(position), Text(amount)));
+    Put(position, amount);
+}
+
+void RowEdit::SetNull(int position) { Put(position, kNull); }
+
+/// The store knows no 0 below 0.
+void RowEdit::Put(int position, double amount) {
+    cells_.buffer_[static_cast<std::size_t>(position)] = amount + 0.0;
+}
+
+void RowEdit::Update() { cells_.Replace(row_, cells_.buffer_); }
+
+void TableCells::Replace(Row row, const std::vector<double>& cells) {
+    double* const now = CellsOf(row);
+    if (std::equal(cells.begin(), cells.end(), now, IsSame)) return;
+    if (!before_.contains(row)) before_[row].assign(now, now + width_);
+    std::ranges::copy(cells, now);
+}
+
+/// The fields that differ from the store's in any row.
+std::vector<int> TableCells::ChangedFields() const {
+    std::vector<char> changed(width_, 0);
+    for (const auto& [row, before] : before_) {
+        const double* const now = CellsOf(row);
+        for (std::size_t i = 0; i < width_; ++i)
+            if (!IsSame(now[i], before[i])) changed[i] = 1;
+    }
+    std::vector<int> fields;
+    for (std::size_t i = 0; i < width_; ++i)
+        if (changed[i] != 0) fields.push_back(static_cast<int>(i));
+    return fields;
+}
+
+void TableCells::WriteRows(const std::vector<int>& fields) {
+    std::string sets;
+    for (const int field : fields)
+        sets += fmt::format("{}{}=?", sets.empty() ? "" : ",", Quoted(FieldName(field)));
+    SqliteStatement update(db_->Handle,
+                           fmt::format("UPDATE {} SET {} WHERE rowid=?", Quoted(Name()), sets));
+    for (const auto& [row, before] : before_) {
+        const double* const now = CellsOf(row);
+        if (std::equal(before.begin(), before.end(), now, IsSame)) continue;
+        int place = 0;
+        for (const int field : fields) {
+            const double value = now[field];
+            std::isnan(value) ? sqlite3_bind_null(update.get(), ++place)
+                              : sqlite3_bind_double(update.get(), ++place, value);
+        }
+        update.BindInteger(++place, rowids_[row]);
+        db_->RunWrite(update, info_);
+    }
+}
+
+/// Where a write fails the store and what is here have parted.
+void TableCells::Write() {
+    if (before_.empty()) return;
+    const std::vector<int> fields = ChangedFields();
+    if (!fields.empty()) {
+        lost_ = writing_ = true;
+        try {
+            WriteRows(fields);
+        } catch (...) {
+            writing_ = false;
+            throw;
+        }
+        lost_ = writing_ = false;
+    }
+    before_.clear();
+}
+
+void CellCache::Write() {
+    try {
+        for (auto& [name, cells] : tables_) cells->Write();
+    } catch (...) {
+        for (auto& [name, cells] : tables_)
+            if (!cells->before_.empty()) cells->lost_ = true;
+        throw;
+    }
+}
+
+void CellCache::Change(const std::function<void()>& work) {
+    ++depth_;
+    try {
+        work();
+    } catch (...) {
+        if (--depth_ == 0) Write();
+        throw;
+    }
+    if (--depth_ == 0) Write();
+}
+
+void ChangeCells(Database& db, const std::function<void()>& work) { db.impl().Cells.Change(work); }
+
+}  // namespace zolmara

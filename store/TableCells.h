@@ -1,0 +1,136 @@
+#pragma once
+
+// The numbers of a table in memory, for calculations: read once, changed there, and written back
+// where a row has come out otherwise. They are kept as long as the file is open and follow what
+// anybody writes, row by row where that is told, else by reading again.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Currency.h"
+#include "store/Dao.h"
+
+namespace zolmara {
+
+struct TableInfo;
+class SqliteStatement;
+
+class TableCells {
+public:
+    /// A row's place among the others of the table; it stays while nobody adds or deletes rows.
+    using Row = std::size_t;
+
+    const std::string& Name() const;
+    int FieldCount() const { return static_cast<int>(width_); }
+    const std::string& FieldName(int position) const;
+    /// Position of a field by name, without regard to case; -1 when it is not there.
+    int Position(std::string_view field) const;
+
+    /// All rows, in the order of their lines: the table's first field.
+    const std::vector<Row>& Rows() const { return order_; }
+    Currency Line(Row row) const { return lines_[row]; }
+    /// The first row on a line.
+    std::optional<Row> RowOn(Currency line) const;
+
+    /// A number, 0 for Null. Texts and dates are not kept and count as Null.
+    double Amount(Row row, int position) const;
+    bool IsNull(Row row, int position) const;
+    /// The column's sum over the lines below one, as Sum in a statement adds it up.
+    double SumBelow(int position, Currency line) const;
+    /// True where a text of the table may hold a line break.
+    bool HasLineBreaks() const { return lineBreaks_; }
+
+private:
+    friend class CellCache;
+    friend class RowEdit;
+
+    double* CellsOf(Row row) { return cells_.data() + row * width_; }
+    const double* CellsOf(Row row) const { return cells_.data() + row * width_; }
+    void BringUpToDate(Database::Impl& db, const std::shared_ptr<TableInfo>& table);
+    void Load(Database::Impl& db);
+    void ReadDirtyRows(Database::Impl& db);
+    void Take(const SqliteStatement& select, Row row);
+    void PutInOrder();
+    bool IsInStep() const;
+    void RowWritten(bool isUpdate, std::int64_t rowid);
+    void Replace(Row row, const std::vector<double>& cells);
+    std::vector<int> ChangedFields() const;
+    void Write();
+    void WriteRows(const std::vector<int>& fields);
+
+    /// Past so many rows that were written to, the table is read anew.
+    static constexpr std::size_t kMostDirty = 256;
+
+    Database::Impl* db_ = nullptr;
+    std::shared_ptr<TableInfo> info_;
+    std::size_t width_ = 0;
+    std::vector<std::int64_t> rowids_;  ///< rising
+    std::vector<Currency> lines_;
+    std::vector<double> cells_;  ///< row by row; Null is no number
+    std::vector<Row> order_;
+    std::vector<double> buffer_;                 ///< the row in RowEdit
+    std::map<Row, std::vector<double>> before_;  ///< rows that were changed, as the store has them
+    std::vector<std::int64_t> dirty_;            ///< rowids written to by others
+    std::int64_t version_ = 0;                   ///< of the table, up to which every write is known
+    bool lineBreaks_ = false;
+    bool lost_ = true;
+    bool writing_ = false;
+};
+
+/// A row while it is changed. One at a time of a table.
+class RowEdit {
+public:
+    RowEdit(TableCells& cells, TableCells::Row row);
+
+    double Amount(int position) const;
+    /// StoreError for what no field can hold, in the words of a recordset.
+    void Set(int position, double amount);
+    void SetNull(int position);
+    /// What a statement gives the field. What no field can hold is refused when it is written.
+    void Put(int position, double amount);
+    void Update();
+
+    /// The cell as it stands in the row; no number where it is Null, so that a sum with it is Null.
+    double OrNull(int position) const;
+
+private:
+    TableCells& cells_;
+    TableCells::Row row_;
+};
+
+/// Runs work that changes cells, and then writes the rows that differ from the store's, each once;
+/// also when the work fails. Within another's work the rows are written at the end of that.
+void ChangeCells(Database& db, const std::function<void()>& work);
+
+/// The numbers of a table as the file has them now. The reference holds as long as the file is
+/// open; its content until the table is written to by other means. StoreError::NoSuchItem.
+TableCells& CellsOf(Database& db, std::string_view table);
+
+/// Those of all tables that were asked for.
+class CellCache {
+public:
+    TableCells& Of(Database::Impl& db, std::string_view name);
+    /// A row was inserted, deleted or updated, by whatever statement of this program.
+    void RowWritten(bool isUpdate, const char* table, std::int64_t rowid);
+    /// The table's version has grown by one, by rows that were told.
+    void VersionGrew(const TableInfo& table);
+    /// Versions grow that stand for nothing.
+    void Over(const std::function<void()>& touch);
+    void Clear() { tables_.clear(); }
+    /// Runs work that changes cells; see ChangeCells.
+    void Change(const std::function<void()>& work);
+
+private:
+    void Write();
+
+    int depth_ = 0;
+    std::map<std::string, std::unique_ptr<TableCells>, std::less<>> tables_;
+};
+
+}  // namespace zolmara

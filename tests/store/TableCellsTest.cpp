@@ -1,0 +1,262 @@
+// The numbers of a table in memory: they show what the store holds, whoever wrote it, and only
+// rows that come out otherwise are written.
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <cmath>
+#include <random>
+
+#include "core/Globals.h"
+#include "store/DatabaseImpl.h"
+#include "store/TableCells.h"
+#include "support/TestCrf.h"
+
+namespace zolmara::test {
+namespace {
+
+constexpr int kValue = 1;
+
+class TableCellsTest : public SessionTest {
+protected:
+    TableCellsTest() {
+        CreateCrf(folder.File("T.CRF"), SampleFields());
+        MakeTable();
+    }
+    static void MakeTable() {
+        gDB.AppendTable({"T",
+                         {{"LineNum", FieldType::dbCurrency},
+                          {"Col_1", FieldType::dbDouble},
+                          {"Col_2", FieldType::dbDouble},
+                          {"Word", FieldType::dbText, 20}},
+                         {}});
+        gDB.Execute("CREATE UNIQUE INDEX ndxT ON T (LineNum);");
+        for (const double line : {51.0, 52.0, 1.0, 2.0, 1.01})
+            gDB.Execute("INSERT INTO T (LineNum,Col_1) VALUES (?,?);", {line, line * 10});
+    }
+
+    /// Every cell as the cells in memory have it, by lines; -1 for Null.
+    static std::vector<double> InMemory() {
+        const TableCells& cells = CellsOf(gDB, "T");
+        std::vector<double> all;
+        for (const TableCells::Row row : cells.Rows())
+            for (int i = 0; i < 3; ++i)
+                all.push_back(cells.IsNull(row, i) ? -1 : cells.Amount(row, i));
+        return all;
+    }
+    static std::vector<double> InStore() {
+        std::vector<double> all;
+        Recordset rows = gDB.OpenRecordset("SELECT * FROM T ORDER BY LineNum;", dbOpenSnapshot);
+        for (; !rows.Eof(); rows.MoveNext())
+            for (int i = 0; i < 3; ++i) all.push_back(NumOr(rows[i], -1));
+        return all;
+    }
+    static void ExpectSame() { EXPECT_EQ(InMemory(), InStore()); }
+    static double On(double line) {
+        const TableCells& cells = CellsOf(gDB, "T");
+        return cells.Amount(cells.RowOn(Currency(line)).value(), kValue);
+    }
+    static void Set(double line, double amount) {
+        TableCells& cells = CellsOf(gDB, "T");
+        RowEdit row(cells, cells.RowOn(Currency(line)).value());
+        row.Set(kValue, amount);
+        row.Update();
+    }
+};
+
+TEST_F(TableCellsTest, AreInTheOrderOfTheLines) {
+    const TableCells& cells = CellsOf(gDB, "T");
+    std::vector<double> lines;
+    for (const TableCells::Row row : cells.Rows()) lines.push_back(cells.Line(row).ToDouble());
+    EXPECT_EQ(lines, (std::vector<double>{1, 1.01, 2, 51, 52}));
+    EXPECT_EQ(cells.RowOn(Currency(3)), std::nullopt);
+    EXPECT_TRUE(cells.IsNull(0, 2));
+    EXPECT_EQ(cells.SumBelow(kValue, Currency(51)), 10 + 10.1 + 20);
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, ATableThatIsNotThereIsNamed) {
+    try {
+        CellsOf(gDB, "Nowhere");
+        ADD_FAILURE();
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.kind(), StoreError::Kind::NoSuchItem);
+        EXPECT_STREQ(error.what(), "no such table: Nowhere");
+    }
+}
+
+TEST_F(TableCellsTest, ShowWhatStatementsAndRecordsetsWrite) {
+    ExpectSame();
+    gDB.Execute("UPDATE T SET Col_1=7 WHERE LineNum=2;");
+    EXPECT_EQ(On(2), 7);
+    Recordset rows = gDB.OpenRecordset("SELECT * FROM T WHERE LineNum=51;");
+    rows.Edit();
+    rows.Set("Col_1", nullptr);
+    rows.Update();
+    ExpectSame();
+    gDB.Execute("INSERT INTO T (LineNum,Col_1) VALUES (1.5,3);");
+    EXPECT_EQ(On(1.5), 3);
+    gDB.Execute("DELETE * FROM T WHERE LineNum=1;");
+    ExpectSame();
+    gDB.Execute("UPDATE T SET LineNum=9 WHERE LineNum=1.5;");
+    EXPECT_EQ(On(9), 3);
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, ShowWhatIsTakenBack) {
+    EXPECT_EQ(On(1), 10);
+    RunBatch(gDB, [&] {
+        gDB.Execute("UPDATE T SET Col_1=0;");
+        EXPECT_EQ(On(1), 0);
+        EXPECT_THROW(gDB.Execute("UPDATE T SET LineNum=5, Col_1=6;"), StoreError);
+        EXPECT_EQ(On(1), 0);
+        gDB.Execute("UPDATE T SET Col_1=LineNum*10;");
+    });
+    EXPECT_EQ(On(1), 10);
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, ShowWhatAnotherProgramWrites) {
+    EXPECT_EQ(On(1), 10);
+    {
+        Database other = DBEngine::OpenDatabase(gCRFPath);
+        other.Execute("UPDATE T SET Col_1=11 WHERE LineNum=1;");
+    }
+    EXPECT_EQ(On(1), 11);
+}
+
+TEST_F(TableCellsTest, FollowAChangeOfShape) {
+    EXPECT_EQ(CellsOf(gDB, "T").FieldCount(), 4);
+    gDB.AppendField("T", {"Col_9", FieldType::dbDouble});
+    gDB.Execute("UPDATE T SET Col_9=LineNum;");
+    const TableCells& cells = CellsOf(gDB, "T");
+    EXPECT_EQ(cells.Position("col_9"), 4);
+    EXPECT_EQ(cells.Amount(cells.RowOn(Currency(51)).value(), 4), 51);
+    gDB.DeleteTable("T");
+    MakeTable();
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, KnowOfLineBreaks) {
+    EXPECT_FALSE(CellsOf(gDB, "T").HasLineBreaks());
+    gDB.Execute("UPDATE T SET Word=? WHERE LineNum=2;", {"a\nb"});
+    EXPECT_TRUE(CellsOf(gDB, "T").HasLineBreaks());
+}
+
+/// The writes of this connection, as SQLite tells them.
+class Writes {
+public:
+    Writes() { sqlite3_update_hook(gDB.impl().Handle, See, this); }
+    ~Writes() { sqlite3_update_hook(gDB.impl().Handle, nullptr, nullptr); }
+    int Count = 0;
+
+private:
+    static void See(void* self, int, const char*, const char*, sqlite3_int64) {
+        ++static_cast<Writes*>(self)->Count;
+    }
+};
+
+TEST_F(TableCellsTest, ChangedRowsAreWrittenOnceAndNoOthers) {
+    const Writes writes;
+    ChangeCells(gDB, [&] {
+        Set(1, 5);
+        Set(2, 6);
+        Set(1, 7);
+        ChangeCells(gDB, [&] { Set(51, 8); });
+        EXPECT_EQ(writes.Count, 0);
+        Set(52, 1);
+        Set(52, 520);
+    });
+    EXPECT_EQ(writes.Count, 3);
+    EXPECT_EQ(InStore(),
+              (std::vector<double>{1, 7, -1, 1.01, 10.1, -1, 2, 6, -1, 51, 8, -1, 52, 520, -1}));
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, WhatWasSetAheadOfAFailureIsWritten) {
+    EXPECT_THROW(ChangeCells(gDB,
+                             [&] {
+                                 Set(1, 5);
+                                 Set(2, INFINITY);
+                             }),
+                 StoreError);
+    EXPECT_EQ(NumOr(gDB.Scalar("SELECT Col_1 FROM T WHERE LineNum=1;")), 5);
+    EXPECT_EQ(NumOr(gDB.Scalar("SELECT Col_1 FROM T WHERE LineNum=2;")), 20);
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, RefuseInTheWordsOfARecordset) {
+    const auto words = [](const std::function<void()>& work) -> std::string {
+        try {
+            work();
+        } catch (const StoreError& error) {
+            return error.what();
+        }
+        return "";
+    };
+    const std::string ours = words([] { Set(1.01, INFINITY); });
+    EXPECT_EQ(ours, words([] {
+                  Recordset rows = gDB.OpenRecordset("SELECT * FROM T WHERE LineNum=1.01;");
+                  rows.Edit();
+                  rows.Set("Col_1", INFINITY);
+              }));
+    EXPECT_TRUE(ours.starts_with("T line 1.01 Col_1 takes numbers only")) << ours;
+}
+
+TEST_F(TableCellsTest, WhatTheFileRefusesIsNotKept) {
+    EXPECT_THROW(ChangeCells(gDB, [&] { Set(1, 1.5e308); }), StoreError);
+    EXPECT_EQ(On(1), 10);
+    ExpectSame();
+}
+
+TEST_F(TableCellsTest, ShowWhatTheStoreHoldsAfterWhateverHappens) {
+    std::mt19937 random(7);
+    const auto below = [&](unsigned count) { return static_cast<int>(random() % count); };
+    const auto anyLine = [&] { return below(60) + 0.5 * below(2); };
+    const auto act = [&] {
+        switch (below(8)) {
+            case 0:
+                gDB.Execute("DELETE * FROM T WHERE LineNum=?;", {anyLine()});
+                break;
+            case 1:
+                for (int i = 0; i < 30; ++i) {
+                    const double line = anyLine();
+                    gDB.Execute("DELETE * FROM T WHERE LineNum=?;", {line});
+                    gDB.Execute("INSERT INTO T (LineNum,Col_2) VALUES (?,?);", {line, below(99)});
+                }
+                break;
+            case 2:
+                gDB.Execute("UPDATE T SET Col_2=Col_1;");
+                break;
+            case 3:
+                ChangeCells(gDB, [&] {
+                    TableCells& cells = CellsOf(gDB, "T");
+                    for (const TableCells::Row row : cells.Rows()) {
+                        RowEdit edit(cells, row);
+                        below(3) == 0 ? edit.SetNull(kValue) : edit.Set(kValue, below(5));
+                        edit.Update();
+                    }
+                });
+                break;
+            default:
+                gDB.Execute("UPDATE T SET Col_1=? WHERE LineNum>?;", {below(9), anyLine()});
+        }
+    };
+    for (int step = 0; step < 300; ++step) {
+        SCOPED_TRACE(step);
+        if (below(3) == 0) {
+            RunBatch(gDB, [&] {
+                act();
+                if (below(2) == 0) ExpectSame();
+                act();
+            });
+        } else {
+            act();
+        }
+        if (below(3) != 0) ExpectSame();
+        if (HasFailure()) return;
+    }
+}
+
+}  // namespace
+}  // namespace zolmara::test
