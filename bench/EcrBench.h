@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <string>
+
+#include "print/PageDevice.h"
 
 namespace zolmara::bench {
 
@@ -8,5 +11,9 @@ namespace zolmara::bench {
 /// the same bytes plainly, and against raw SQLite reading the same tables. The files go to the
 /// folder.
 void BenchEcr(const std::string& folder);
+
+/// The whole form into print file and PDF file, and how much memory the process had taken ahead of
+/// it and behind it. `usePrinter` puts a device in the printer's place.
+void BenchPdf(const std::string& folder, const std::function<void(PageDevice*)>& usePrinter);
 
 }  // namespace zolmara::bench

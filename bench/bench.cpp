@@ -1,10 +1,14 @@
-// zolmara-bench FOLDER: what the main steps cost, as ratios. See README.md here.
+// zolmara-bench [PART] FOLDER [CLI SAMPLE.CRF]: what the main steps cost. See README.md here.
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "bench/EcrBench.h"
 #include "bench/EntryBench.h"
@@ -12,14 +16,14 @@
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
 #include "bench/RawSqlite.h"
+#include "bench/StructureBench.h"
+#include "bench/TableBench.h"
 #include "calc/Calc_All.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "import/ImportASCII.h"
 #include "store/session/Session.h"
-#include "structure/AddDeleteCC.h"
-#include "structure/CostCenterColumns.h"
 #include "worksheets/NewCrf.h"
 
 namespace zolmara::bench {
@@ -47,6 +51,9 @@ public:
     std::optional<std::string> ChooseFile(const FileDialog& dialog) override {
         return dialog.FileName;
     }
+    PageDevice* Printer() override { return Device; }
+
+    PageDevice* Device = nullptr;
 };
 
 struct Bench {
@@ -100,6 +107,12 @@ void BuildLarge(const Bench& bench) {
     ChangeCosts(1);
     Calc_All();
     DropCrf();
+}
+
+/// Makes the large statement once in a run.
+void NeedLarge(const Bench& bench) {
+    static bool made = false;
+    if (!std::exchange(made, true)) BuildLarge(bench);
 }
 
 int Once(const std::string&) { return 1; }
@@ -173,41 +186,6 @@ void BenchImport(const Bench& bench) {
     DropCrf();
 }
 
-/// The same tables copied twice, as a column's place demands.
-void CopyTablesTwice(const std::string& path, const std::vector<std::string_view>& tables) {
-    RawFile file(path);
-    file.Run("BEGIN IMMEDIATE");
-    for (const auto table : tables) {
-        file.Run(fmt::format("CREATE TABLE copy1 AS SELECT * FROM {}", table));
-        file.Run(fmt::format("DROP TABLE {}", table));
-        file.Run(fmt::format("CREATE TABLE {} AS SELECT * FROM copy1", table));
-        file.Run("DROP TABLE copy1");
-        file.Run(fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} (LineNum)", table));
-    }
-    file.Run("COMMIT");
-}
-
-void BenchStructure(const Bench& bench) {
-    const auto reopen = [&] {
-        DropCrf();
-        bench.CopyLarge();
-        OpenCrf(bench.Work);
-    };
-    const auto line = Currency(NumOr([&] {
-                          reopen();
-                          return gDB.Scalar(
-                              "SELECT Max(LineNum) FROM CostCenters "
-                              "WHERE LineNum>=9 AND LineNum<10");
-                      }())) +
-                      kSubscriptStep;
-    const double add = Seconds(kRuns, reopen, [&] { RunBatch(gDB, [&] { AddCostCenter(line); }); });
-    DropCrf();
-    const double raw = Seconds(
-        kRuns, [&] { bench.CopyLarge(); },
-        [&] { CopyTablesTwice(bench.Work, TablesWithColumn(line)); });
-    Report("add a cost center", add, "raw SQLite", raw, bench.Folder);
-}
-
 void CheckAndVacuum(const std::string& path) {
     RawFile file(path);
     file.Run("PRAGMA integrity_check");
@@ -237,11 +215,12 @@ void BenchOpenClose(const Bench& bench) {
     Report("close: check and compact", close, "raw SQLite", rawClose, bench.Folder);
 }
 
-void BenchEcrOfLarge(const Bench& bench) {
+void BenchFilesOfLarge(const Bench& bench, SilentHost& host) {
     DropCrf();
     bench.CopyLarge();
     OpenCrf(bench.Work);
     BenchEcr(bench.Folder);
+    BenchPdf(bench.Folder, [&](PageDevice* device) { host.Device = device; });
     DropCrf();
 }
 
@@ -254,25 +233,78 @@ void BenchCommand(const Bench& bench, const std::string& cli, const std::string&
     Report("the command calc on the sample", cold, "aim under 50 ms", bench.Folder);
 }
 
+/// The parts of a run, in their order. Each makes for itself what it needs.
+struct Part {
+    const char* Name;
+    bool NeedsProgram;  ///< the command line's, and the sample
+    void (*Run)(const Bench& bench, SilentHost& host, const std::string& cli,
+                const std::string& sample);
+};
+constexpr Part kParts[] = {
+    {"table", true,
+     [](const Bench& bench, SilentHost&, const std::string& cli, const std::string& sample) {
+         BenchTable(bench.Folder, cli, sample, MakeNew);
+     }},
+    {"entries", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         BenchEntries(bench.Folder, MakeNew);
+     }},
+    {"calc", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         NeedLarge(bench);
+         BenchCalc(bench);
+         BenchOpenClose(bench);
+     }},
+    {"files", false,
+     [](const Bench& bench, SilentHost& host, const std::string&, const std::string&) {
+         NeedLarge(bench);
+         BenchFilesOfLarge(bench, host);
+     }},
+    {"structure", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         NeedLarge(bench);
+         BenchStructure(bench.Folder, bench.Large, MakeNew);
+     }},
+    {"import", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         BenchImport(bench);
+     }},
+    {"command", true,
+     [](const Bench& bench, SilentHost&, const std::string& cli, const std::string& sample) {
+         BenchCommand(bench, cli, sample);
+     }},
+};
+
+const Part* PartOf(const std::string& word) {
+    const auto* found =
+        std::ranges::find_if(kParts, [&](const Part& part) { return word == part.Name; });
+    return found == std::end(kParts) ? nullptr : found;
+}
+
+/// FOLDER [CLI SAMPLE.CRF], with the one part to run ahead of it or all of them.
+int Run(std::vector<std::string> words) {
+    const Part* const only = words.empty() ? nullptr : PartOf(words[0]);
+    if (only) words.erase(words.begin());
+    const bool program = words.size() == 3;
+    if (!program && (words.size() != 1 || (only && only->NeedsProgram))) {
+        fmt::print(stderr, "zolmara-bench [PART] FOLDER [CLI SAMPLE.CRF]; parts:");
+        for (const Part& part : kParts) fmt::print(stderr, " {}", part.Name);
+        fmt::print(stderr, "\n");
+        return 1;
+    }
+    SilentHost host;
+    InstallHost(&host);
+    const Bench bench(words[0]);
+    words.resize(3);
+    for (const Part& part : kParts)
+        if (only ? &part == only : program || !part.NeedsProgram)
+            part.Run(bench, host, words[1], words[2]);
+    return 0;
+}
+
 }  // namespace
 }  // namespace zolmara::bench
 
 int main(int argc, char** argv) {
-    using namespace zolmara;
-    if (argc != 2 && argc != 4) {
-        fmt::print(stderr, "zolmara-bench FOLDER [CLI SAMPLE.CRF]\n");
-        return 1;
-    }
-    bench::SilentHost host;
-    InstallHost(&host);
-    const bench::Bench bench(argv[1]);
-    bench::BenchEntries(bench.Folder, bench::MakeNew);
-    bench::BuildLarge(bench);
-    bench::BenchCalc(bench);
-    bench::BenchOpenClose(bench);
-    bench::BenchEcrOfLarge(bench);
-    bench::BenchStructure(bench);
-    bench::BenchImport(bench);
-    if (argc == 4) bench::BenchCommand(bench, argv[2], argv[3]);
-    return 0;
+    return zolmara::bench::Run(std::vector<std::string>(argv + 1, argv + argc));
 }

@@ -1,0 +1,77 @@
+#include "bench/Process.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <limits>
+#include <stdexcept>
+
+namespace zolmara::bench {
+namespace {
+
+double Seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
+
+double CpuOf(int who) {
+    rusage usage{};
+    getrusage(who, &usage);
+    return Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
+}
+
+double Cpu() { return CpuOf(RUSAGE_SELF) + CpuOf(RUSAGE_CHILDREN); }
+
+}  // namespace
+
+long PeakKilobytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+std::string Quoted(const std::string& word) {
+    std::string quoted = "'";
+    for (const char letter : word) quoted += letter == '\'' ? "'\\''" : std::string(1, letter);
+    return quoted + "'";
+}
+
+void RunCommand(const std::string& command) {
+    if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
+void InChild(const std::function<void()>& work) {
+    const pid_t child = fork();
+    if (child < 0) throw std::runtime_error("no process could be started");
+    if (child == 0) {
+        try {
+            work();
+        } catch (...) {
+            _exit(1);
+        }
+        _exit(0);
+    }
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || status != 0)
+        throw std::runtime_error("the work of a process failed");
+}
+
+Least LeastOf(int runs, const std::function<void()>& prepare, const std::function<void()>& work) {
+    using Clock = std::chrono::steady_clock;
+    Least least{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+    for (int run = 0; run < runs; ++run) {
+        prepare();
+        const double cpu = Cpu();
+        const auto start = Clock::now();
+        work();
+        const std::chrono::duration<double> wall = Clock::now() - start;
+        least.Wall = std::min(least.Wall, wall.count());
+        least.Cpu = std::min(least.Cpu, Cpu() - cpu);
+    }
+    return least;
+}
+
+}  // namespace zolmara::bench

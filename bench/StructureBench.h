@@ -1,0 +1,16 @@
+#pragma once
+
+// New and deleted cost centers of a large statement.
+
+#include <functional>
+#include <string>
+
+namespace zolmara::bench {
+
+/// Adds and deletes a cost center of a copy of the large statement, against raw SQLite copying the
+/// same tables, and imports new cost centers, more and more in one file, which is to cost the more
+/// in the same measure.
+void BenchStructure(const std::string& folder, const std::string& large,
+                    const std::function<void(const std::string&)>& makeNew);
+
+}  // namespace zolmara::bench
