@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTableWidget>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
 #include <chrono>
@@ -71,6 +72,25 @@ protected:
             if (!Sheets()->topLevelItem(row)->isHidden())
                 names.push_back(S(Sheets()->topLevelItem(row)->text(0)));
         return names;
+    }
+    /// Drags files over the window and lets them fall there; whether the window takes them.
+    bool Drop(const std::vector<std::string>& files) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::string& file : files) urls << QUrl::fromLocalFile(Q(file));
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        enter.ignore();
+        QCoreApplication::sendEvent(main.get(), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(main.get(), &event);
+        // What the drop asks for comes behind it.
+        bool next = false;
+        QTimer::singleShot(0, [&] { next = true; });
+        EXPECT_TRUE(WaitFor([&] { return next; }));
+        return true;
     }
     std::string Label(const char* name) const { return S(Part<QLabel>(name)->text()); }
     std::vector<std::string> Next() const {
@@ -413,17 +433,7 @@ TEST_F(OverviewTest, RecentFilesStandInToolsTheLastOneFirst) {
 
 TEST_F(OverviewTest, ADroppedCrfOpensAndADroppedTextAsksToBeImported) {
     const std::string path = MakeCrf("One.CRF");
-    const auto drop = [this](const std::string& file) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(Q(file))});
-        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton,
-                              Qt::NoModifier);
-        QCoreApplication::sendEvent(main.get(), &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(main.get(), &event);
-        Wait(50);
-    };
+    const auto drop = [this](const std::string& file) { EXPECT_TRUE(Drop({file})); };
     const std::string text = folder.File("cells.txt");
     std::ofstream(text) << "A\t8\t1\t4711\r\n";
     drop(text);
@@ -438,6 +448,104 @@ TEST_F(OverviewTest, ADroppedCrfOpensAndADroppedTextAsksToBeImported) {
     Answers = {kYes};
     drop(text);
     EXPECT_EQ(Stored("A", 8, "Col_1"), "4711");
+}
+
+TEST_F(OverviewTest, ADroppedWorkbookAsksToBeImported) {
+    Open(MakeCrf("One.CRF"));
+    const std::string csv = folder.File("Cells.CSV");
+    std::ofstream(csv) << "Worksheet,Line,Column,Contents\r\nA,8,1,4711\r\n";
+    Answers = {kYes};
+    EXPECT_TRUE(Drop({csv}));
+    ASSERT_EQ(BoxTexts().size(), 1u);
+    EXPECT_EQ(Boxes[0].Title, "Continue?");
+    EXPECT_EQ(Stored("A", 8, "Col_1"), "4711");
+    EXPECT_EQ(Done(), "Imported Cells.CSV");
+    const std::string old = folder.File("old.xls");
+    std::ofstream(old) << "x";
+    Answers = {kYes};
+    Boxes.clear();
+    EXPECT_TRUE(Drop({old}));
+    ASSERT_EQ(BoxTexts().size(), 2u);
+    EXPECT_NE(Boxes[1].Text.find("Save it as .xlsx."), std::string::npos) << Boxes[1].Text;
+}
+
+TEST_F(OverviewTest, SeveralFilesAndWhatIsNoFileAreNotTaken) {
+    const std::string one = MakeCrf("One.CRF");
+    const std::string two = MakeCrf("Two.CRF");
+    EXPECT_FALSE(Drop({one, two}));
+    EXPECT_FALSE(Drop({}));
+    QMimeData text;
+    text.setText("A\t8\t1\t4711");
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QCoreApplication::sendEvent(main.get(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+    EXPECT_FALSE(CrfIsOpen());
+    EXPECT_TRUE(Boxes.empty());
+    host->ShowCalcMsg(" Calculating");
+    EXPECT_FALSE(Drop({one})) << "while a step is at work";
+    host->HideCalcMsg();
+    EXPECT_TRUE(Drop({one}));
+    EXPECT_EQ(gCRFPath, one);
+}
+
+TEST_F(OverviewTest, WhatCannotBeOpenedIsToldAndWhatIsOpenStaysOpen) {
+    const std::string path = MakeCrf("One.CRF");
+    Open(path);
+    const std::string picture = folder.File("scan.png");
+    std::ofstream(picture) << "\x89PNG";
+    const std::string gone = folder.File("gone.CRF");
+    for (const std::string& file : {picture, gone, folder.Path().string()})
+        EXPECT_TRUE(Drop({file}));
+    EXPECT_EQ(BoxTexts(),
+              (std::vector<std::string>{
+                  picture + " is no Cost Report File, and no text file or workbook "
+                            "that could be imported.",
+                  "There is no file " + gone + ".", folder.Path().string() + " is no file."}));
+    EXPECT_EQ(gCRFPath, path);
+    EXPECT_TRUE(CrfIsOpen());
+    EXPECT_TRUE(Enabled("mnuReportCalculate"));
+}
+
+TEST_F(OverviewTest, ACrfUnderAnyNameOpens) {
+    const std::string path = folder.File("copy.bak");
+    std::filesystem::copy_file(MakeCrf("One.CRF"), path);
+    EXPECT_TRUE(Drop({path}));
+    EXPECT_EQ(gCRFPath, path);
+}
+
+/// As `zolmara FILE` does it.
+TEST_F(OverviewTest, AFileNamedAtTheStartThatIsNoneLeavesTheWelcomeFrame) {
+    const auto start = [this](const std::string& file) { main->Run([&] { TakeFile(file); }); };
+    const std::string gone = folder.File("gone.CRF");
+    start(gone);
+    const std::string text = folder.File("cells.txt");
+    std::ofstream(text) << "A\t8\t1\t4711\r\n";
+    start(text);
+    const std::string empty = folder.File("empty.CRF");
+    std::ofstream(empty) << "";
+    start(empty);
+    ASSERT_EQ(Boxes.size(), 3u) << ::testing::PrintToString(BoxTexts());
+    EXPECT_EQ(Boxes[0].Text, "There is no file " + gone + ".");
+    EXPECT_TRUE(Boxes[1].Text.starts_with(text + " can be imported when")) << Boxes[1].Text;
+    EXPECT_NE(Boxes[2].Text.find("empty.CRF"), std::string::npos) << Boxes[2].Text;
+    EXPECT_FALSE(CrfIsOpen());
+    EXPECT_TRUE(Visible("fraWelcome"));
+    EXPECT_TRUE(Enabled("mnuReportOpen"));
+}
+
+TEST_F(OverviewTest, ADamagedFileNamedAtTheStartIsOfferedForRepair) {
+    const std::string path = MakeSample("Damaged.CRF");
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) * 3 / 4);
+    Answers = {kNo};
+    main->Run([&] { TakeFile(path); });
+    ASSERT_EQ(Boxes.size(), 1u);
+    EXPECT_EQ(Boxes[0].Title, "Damaged CRF");
+    EXPECT_TRUE(Visible("fraWelcome"));
+    Answers = {kYes};
+    main->Run([&] { TakeFile(path); });
+    EXPECT_TRUE(CrfIsOpen());
+    EXPECT_EQ(Done(), "Opened Damaged.CRF");
 }
 
 TEST_F(OverviewTest, AFileIsNotOpenedWhileAWindowStaysInTheWay) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fstream>
 
 #include "core/Dialogs.h"
 #include "core/Globals.h"
@@ -26,7 +27,9 @@ namespace fs = std::filesystem;
 constexpr const char* kSection = "Recent";
 constexpr int kMostRecent = 8;
 
-constexpr std::array<std::string_view, 5> kImported = {".TXT", ".CSV", ".XLSX", ".ODS", ".TSV"};
+/// What asks to be imported; one of the older kind is refused there, in words.
+constexpr std::array<std::string_view, 7> kImported = {".TXT", ".CSV", ".XLSX", ".XLSM",
+                                                       ".XLS", ".ODS", ".TSV"};
 
 bool IsImported(const std::string& path) {
     const std::string end = UCase(fs::path(path).extension().string());
@@ -54,9 +57,34 @@ void Tell(const std::string& text) {
     TheDialogs().MsgBox(text, kExclamation, std::string(kProductName));
 }
 
+/// Whether there is a file that can be read; what is wrong with it is told. It is asked ahead of
+/// all else, so that the open CRF stays open where there is nothing to take its place.
+bool CanBeRead(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    const bool there = fs::exists(status);
+    if (there && fs::is_regular_file(status) && std::ifstream(path, std::ios::binary)) return true;
+    const char* const wrong = !there                        ? "There is no file {}."
+                              : fs::is_regular_file(status) ? "{} cannot be read."
+                                                            : "{} is no file.";
+    Tell(fmt::format(fmt::runtime(wrong), path));
+    return false;
+}
+
+/// By its name, or by how it begins: a damaged one may be offered for repair.
+bool MayBeCrf(const std::string& path) {
+    constexpr std::string_view kHead = "SQLite format 3";
+    if (UCase(fs::path(path).extension().string()) == ".CRF") return true;
+    std::string head(kHead.size(), ' ');
+    std::ifstream(path, std::ios::binary)
+        .read(head.data(), static_cast<std::streamsize>(head.size()));
+    return head == kHead;
+}
+
 }  // namespace
 
 bool OpenFile(const std::string& path) {
+    if (!CanBeRead(path)) return false;
     if (!MayTake("mnuReportOpen")) {
         Tell(fmt::format("{} cannot be opened now.  Please close the other windows first.", path));
         return false;
@@ -75,7 +103,13 @@ bool ImportAndTell(const std::string& path) {
 }
 
 void TakeFile(const std::string& path) {
-    if (!IsImported(path)) {
+    if (!CanBeRead(path)) return;
+    if (!IsImported(path) && !MayBeCrf(path)) {
+        Tell(
+            fmt::format("{} is no Cost Report File, and no text file or workbook that could be "
+                        "imported.",
+                        path));
+    } else if (!IsImported(path)) {
         OpenFile(path);
     } else if (!MayTake("mnuReportImport")) {
         Tell(

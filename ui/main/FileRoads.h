@@ -12,7 +12,8 @@ namespace zolmara::ui {
 /// stood in the way has been told.
 bool OpenFile(const std::string& path);
 
-/// A CRF opens; a text file or a workbook asks to be imported into the open CRF.
+/// A CRF opens; a text file or a workbook asks to be imported into the open CRF. Anything else is
+/// refused in words, and what is open stays open.
 void TakeFile(const std::string& path);
 
 /// Imports a file into the open CRF as ImportFile does, and says so where it ended well.
