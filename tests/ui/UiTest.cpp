@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "EntryChild.h"
 #include "core/Dialogs.h"
 #include "import/ImportASCII.h"
 #include "support/Paths.h"
@@ -194,8 +195,12 @@ std::vector<std::string> UiTest::BoxTexts() const {
 
 }  // namespace zolmara::ui
 
+/// Without a screen, unless a platform is told: tests/desktop runs some of the tests on a display.
 int main(int argc, char** argv) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const char* const platform = std::getenv("ZOLMARA_TEST_PLATFORM");
+    setenv("QT_QPA_PLATFORM", platform ? platform : "offscreen", 1);
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    if (zolmara::ui::IsEntryChild(argc, argv)) return zolmara::ui::BeEntryChild(argv);
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

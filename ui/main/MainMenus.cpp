@@ -1,6 +1,7 @@
 // The menus of the main window: how they are made, and what is on in which state.
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -14,6 +15,7 @@
 #include "ui/main/StatementWatch.h"
 #include "ui/main/frmMain.h"
 #include "ui/tools/ToolsMenu.h"
+#include "ui/worksheets/frmWorksheet.h"
 
 namespace zolmara::ui {
 
@@ -24,6 +26,21 @@ void frmMain::MakeMenus() {
     for (const MenuEntry& entry : MenuTable()) MakeMenu(entry);
     tools_ = std::make_unique<ToolsMenu>(*menuBar(), Menu("mnuHelp"),
                                          [this](const auto& command) { Run(command); });
+    auto* const openMenus = new QAction(this);
+    openMenus->setObjectName("actMenuBar");
+    openMenus->setShortcut(Qt::Key_F10);
+    openMenus->setShortcutContext(Qt::ApplicationShortcut);
+    connect(openMenus, &QAction::triggered, this, [this] { OpenMenuBar(); });
+    addAction(openMenus);
+}
+
+/// The menus are in one window, and F10 leads to them from all. A row that is refused holds its
+/// window.
+void frmMain::OpenMenuBar() {
+    auto* const sheet = dynamic_cast<frmWorksheet*>(QApplication::activeWindow());
+    if (InLongStep() || (sheet && sheet->HasOpenRow() && !sheet->CommitGrid())) return;
+    ShowForm(this);
+    menuBar()->setActiveAction(Menu("mnuReport"));
 }
 
 void frmMain::MakeMenu(const MenuEntry& entry) {

@@ -78,6 +78,7 @@ protected:
 
 private:
     void MakeMenus();
+    void OpenMenuBar();
     void MakeMenu(const MenuEntry& entry);
     void MakeCommand(const MenuEntry& entry, QMenu* parent);
     QWidget* MakeWelcome();

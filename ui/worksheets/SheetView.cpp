@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QItemSelection>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <algorithm>
@@ -289,9 +290,20 @@ bool SheetView::Moves(const QKeyEvent* event) {
     }
 }
 
+/// What a click on the left margin does.
+void SheetView::SelectLines() {
+    QItemSelection lines = selectionModel()->selection();
+    if (lines.isEmpty()) lines.select(currentIndex(), currentIndex());
+    selectionModel()->select(lines, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
+
 void SheetView::keyPressEvent(QKeyEvent* event) {
     const bool alone = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     if (alone && Moves(event)) return event->accept();
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::ShiftModifier) {
+        SelectLines();
+        return event->accept();
+    }
     const bool opensList = event->key() == Qt::Key_F4 ||
                            (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier));
     if (opensList && currentIndex().isValid() && acts_.HasList(currentIndex())) {

@@ -66,6 +66,7 @@ private:
     int Pixels(int twips) const;
     QModelIndex Edge(int rowStep, int columnStep) const;
     bool Moves(const QKeyEvent* event);
+    void SelectLines();
 
     SheetModel& model_;
     GridPart* frozen_ = nullptr;
