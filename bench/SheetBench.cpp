@@ -11,7 +11,9 @@
 #include <QTest>
 #include <algorithm>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <vector>
 
 #include "bench/Measure.h"
 #include "calc/Calc_All.h"
@@ -109,30 +111,54 @@ void BenchWhole(ui::frmWorksheet* window, const std::string& folder) {
            ui::S(window->findChild<QLabel*>("lblFound")->text()), folder);
 }
 
+/// Keys an amount into A-6 and leaves the cell, not the row.
+void KeyAmount(ui::frmWorksheet* edit, int amount) {
+    edit->activateWindow();
+    edit->GoToLine(Currency(1), "Col_5");
+    const QString keys = QString::number(amount);
+    QTest::keyClicks(&edit->Grid(), keys.left(1));
+    QTest::keyClicks(edit->Grid().Editor(), keys.mid(1));
+    QTest::keyClick(edit->Grid().Editor(), Qt::Key_Tab);
+}
+
 /// From the key that leaves the row until it is on the disk and every view has drawn it.
+void LeaveRow(ui::frmWorksheet* edit) {
+    QTest::keyClick(&edit->Grid(), Qt::Key_Down);
+    for (ui::frmWorksheet* window : ui::WorksheetWindows()) window->repaint();
+}
+
+/// On a machine that others use the fastest run and the processor's time say more than the median.
 void BenchRow(const std::string& folder) {
+    constexpr int kRows = 100;
     Calc_All();
     Open("view", "A");
     Open("view", "A6");
     ui::frmWorksheet* edit = Open("edit", "A6");
-    int amount = 1000;
-    const double seconds = Seconds(
-        25,
-        [&] {
-            edit->activateWindow();
-            edit->GoToLine(Currency(1), "Col_5");
-            const QString keys = QString::number(++amount);
-            QTest::keyClicks(&edit->Grid(), keys.left(1));
-            QTest::keyClicks(edit->Grid().Editor(), keys.mid(1));
-            QTest::keyClick(edit->Grid().Editor(), Qt::Key_Tab);
-        },
-        [&] {
-            QTest::keyClick(&edit->Grid(), Qt::Key_Down);
-            for (ui::frmWorksheet* window : ui::WorksheetWindows()) window->repaint();
-        });
-    const Variant stored = gDB.Scalar("SELECT Col_5 FROM A6 WHERE LineNum=1;");
-    if (NumOr(stored) != amount) fmt::print("the row was not stored: {}\n", Text(stored));
-    Report("leaving a row of A-6, views of A-6 and A open", seconds, "aim under 50 ms", folder);
+    std::vector<double> times;
+    std::vector<double> processor;
+    for (int amount = 1001; amount <= 1000 + kRows; ++amount) {
+        KeyAmount(edit, amount);
+        const std::clock_t start = std::clock();
+        times.push_back(Seconds(1, [&] { LeaveRow(edit); }));
+        processor.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        const Variant stored = gDB.Scalar("SELECT Col_5 FROM A6 WHERE LineNum=1;");
+        if (NumOr(stored) != amount) fmt::print("the row was not stored: {}\n", Text(stored));
+    }
+    for (std::vector<double>* each : {&times, &processor}) std::ranges::sort(*each);
+    Report("leaving a row of A-6, views of A-6 and A open", times[kRows / 2],
+           fmt::format("aim under 50 ms; fastest {:.1f} ms; processor {:.1f} ms, fastest {:.1f} ms",
+                       times.front() * 1e3, processor[kRows / 2] * 1e3, processor.front() * 1e3),
+           folder);
+}
+
+void BenchLarge(const std::string& folder) {
+    MakeWide(folder + "/wide.CRF");
+    BenchOpen(folder);
+    ui::frmWorksheet* window = Open("edit", kItem);
+    BenchScroll(window, folder);
+    BenchWhole(window, folder);
+    CloseAll();
+    DropCrf();
 }
 
 }  // namespace
@@ -140,8 +166,8 @@ void BenchRow(const std::string& folder) {
 
 int main(int argc, char** argv) {
     using namespace zolmara;
-    if (argc != 3) {
-        fmt::print(stderr, "zolmara-sheet-bench FOLDER SAMPLE.CRF\n");
+    if (argc != 3 && !(argc == 4 && std::string(argv[3]) == "row")) {
+        fmt::print(stderr, "zolmara-sheet-bench FOLDER SAMPLE.CRF [row]\n");
         return 1;
     }
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
@@ -155,13 +181,7 @@ int main(int argc, char** argv) {
     ui::QtHost host(Settings(folder + "/settings.ini"), folder);
     ui::frmMain main;
     main.show();
-    bench::MakeWide(folder + "/wide.CRF");
-    bench::BenchOpen(folder);
-    ui::frmWorksheet* window = bench::Open("edit", bench::kItem);
-    bench::BenchScroll(window, folder);
-    bench::BenchWhole(window, folder);
-    bench::CloseAll();
-    DropCrf();
+    if (argc == 3) bench::BenchLarge(folder);
     std::filesystem::copy_file(argv[2], folder + "/sample.CRF",
                                std::filesystem::copy_options::overwrite_existing);
     OpenCrf(folder + "/sample.CRF");

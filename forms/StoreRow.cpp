@@ -64,12 +64,11 @@ void Write(const RowEntry& row, Recordset& stored) {
 }
 
 /// Open views of A-6 and A follow each entry with fresh figures.
-void FollowA6() {
+void CalculateViews(const RowEntry& changes) {
+    if (!changes.Changed() || !SameText(changes.Table, "A6")) return;
     CalculationLog log;
     if (TheWindows().FormIsOpen("frmViewA6")) Calc_A6();
-    if (!TheWindows().FormIsOpen("frmViewA")) return;
-    Calc_A();
-    TheWindows().RefreshWorksheetForm("View", "A");
+    if (TheWindows().FormIsOpen("frmViewA")) Calc_A();
 }
 
 /// The Item of the windows on a table.
@@ -77,27 +76,41 @@ std::string ItemOf(std::string_view table) {
     return SameText(table, "CostCenters") ? "CCs" : std::string(table);
 }
 
+void RefreshViews(const RowEntry& changes) {
+    if (!changes.Changed()) return;
+    TheWindows().EnableMenu("mnuReportSubmit", false);
+    TheWindows().RefreshWorksheetForm("View", ItemOf(changes.Table));
+    const bool figures = SameText(changes.Table, "A6") && TheWindows().FormIsOpen("frmViewA");
+    if (figures) TheWindows().RefreshWorksheetForm("View", "A");
+    const bool renamed = changes.Find("Col_1") != nullptr || changes.Find("Col_2") != nullptr;
+    if (IsComponents(changes.Table) && renamed) TheWindows().RefreshOpenForms(changes.Table);
+}
+
+std::string NameOfEntry(const RowEntry& row) { return "Enter " + LineTitle(row.Table, row.Line); }
+
 }  // namespace
 
 RowEntry WriteRow(const RowEntry& row) {
     auto stored = gDB.OpenRecordset(
         fmt::format("SELECT * FROM [{}] WHERE {}=?;", row.Table, LineKeyOf(row.Table)), {row.Line});
     const RowEntry changes = Changes(row, stored);
-    if (changes.Changed()) {
-        RunAct("Enter " + LineTitle(row.Table, row.Line), [&] { Write(changes, stored); });
-    }
+    if (changes.Changed()) RunAct(NameOfEntry(row), [&] { Write(changes, stored); });
     return changes;
 }
 
 void FollowRow(const RowEntry& changes) {
-    if (!changes.Changed()) return;
-    TheWindows().EnableMenu("mnuReportSubmit", false);
-    if (SameText(changes.Table, "A6")) FollowA6();
-    TheWindows().RefreshWorksheetForm("View", ItemOf(changes.Table));
-    const bool renamed = changes.Find("Col_1") != nullptr || changes.Find("Col_2") != nullptr;
-    if (IsComponents(changes.Table) && renamed) TheWindows().RefreshOpenForms(changes.Table);
+    CalculateViews(changes);
+    RefreshViews(changes);
 }
 
-void StoreRow(const RowEntry& row) { FollowRow(WriteRow(row)); }
+/// The row and the figures that follow it go to the disk together.
+void StoreRow(const RowEntry& row) {
+    RowEntry changes;
+    RunAct(NameOfEntry(row), [&] {
+        changes = WriteRow(row);
+        CalculateViews(changes);
+    });
+    RefreshViews(changes);
+}
 
 }  // namespace zolmara

@@ -76,8 +76,12 @@ protected:
         })) << S(window->objectName());
     }
     static QMenu* OpenMenu() {
-        EXPECT_TRUE(WaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
-        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QPointer<QMenu> menu;
+        EXPECT_TRUE(WaitFor([&] {
+            menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return menu != nullptr;
+        }));
+        return menu;
     }
     static QString Caption(const QAction* action) {
         return action ? QString(action->text()).remove('&') : QString();
@@ -142,7 +146,8 @@ protected:
         const QPointer<QWidget> window = QApplication::activeWindow();
         ASSERT_TRUE(window);
         const std::string caption = S(window->windowTitle());
-        Press(Qt::Key_C, Qt::AltModifier);
+        // The window may be gone before the keys are let go.
+        QTest::keyPress(Focused(), Qt::Key_C, Qt::AltModifier);
         EXPECT_TRUE(WaitFor([&] { return !window || !window->isVisible(); })) << caption;
     }
     std::vector<std::string> ErrorsFound() const {

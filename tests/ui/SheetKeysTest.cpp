@@ -4,6 +4,7 @@
 #include <QHeaderView>
 
 #include "SheetTest.h"
+#include "store/session/Acts.h"
 
 namespace zolmara::ui {
 namespace {
@@ -27,6 +28,25 @@ TEST_F(SheetKeys, TypingReplacesEnterMovesOnAndLeavingTheRowStores) {
     EXPECT_NE(before, "1234");
     EXPECT_EQ(Current(a), "2 Col_1");
     EXPECT_EQ(Shown(a, 1, "Col_1"), "1,234");
+}
+
+TEST_F(SheetKeys, ARowOfA6AndTheFiguresOfItsOpenViewsGoToTheDiskTogether) {
+    Sheet("view", "A");
+    Sheet("view", "A6");
+    auto* a6 = Sheet("edit", "A6");
+    const double line = NumOr(gDB.Scalar("SELECT Col_4 FROM A6 WHERE LineNum = 1;"));
+    // The line's reclassification on A, without what is keyed here.
+    gDB.Execute("UPDATE A6 SET Col_5 = 0, Col_8 = 0;");
+    const std::int64_t commits = gDB.CommitCount();
+    At(a6, 1, "Col_5");
+    Type("123");
+    Press(Qt::Key_Down);
+    EXPECT_EQ(gDB.CommitCount() - commits, 1);
+    EXPECT_EQ(Stored("A6", 100, "Col_5"), "123");
+    EXPECT_EQ(Stored("A", line, "Col_2"), "123");
+    TheActs().Undo();
+    EXPECT_EQ(Stored("A6", 1, "Col_5"), "0");
+    EXPECT_NE(Stored("A", line, "Col_2"), "123");
 }
 
 TEST_F(SheetKeys, ANegativeAmountStandsInBrackets) {
