@@ -21,9 +21,9 @@ bool IsDigits(std::string_view text) {
 
 std::string WithoutDashes(const CellEntry& entry) { return Replace(KeyedText(entry), "-", ""); }
 
-/// "14-0234" of "140234", the first two characters in upper case.
+/// "14-0234" of "140234".
 std::string DashedNumber(const std::string& number) {
-    return UCase(LeftText(number, 2)) + "-" + std::string(MidText(number, 3));
+    return std::string(LeftText(number, 2)) + "-" + std::string(MidText(number, 3));
 }
 
 constexpr std::string_view kInvalidEntry = "Error: Invalid Entry";
@@ -139,7 +139,7 @@ void Check_Ccn(CellEntry& entry, const CheckArgument& /*argument*/) {
         return entry.Refuse("Column 2 must be 5 characters long, 6 with hypen.");
     if (!IsDigits(MidText(number, 3)))
         return entry.Refuse("The last four characters must be numeric.");
-    entry.Value = DashedNumber(number);
+    entry.Value = UCase(DashedNumber(number));
 }
 
 void Check_Contractor(CellEntry& entry, const CheckArgument& /*argument*/) {

@@ -41,14 +41,13 @@ IdentityField CheckStart(const Variant& start) {
     return IdentityField::FYStart;
 }
 
-IdentityField CheckYear(const DateTime& start, const DateTime& end) {
-    const std::int64_t days = DaysBetween(start, end);
-    if (days <= 0) {
-        RefuseDates("FY End preceeds FY Start.");
-        return IdentityField::FYStart;
-    }
-    if (days >= kFewestDays && days < kTooManyDays)
-        return days <= 365 || ConfirmLongYear() ? IdentityField::None : IdentityField::FYStart;
+/// What the limits of a fiscal year say to dates that are right in themselves.
+IdentityField CheckLimits(const IdentityFields& fields) {
+    const IdentityField wrong = CheckStart(ParseDate(fields.FYStart).value());
+    if (wrong != IdentityField::None) return wrong;
+    const std::int64_t days =
+        DaysBetween(*ParseDate(fields.FYStart), ParseDate(fields.FYEnd).value());
+    if (days >= kFewestDays && days < kTooManyDays) return IdentityField::None;
     RefuseDates(
         "The fiscal year end date must be at least 28 days after, and less than 458 days after,  "
         "the fiscal year beginning date..");
@@ -61,8 +60,11 @@ IdentityField CheckDates(IdentityFields& fields) {
     FillEndDate(*start, fields.FYEnd);
     const auto end = TakeFiscalDate(fields.FYEnd, "End");
     if (!end) return IdentityField::FYEnd;
-    const IdentityField wrong = CheckStart(*start);
-    return wrong != IdentityField::None ? wrong : CheckYear(*start, *end);
+    const std::int64_t days = DaysBetween(*start, *end);
+    if (days > 0)
+        return days <= 365 || ConfirmLongYear() ? IdentityField::None : IdentityField::FYStart;
+    RefuseDates("FY End preceeds FY Start.");
+    return IdentityField::FYStart;
 }
 
 /// A changed identity voids the signature that was given for the former one.
@@ -146,7 +148,8 @@ IdentityField CheckIdentity(IdentityFields& fields) {
     if (!CheckProviderNumber(fields.ProviderNum)) return IdentityField::ProviderNum;
     const IdentityField date = CheckDates(fields);
     if (date != IdentityField::None) return date;
-    return CheckNameLength(fields.FacilityName) ? IdentityField::None : IdentityField::FacilityName;
+    if (!CheckNameLength(fields.FacilityName)) return IdentityField::FacilityName;
+    return CheckLimits(fields);
 }
 
 IdentityResult SaveIdentity(IdentityFields& fields) {

@@ -98,6 +98,7 @@ std::vector<Cells> CellsOfS() {
          {{"140234", "14-0234"},
           {"", ""},
           {"14-0235", "14-0235"},
+          {"ab1234", "ab-1234"},
           {"14-02345", kKeeps,
            contractor + Invalid("14-02345") +
                "The cell you're attempting to input or modify only accepts seven characters."}}},
