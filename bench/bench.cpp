@@ -117,14 +117,6 @@ void NeedLarge(const Bench& bench) {
 
 int Once(const std::string&) { return 1; }
 
-/// B-1 is read for itself and for F-1, D for its row totals, its residual and F-1, D-1 for itself
-/// and for D, E-1 for its ratios, its shares, F and F-1.
-int AsOftenAsCalculated(const std::string& table) {
-    if (table.starts_with("B1p") || table.starts_with("D1p")) return 2;
-    if (table.starts_with("Dp")) return 3;
-    return table.starts_with("E1p") ? 4 : 1;
-}
-
 void BenchCalc(const Bench& bench) {
     bench.CopyLarge();
     OpenCrf(bench.Work);
@@ -147,17 +139,12 @@ void BenchCalc(const Bench& bench) {
     const double yardstick = Seconds(
         kRuns, [&] { fs::copy_file(before, raw, fs::copy_options::overwrite_existing); },
         [&] { ReadAndWrite(raw, changes, Once); });
-    const double asOften = Seconds(
-        kRuns, [&] { fs::copy_file(before, raw, fs::copy_options::overwrite_existing); },
-        [&] { ReadAndWrite(raw, changes, AsOftenAsCalculated); });
     const auto matrices = LoadMatrices(before);
     const double memory = Seconds(kRuns, [&] {
         if (Calculate(matrices) == 0) fmt::print("no amounts\n");
     });
     fmt::print("Calc_All writes {} cells\n", CellsOf(changes));
     Report("Calc_All, all allocated amounts change", calc, "raw SQLite", yardstick, bench.Folder);
-    Report("Calc_All, all allocated amounts change", calc, "raw SQLite, as many reads", asOften,
-           bench.Folder);
     Report("Calc_All, all allocated amounts change", calc, "in memory", memory, bench.Folder);
     Report("Calc_All, nothing changed", unchanged, "raw SQLite", yardstick, bench.Folder);
 }

@@ -3,13 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <random>
 
 #include "calc/Calc_All.h"
-#include "import/ImportASCII.h"
-#include "structure/AddDeleteCC.h"
-#include "structure/modAddS2.h"
 #include "worksheets/ExplainedStatements.h"
 #include "worksheets/Sheets.h"
 
@@ -175,143 +170,6 @@ TEST_F(CalcChanged, WithinALargerActTheResultIsTheSame) {
     });
     EXPECT_EQ(Num("A", 8, "Col_2"), before);
 }
-
-/// Changes of the kind that a person, an import or a command makes, drawn at random.
-class Changes {
-public:
-    Changes(unsigned seed, const TempFolder& folder) : random_(seed), folder_(folder) {}
-
-    /// Makes one, and tells which.
-    std::string Make() {
-        const int kind = Below(20);
-        if (kind < 12) return KeyCell();
-        if (kind < 14) return ChangeText();
-        if (kind == 14) return AddCenter();
-        if (kind == 15) return DropCenter();
-        if (kind == 16) return AddComponent();
-        if (kind == 17) return DropComponent();
-        if (kind == 18) return ImportCell();
-        return ClearRow();
-    }
-
-private:
-    struct Place {
-        std::string Table;
-        double Line;
-        std::string Field;
-    };
-
-    int Below(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
-    template <class List>
-    const auto& AnyOf(const List& list) {
-        return list[static_cast<std::size_t>(Below(static_cast<int>(list.size())))];
-    }
-
-    /// Any number of any worksheet, keyed or computed.
-    Place AnyNumber() {
-        for (;;) {
-            const std::string table(AnyOf(AllWorksheets()).Item);
-            const TableDef& def = gDB.Table(table);
-            const FieldDef& field = AnyOf(def.Fields);
-            if (field.Type != FieldType::dbDouble) continue;
-            const std::vector<double> lines =
-                Column(fmt::format("SELECT {} FROM {};", def.Fields[0].Name, table));
-            if (!lines.empty()) return {table, AnyOf(lines), field.Name};
-        }
-    }
-
-    Variant AnyAmount() {
-        switch (Below(5)) {
-            case 0:
-                return {};
-            case 1:
-                return 0;
-            case 2:
-                return (Below(2000000) - 1000000) / 100.0;
-            default:
-                return Below(1000000);
-        }
-    }
-
-    std::string KeyCell() {
-        const Place place = AnyNumber();
-        const Variant amount = AnyAmount();
-        SetCell(place.Table, place.Line, place.Field, amount);
-        return fmt::format("{} line {} {} = {}", place.Table, place.Line, place.Field,
-                           Text(amount));
-    }
-
-    std::string ChangeText() {
-        SetCell("A6", 1, "Col_1", fmt::format("a{}\r\nb", Below(100)));
-        RenameCostCenter(Currency::FromWhole(8), fmt::format("Center {}", Below(100)));
-        return "texts";
-    }
-
-    std::string AddCenter() {
-        const double line = 8 + Below(20) + 0.01 * (1 + Below(3));
-        AddCostCenter(Currency(line));
-        return fmt::format("new cost center {}", line);
-    }
-
-    std::string DropCenter() {
-        const std::vector<double> lines =
-            Column("SELECT LineNum FROM CostCenters WHERE LineNum>8 And LineNum<27;");
-        const double line = AnyOf(lines);
-        if (line != static_cast<int>(line)) DeleteCostCenter(Currency(line));
-        return fmt::format("cost center {} deleted", line);
-    }
-
-    std::string AddComponent() {
-        const int part = 1 + Below(3);
-        const double line = 10 + Below(30);
-        if (Column(fmt::format("SELECT LineNum FROM S2p{} WHERE LineNum={};", part, line)).empty())
-            AddS2Line(Currency(line), part);
-        return fmt::format("component {} of part {}", line, part);
-    }
-
-    std::string DropComponent() {
-        const int part = 1 + Below(3);
-        const std::vector<double> lines =
-            Column(fmt::format("SELECT LineNum FROM S2p{} WHERE LineNum<51;", part));
-        if (lines.size() < 2) return "nothing";
-        const double line = AnyOf(lines);
-        DeleteS2Line(Currency(line), part);
-        return fmt::format("component {} of part {} deleted", line, part);
-    }
-
-    std::string ImportCell() {
-        const std::string path = folder_.File("one.txt");
-        std::ofstream(path) << fmt::format("A\t8\t1\t{}\r\nC1p1\t1\t1\t{}\r\nE1p2\t1\t1\t{}\r\n",
-                                           Below(100000), Below(5000), Below(5000));
-        ImportAsciiFile(path);
-        return "an import";
-    }
-
-    std::string ClearRow() {
-        gDB.Execute("UPDATE A8 SET Col_3=?, Col_5=? WHERE LineNum=?;",
-                    {Below(5000), 8 + Below(4), 1 + Below(11)});
-        return "an adjustment";
-    }
-
-    std::mt19937 random_;
-    const TempFolder& folder_;
-};
-
-class CalcChangedAtRandom : public CalcChanged, public ::testing::WithParamInterface<unsigned> {};
-
-TEST_P(CalcChangedAtRandom, ComesOutAsCalcAllToTheLastBit) {
-    MakeNorthfield(folder);
-    Changes changes(GetParam(), folder);
-    std::string made = "nothing";
-    for (int step = 0; step < 12; ++step) {
-        for (int count = 0; count <= step % 3; ++count) made += ", " + changes.Make();
-        ExpectSameAsAll(made);
-        if (HasFatalFailure()) return;
-        if (step % 4 == 0) ExpectSameAsAll(made + ", and again");
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, CalcChangedAtRandom, ::testing::Range(1U, 5U));
 
 }  // namespace
 }  // namespace zolmara
