@@ -278,8 +278,9 @@ void SheetSession::Play(int keys) {
             Close();
     }
     Close();
+    const bool closesA6 = window_->Form().Item == "A6";
     ASSERT_TRUE(window_->close());
-    if (window_->Form().Item == "A6") acts_.push_back({{}, {}, true, true});
+    if (closesA6) acts_.push_back({{}, {}, true, true});
 }
 
 // --- By the command line
