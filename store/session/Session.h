@@ -8,10 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "store/Dao.h"
 
 namespace zolmara {
+
+struct FileDialog;
 
 extern Database gDB;        ///< the open CRF
 extern Database gImportDB;  ///< the source while a CRF to CRF import runs
