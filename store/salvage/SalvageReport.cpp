@@ -157,6 +157,16 @@ std::string MissingDefinitions(const TableRows& schema, const std::vector<std::s
         rows, rows == 1 ? "entry" : "entries", found);
 }
 
+std::string Listed(const std::vector<std::string>& rows) {
+    constexpr std::size_t kMostNamed = 10;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(rows.size(), kMostNamed); ++i) {
+        list += (list.empty() ? "" : ", ") + rows[i];
+    }
+    if (rows.size() <= kMostNamed) return list;
+    return list + " and " + std::to_string(rows.size() - kMostNamed) + " more";
+}
+
 std::string LeftoverText(const Leftover& left) {
     const std::string may =
         left.MayBelongTo.empty() ? "" : " (they may belong to " + Joined(left.MayBelongTo) + ")";

@@ -25,6 +25,9 @@ std::vector<std::string> MissingRows(const TableRows& table);
 /// The sentence about entries of the file's own list that are lost; empty without any.
 std::string MissingDefinitions(const TableRows& schema, const std::vector<std::string>& names);
 
+/// The first of a list of rows, and how many more there are.
+std::string Listed(const std::vector<std::string>& rows);
+
 /// The sentence about rows that belong nowhere.
 std::string LeftoverText(const Leftover& left);
 

@@ -3,13 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/Repair.h"
+#include "store/base/OneBit.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
 
@@ -57,15 +57,6 @@ CrfIdentity Elsewhere() {
         Maker().IdentityOnWorksheets ? Maker().IdentityOnWorksheets() : CrfIdentity{};
     identity.FormNum = std::string(kForm);
     return identity;
-}
-
-/// One bit is what a failing disk or memory changes.
-bool DiffersByOneBit(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) return false;
-    int bits = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        bits += std::popcount(static_cast<unsigned char>(a[i] ^ b[i]));
-    return bits == 1;
 }
 
 /// The form's number and the first day decide whether the file opens at all.
