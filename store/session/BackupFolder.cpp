@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 
@@ -16,6 +15,7 @@
 #include "core/PlainName.h"
 #include "store/Files.h"
 #include "store/files/FileGuard.h"
+#include "store/files/UserFolders.h"
 #include "store/session/Session.h"
 
 namespace fs = std::filesystem;
@@ -27,13 +27,6 @@ constexpr std::string_view kEnd = ".CRF";
 constexpr std::string_view kNote = "path.txt";
 constexpr std::size_t kStampSize = 15;  // "20260131-235959"
 constexpr std::size_t kLongestTitle = 80;
-
-std::string DataFolder() {
-    if (const char* configured = std::getenv("XDG_DATA_HOME"); configured && *configured)
-        return configured;
-    const char* home = std::getenv("HOME");
-    return (fs::path(home ? home : ".") / ".local" / "share").string();
-}
 
 std::string Setting(const std::string& key) {
     return TheMachine().GetSetting(std::string(kProductName), "Backups", key, "");
@@ -107,7 +100,7 @@ BackupRules TheBackupRules() {
     BackupRules rules;
     rules.Folder = Setting("Folder");
     if (!fs::path(rules.Folder).is_absolute())
-        rules.Folder = (fs::path(DataFolder()) / "zolmara" / "backups").string();
+        rules.Folder = (fs::path(UserDataFolder()) / "zolmara" / "backups").string();
     rules.Last = NumberSetting("Last", rules.Last);
     rules.Days = NumberSetting("Days", rules.Days);
     return rules;

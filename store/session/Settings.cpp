@@ -11,13 +11,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
 #include "core/Globals.h"
 #include "store/Dao.h"
 #include "store/Files.h"
+#include "store/files/UserFolders.h"
 
 namespace fs = std::filesystem;
 
@@ -84,18 +84,13 @@ bool FitsOnALine(std::string_view value) {
     return !control && IsValidUtf8(value) && Trim(value) == value;
 }
 
-fs::path ConfigFolder() {
-    if (const char* configured = std::getenv("XDG_CONFIG_HOME"); configured && *configured)
-        return configured;
-    const char* home = std::getenv("HOME");
-    return fs::path(home ? home : ".") / ".config";
-}
-
 }  // namespace
 
 Settings::Settings(std::string path) : path_(std::move(path)) {}
 
-std::string Settings::UserFile() { return (ConfigFolder() / "zolmara" / "settings.ini").string(); }
+std::string Settings::UserFile() {
+    return (fs::path(UserConfigFolder()) / "zolmara" / "settings.ini").string();
+}
 
 std::string Settings::Get(const std::string& application, const std::string& section,
                           const std::string& key, const std::string& fallback) const {

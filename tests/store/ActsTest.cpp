@@ -25,6 +25,7 @@
 #include "structure/AddDeleteCC.h"
 #include "structure/EditLines.h"
 #include "structure/modAddS2.h"
+#include "support/EnvironmentValue.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -36,7 +37,6 @@ class ActsTest : public SessionTest {
 protected:
     ActsTest() {
         fs::create_directory(temporary_);
-        setenv("TMPDIR", temporary_.c_str(), 1);
         OpenFilledCopy(crf_);
         TheActs().Keep(true);
     }
@@ -44,7 +44,6 @@ protected:
         DropCrf();
         TheActs().Keep(false);
         TheActs().TakeNotice();
-        unsetenv("TMPDIR");
     }
 
     static void Key(std::string_view table, double line, std::string_view field,
@@ -97,6 +96,7 @@ protected:
 
     std::string crf_ = folder.File("One.CRF");
     std::string temporary_ = folder.File("tmp");
+    const EnvironmentValue temporaryFolder_{"TMPDIR", temporary_};
 };
 
 // --- Every kind of act ---------------------------------------------------------------------

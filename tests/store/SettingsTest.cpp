@@ -7,6 +7,7 @@
 
 #include "store/Files.h"
 #include "store/session/Settings.h"
+#include "support/EnvironmentValue.h"
 #include "support/PlainUser.h"
 #include "support/TestCrf.h"
 
@@ -101,13 +102,10 @@ TEST_F(SettingsFile, ALineBreakInAValueIsNoSettingOfItsOwn) {
 }
 
 TEST(SettingsPath, LiesInTheConfigurationFolder) {
-    const char* former = std::getenv("XDG_CONFIG_HOME");
-    const std::string kept = former ? former : "";
-    setenv("XDG_CONFIG_HOME", "/config", 1);
+    const test::EnvironmentValue folder("XDG_CONFIG_HOME", "/config");
     EXPECT_EQ(Settings::UserFile(), "/config/zolmara/settings.ini");
-    unsetenv("XDG_CONFIG_HOME");
+    folder.Set("");
     EXPECT_TRUE(Settings::UserFile().ends_with("/.config/zolmara/settings.ini"));
-    if (former) setenv("XDG_CONFIG_HOME", kept.c_str(), 1);
 }
 
 // --- Whole files ---------------------------------------------------------------------------

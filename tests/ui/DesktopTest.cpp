@@ -14,6 +14,7 @@
 
 #include "UiTest.h"
 #include "core/Dialogs.h"
+#include "support/EnvironmentValue.h"
 #include "support/Paths.h"
 #include "ui/main/SingleCopy.h"
 
@@ -139,7 +140,7 @@ TEST_F(Program, ADisplayThatDoesNotAnswerIsNoCrash) {
 
 TEST_F(Program, ACopyThatRunsIsSeen) {
     environment_.insert("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", folder.Path().c_str());
+    const test::EnvironmentValue place("XDG_RUNTIME_DIR", folder.Path());
     QProcess program;
     Run(program);
     ASSERT_TRUE(program.waitForStarted(120'000));

@@ -11,6 +11,7 @@
 #include "UiTest.h"
 #include "core/Dialogs.h"
 #include "core/Globals.h"
+#include "support/EnvironmentValue.h"
 
 namespace zolmara::ui {
 namespace {
@@ -220,7 +221,7 @@ TEST_F(OpenClose, ACrfOnAReadOnlyDiskOpensAndRefusesChanges) {
     // The user's own folder takes the backup.
     const test::TempFolder data;
     ASSERT_EQ(chmod(data.Path().c_str(), 0777), 0);
-    setenv("XDG_DATA_HOME", data.Path().c_str(), 1);
+    const test::EnvironmentValue place("XDG_DATA_HOME", data.Path());
     ASSERT_EQ(chmod(path.c_str(), 0444), 0);
     ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
     {

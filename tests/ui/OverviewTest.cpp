@@ -27,14 +27,10 @@ namespace {
 
 class OverviewTest : public SheetTest {
 protected:
-    OverviewTest() {
-        setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
-        Start();
-    }
+    OverviewTest() { Start(); }
     ~OverviewTest() override {
         DropCrf();
         FollowNotes();
-        unsetenv("XDG_DATA_HOME");
     }
     void OpenSample(bool calculated = true) {
         Open(MakeSample("Sample.CRF"));

@@ -10,10 +10,12 @@
 #include <QTimer>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "EntryChild.h"
 #include "core/Dialogs.h"
 #include "import/ImportASCII.h"
+#include "support/EnvironmentValue.h"
 #include "support/Paths.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
@@ -36,14 +38,19 @@ bool WaitFor(const std::function<bool()>& isSo) {
     return true;
 }
 
+namespace {
+
+/// What the program remembers of a statement goes into the test's own folder.
+std::optional<test::EnvironmentValue> dataFolder;
+
+}  // namespace
+
 UiTest::UiTest() {
-    // What the program remembers of a statement goes into the test's own folder.
-    setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
+    dataFolder.emplace("XDG_DATA_HOME", folder.File("data"));
     DropCrf();
     gDebug = false;
     gLogType.clear();
     ImportErrorFlag = false;
-    setenv("XDG_DATA_HOME", folder.File("data").c_str(), 1);
     TheDesktop() = Script();
     host = std::make_unique<QtHost>(Settings(folder.File("settings.ini")), folder.Path().string());
 }
@@ -58,6 +65,7 @@ UiTest::~UiTest() {
     gLogType.clear();
     host.reset();
     TheDesktop() = RealDesktop();
+    dataFolder.reset();
 }
 
 Desktop UiTest::Script() {

@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include <QCryptographicHash>
-#include <cstdlib>
 #include <filesystem>
 
 #include "core/Globals.h"
 #include "core/Machine.h"
+#include "store/files/UserFolders.h"
 #include "store/session/Session.h"
 #include "store/session/Settings.h"
 #include "store/session/Signature.h"
@@ -26,15 +26,8 @@ std::string path;  ///< of the CRF that they are of; empty without one
 bool toldOfSignature = false;
 std::int64_t calculatedAt;  ///< the commits of this session when it was calculated
 
-std::string DataFolder() {
-    if (const char* configured = std::getenv("XDG_DATA_HOME"); configured && *configured)
-        return configured;
-    const char* home = std::getenv("HOME");
-    return (fs::path(home ? home : ".") / ".local" / "share").string();
-}
-
 Settings File() {
-    const fs::path folder = fs::path(DataFolder()) / "zolmara";
+    const fs::path folder = fs::path(UserDataFolder()) / "zolmara";
     std::error_code ignored;
     fs::create_directories(folder, ignored);
     return Settings((folder / "statements.ini").string());
