@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "core/Globals.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
@@ -81,8 +82,8 @@ constexpr std::array<LineForms, 5> kFormsS1p1 = {{
 constexpr std::array<PassedOver, 1> kPassedA = {{{FromTo(4, 8), "47"}}};
 /// The form prints the names of its own lines; line 12 comes from A-8-1; line 100 is the total.
 constexpr std::array<PassedOver, 3> kPassedA8 = {
-    {{Below(18), "1"}, {On(12), "245"}, {On(100), "124"}}};
-constexpr std::array<PassedOver, 1> kPassedA81p1 = {{{On(100), "1234"}}};
+    {{Below(18), "1"}, {On(12), "245"}, {On(kTotalOfEntries.Whole()), "124"}}};
+constexpr std::array<PassedOver, 1> kPassedA81p1 = {{{On(kTotalOfEntries.Whole()), "1234"}}};
 constexpr std::array<PassedOver, 3> kPassedG1 = {
     {{Below(10), "1"}, {FromTo(15, 16), "1"}, {From(21), "1"}}};
 constexpr std::array<PassedOver, 1> kPassedS1p2 = {{{Below(6), "1"}}};

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <set>
 
@@ -10,17 +11,19 @@
 #include "editchecks/Cells.h"
 #include "editchecks/modEditChecks.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 namespace {
 
 constexpr Currency kLowest = Currency::FromWhole(0);
-constexpr Currency kHighest = Currency::FromWhole(99);
+constexpr Currency kHighest = kNonCapitalSubtotal;
 
 /// The subtotals and totals of worksheet A are lines, but no cost centers.
 bool IsSubtotalLine(std::int64_t whole) {
-    static constexpr std::array<std::int64_t, 5> kLines{0, 3, 7, 99, 100};
-    return std::find(kLines.begin(), kLines.end(), whole) != kLines.end();
+    static constexpr std::array<Currency, 5> kLines{
+        Currency(), kCapitalSubtotal, kOtherCapitalSubtotal, kNonCapitalSubtotal, kTotalOfA};
+    return std::ranges::find(kLines, Currency::FromWhole(whole)) != kLines.end();
 }
 
 void ReportUndefined(std::string_view table, const Recordset& row, Currency named,

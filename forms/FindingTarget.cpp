@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Globals.h"
+#include "worksheets/FormLines.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -50,15 +51,13 @@ std::string PartNumber(const std::string& part) {
     return FirstLetter(Variant(part)) == "I" ? std::to_string(part.size()) : part;
 }
 
-constexpr Currency kFirstTotalLine = Currency::FromWhole(52);
-
 /// A worksheet in parts may be named without one: its totals stand in the third.
 std::string ItemNamed(const std::string& bare, const std::string& part,
                       std::optional<Currency> line) {
     std::vector<std::string> candidates;
     if (!part.empty()) candidates.push_back(bare + "p" + part);
     candidates.push_back(bare);
-    const bool total = line && *line >= kFirstTotalLine;
+    const bool total = line && *line >= kGrandTotal;
     candidates.push_back(bare + (total ? "p3" : "p1"));
     for (const std::string& item : candidates)
         if (const Worksheet* sheet = FindWorksheet(item)) return std::string(sheet->Item);

@@ -3,6 +3,7 @@
 #include "core/Globals.h"
 #include "forms/WorksheetForm.h"
 #include "store/session/Session.h"
+#include "worksheets/FormLines.h"
 
 namespace zolmara {
 
@@ -11,11 +12,10 @@ namespace {
 /// Rows that are kept; more than a screen shows, and few enough to forget.
 constexpr std::size_t kKept = 512;
 
-constexpr int kUnitCostLine = 54;
 constexpr std::string_view kUnitCost = "0.000000;(0.000000)";
 
 bool IsUnitCost(const std::string& format, Currency line) {
-    return line == Currency::FromWhole(kUnitCostLine) && format.starts_with("#,###,###");
+    return line == kUnitCostMultiplier && format.starts_with("#,###,###");
 }
 
 std::string Shown(const std::string& format, const Variant& value) {

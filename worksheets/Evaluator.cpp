@@ -135,6 +135,29 @@ Variant ConstantOf(const Node& node) {
 
 }  // namespace
 
+namespace {
+
+Variant NameOf(const Variant& line, CellSource& cells) {
+    return line.IsNull() ? Variant() : cells.Value({"CostCenters", CurOr(line), "CCName"});
+}
+
+}  // namespace
+
+double Evaluator::SumOf(const Node& node, const CellRef& own) {
+    double sum = 0;
+    const auto add = [&](double value) { sum += value; };
+    if (node.Kind != NodeKind::Sum) EachNumber(node, own, add);
+    for (const Node& part : node.Parts) EachNumber(part, own, add);
+    return sum;
+}
+
+double Evaluator::RestOf(const Node& node, const CellRef& own) {
+    std::optional<double> rest;
+    const auto take = [&](double value) { rest = rest ? *rest - value : value; };
+    for (const Node& part : node.Parts) EachNumber(part, own, take);
+    return rest.value_or(0);
+}
+
 Variant Evaluator::Value(const Node& node, const CellRef& own) {
     switch (node.Kind) {
         case NodeKind::Nothing:
@@ -143,27 +166,15 @@ Variant Evaluator::Value(const Node& node, const CellRef& own) {
             return ConstantOf(node);
         case NodeKind::Cell:
             return cells_.Value(Resolve(node.At, own));
-        case NodeKind::Name: {
-            const Variant line = cells_.Value(Resolve(node.At, own));
-            if (line.IsNull()) return {};
-            return cells_.Value({"CostCenters", CurOr(line), "CCName"});
-        }
+        case NodeKind::Name:
+            return NameOf(cells_.Value(Resolve(node.At, own)), cells_);
         case NodeKind::Column:
         case NodeKind::Row:
         case NodeKind::Postings:
-        case NodeKind::Sum: {
-            double sum = 0;
-            const auto add = [&](double value) { sum += value; };
-            if (node.Kind != NodeKind::Sum) EachNumber(node, own, add);
-            for (const Node& part : node.Parts) EachNumber(part, own, add);
-            return sum;
-        }
-        case NodeKind::Less: {
-            std::optional<double> rest;
-            const auto take = [&](double value) { rest = rest ? *rest - value : value; };
-            for (const Node& part : node.Parts) EachNumber(part, own, take);
-            return rest.value_or(0);
-        }
+        case NodeKind::Sum:
+            return SumOf(node, own);
+        case NodeKind::Less:
+            return RestOf(node, own);
         case NodeKind::Product:
             return Number(node.Parts[0], own) * Number(node.Parts[1], own);
         case NodeKind::Ratio: {
@@ -292,6 +303,18 @@ Variant Evaluator::ClosedValue(const Closing& closing, const CellRef& own) {
 
 // --- Inputs ----------------------------------------------------------------------------------
 
+void Evaluator::PostingInputs(const EntrySource& source, const CellRef& own, const Visit& visit) {
+    const std::string entries(source.Item);
+    cells_.Expect(entries, std::string(source.LineField));
+    cells_.Expect(entries, std::string(source.AmountField));
+    for (const Currency entry : cells_.Lines(entries)) {
+        const Variant line = cells_.Value({entries, entry, std::string(source.LineField)});
+        if (CurOr(line) == own.Line && IsPosted(source, entry, cells_)) {
+            visit({entries, entry, std::string(source.AmountField)});
+        }
+    }
+}
+
 void Evaluator::Inputs(const Node& node, const CellRef& own, const Visit& visit) {
     const std::string item = ResolveItem(node.At.Item, own);
     switch (node.Kind) {
@@ -309,19 +332,8 @@ void Evaluator::Inputs(const Node& node, const CellRef& own, const Visit& visit)
                 visit({item, own.Line, field});
             }
             return;
-        case NodeKind::Postings: {
-            const EntrySource& source = node.Entries;
-            const std::string entries(source.Item);
-            cells_.Expect(entries, std::string(source.LineField));
-            cells_.Expect(entries, std::string(source.AmountField));
-            for (const Currency entry : cells_.Lines(entries)) {
-                const Variant line = cells_.Value({entries, entry, std::string(source.LineField)});
-                if (CurOr(line) == own.Line && IsPosted(source, entry, cells_)) {
-                    visit({entries, entry, std::string(source.AmountField)});
-                }
-            }
-            return;
-        }
+        case NodeKind::Postings:
+            return PostingInputs(node.Entries, own, visit);
         case NodeKind::Name: {
             const CellRef line = Resolve(node.At, own);
             visit(line);

@@ -66,6 +66,10 @@ private:
     };
 
     Variant ClosedValue(const Closing& closing, const CellRef& own);
+    double SumOf(const Node& node, const CellRef& own);
+    /// The first number less all others.
+    double RestOf(const Node& node, const CellRef& own);
+    void PostingInputs(const EntrySource& source, const CellRef& own, const Visit& visit);
     Group& GroupOf(const Closing& closing, const CellRef& own);
     void Gather(Group& group, const Closing& closing, const CellRef& own);
     Variant KeptIf(const Node& node, const CellRef& own);

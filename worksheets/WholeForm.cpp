@@ -13,6 +13,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 #include "worksheets/Schedules.h"
 
@@ -25,23 +26,24 @@ struct Lines {
     std::int64_t From;
     std::int64_t To;
 };
-constexpr std::array<Lines, 17> kLines = {{{"Sp1", 1, 10},
-                                           {"S1p1", 1, 5},
-                                           {"S1p2", 1, 5},
-                                           {"A6", 100, 100},
-                                           {"A7p1", 1, 9},
-                                           {"A7p2", 3, 3},
-                                           {"A81p1", 100, 100},
-                                           {"A8", 1, 17},
-                                           {"A8", 100, 100},
-                                           {"A", 3, 3},
-                                           {"A", 7, 7},
-                                           {"A", 99, 100},
-                                           {"E", 1, 4},
-                                           {"G", 1, 48},
-                                           {"G1", 1, 9},
-                                           {"G1", 15, 15},
-                                           {"G1", 21, 22}}};
+constexpr std::array<Lines, 17> kLines = {
+    {{"Sp1", 1, 10},
+     {"S1p1", 1, 5},
+     {"S1p2", 1, 5},
+     {"A6", kTotalOfEntries.Whole(), kTotalOfEntries.Whole()},
+     {"A7p1", 1, 9},
+     {"A7p2", 3, 3},
+     {"A81p1", kTotalOfEntries.Whole(), kTotalOfEntries.Whole()},
+     {"A8", 1, 17},
+     {"A8", kTotalOfEntries.Whole(), kTotalOfEntries.Whole()},
+     {"A", 3, 3},
+     {"A", 7, 7},
+     {"A", kNonCapitalSubtotal.Whole(), kTotalOfA.Whole()},
+     {"E", 1, 4},
+     {"G", 1, 48},
+     {"G1", 1, 9},
+     {"G1", 15, 15},
+     {"G1", 21, 22}}};
 
 /// The table whose lines a worksheet has one for one, and where they end.
 struct Follows {

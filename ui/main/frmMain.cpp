@@ -162,6 +162,46 @@ void frmMain::ShowRecent() {
     fraRecent_->setVisible(welcome_ && lstRecent_->count() > 0);
 }
 
+namespace {
+
+QLabel* MakeName() {
+    auto* name = new QLabel;
+    name->setObjectName("lblCRFName");
+    name->setWordWrap(true);
+    name->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return name;
+}
+
+QLabel* MakeHelp() {
+    auto* help = new QLabel(kHelpText);
+    help->setObjectName("lblHelp");
+    help->setWordWrap(true);
+    help->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    // While the text scrolls in, it is taller than the window; the window stays as it is.
+    help->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    return help;
+}
+
+QLineEdit* MakeCalcMsg() {
+    auto* message = new QLineEdit;
+    message->setObjectName("txtCalcMsg");
+    message->setAccessibleName("Progress");
+    message->setReadOnly(true);
+    message->setFocusPolicy(Qt::NoFocus);
+    return message;
+}
+
+QProgressBar* MakeProgress() {
+    auto* bar = new QProgressBar;
+    bar->setObjectName("prgCalc");
+    bar->setAccessibleName("How far the step is");
+    bar->setRange(0, 1000);
+    bar->setFixedWidth(220);
+    return bar;
+}
+
+}  // namespace
+
 void frmMain::MakeWindow() {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
@@ -171,26 +211,10 @@ void frmMain::MakeWindow() {
     imgVelquist_->setObjectName("imgVelquist");
     imgVelquist_->setAccessibleName("Velquist");
     imgVelquist_->setPixmap(LogoPixmap(40, devicePixelRatioF()));
-    lblCRFName_ = new QLabel;
-    lblCRFName_->setObjectName("lblCRFName");
-    lblCRFName_->setWordWrap(true);
-    lblCRFName_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    lblHelp_ = new QLabel(kHelpText);
-    lblHelp_->setObjectName("lblHelp");
-    lblHelp_->setWordWrap(true);
-    lblHelp_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    // While the text scrolls in, it is taller than the window; the window stays as it is.
-    lblHelp_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
-    txtCalcMsg_ = new QLineEdit;
-    txtCalcMsg_->setObjectName("txtCalcMsg");
-    txtCalcMsg_->setAccessibleName("Progress");
-    txtCalcMsg_->setReadOnly(true);
-    txtCalcMsg_->setFocusPolicy(Qt::NoFocus);
-    prgCalc_ = new QProgressBar;
-    prgCalc_->setObjectName("prgCalc");
-    prgCalc_->setAccessibleName("How far the step is");
-    prgCalc_->setRange(0, 1000);
-    prgCalc_->setFixedWidth(220);
+    lblCRFName_ = MakeName();
+    lblHelp_ = MakeHelp();
+    txtCalcMsg_ = MakeCalcMsg();
+    prgCalc_ = MakeProgress();
     lblDone_ = new QLabel;
     lblDone_->setObjectName("lblDone");
     lblDone_->setWordWrap(true);
