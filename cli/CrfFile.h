@@ -21,6 +21,13 @@ inline constexpr Argument kFileArgument{"FILE", ArgumentKind::Required,
 inline constexpr Argument kItemArgument{"ITEM", ArgumentKind::Required,
                                         "A table of the CRF: A, A6, Bp1, CostCenters, ..."};
 
+/// Whose statement it is, where that is told or changed.
+inline constexpr Argument kNumberArgument{"--number", ArgumentKind::Option,
+                                          "The home office number, NN-NNNN"};
+inline constexpr Argument kStartArgument{"--start", ArgumentKind::Option,
+                                         "First day of the fiscal year, M/D/YYYY"};
+inline constexpr Argument kNameArgument{"--name", ArgumentKind::Option, "Name of the home office"};
+
 /// Of the commands that make a backup ahead of what they do.
 inline constexpr Argument kNoBackup{"--no-backup", ArgumentKind::Flag,
                                     "Without a backup of FILE ahead of it"};

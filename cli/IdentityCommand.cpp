@@ -17,11 +17,11 @@ namespace {
 
 constexpr std::array kArguments{
     kFileArgument,
-    Argument{"--number", ArgumentKind::Option, "The home office number, NN-NNNN"},
-    Argument{"--start", ArgumentKind::Option, "First day of the fiscal year, M/D/YYYY"},
+    kNumberArgument,
+    kStartArgument,
     Argument{"--end", ArgumentKind::Option,
              "Last day of the fiscal year; an empty text is one year from the start"},
-    Argument{"--name", ArgumentKind::Option, "Name of the home office"},
+    kNameArgument,
     Argument{"--save-as", ArgumentKind::Option, "Write the change into a copy of this name"},
 };
 

@@ -21,11 +21,11 @@ namespace {
 
 constexpr std::array kArguments{
     kFileArgument,
-    Argument{"--number", ArgumentKind::Option, "The home office number, NN-NNNN"},
-    Argument{"--start", ArgumentKind::Option, "First day of the fiscal year, M/D/YYYY"},
+    kNumberArgument,
+    kStartArgument,
     Argument{"--end", ArgumentKind::Option,
              "Last day of the fiscal year; one year from the start when left out"},
-    Argument{"--name", ArgumentKind::Option, "Name of the home office"},
+    kNameArgument,
     Argument{"--from", ArgumentKind::Option, "Last year's file, to start from its structure"},
     Argument{"--with", ArgumentKind::Several,
              "With --from: worksheets of which the keyed cells come over, too"},

@@ -8,6 +8,7 @@
 
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "core/StatusLine.h"
 #include "core/Windows.h"
 #include "editchecks/Catalogue.h"
 #include "store/RunStopped.h"
@@ -97,15 +98,6 @@ void RunAllSteps() {
     if (gEditLevel == kNoErrorsLevel) AddErrorRow(kNoErrorsFound, " ", " ");
 }
 
-/// The status line of the run, gone on every way out.
-class StatusLine {
-public:
-    StatusLine() { TheStatus().ShowCalcMsg(" Performing Edit Checks"); }
-    ~StatusLine() { TheStatus().HideCalcMsg(); }
-    StatusLine(const StatusLine&) = delete;
-    StatusLine& operator=(const StatusLine&) = delete;
-};
-
 void ShowFindings() {
     if (TheWindows().FormIsOpen("frmViewError")) {
         TheWindows().SetGrd("frmViewError");
@@ -119,7 +111,7 @@ void ShowFindings() {
 std::int16_t Run_EditChecks() {
     gEditLevel = kNoErrorsLevel;
     {
-        const StatusLine status;
+        const StatusLine status(" Performing Edit Checks");
         RunUnnamedAct(RunAllSteps);
     }
     ShowFindings();

@@ -10,6 +10,7 @@
 #include "forms/CellAddress.h"
 #include "forms/CellRules.h"
 #include "store/session/Acts.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/LineTitle.h"
@@ -22,14 +23,6 @@ namespace zolmara {
 namespace {
 
 bool IsComponents(std::string_view table) { return SameText(LeftText(table, 3), "S2p"); }
-
-/// The log keeps nothing of an earlier calculation while the views are brought up to date.
-struct CalculationLog {
-    CalculationLog() { ClearLog("C"); }
-    ~CalculationLog() { gLogType.clear(); }
-    CalculationLog(const CalculationLog&) = delete;
-    CalculationLog& operator=(const CalculationLog&) = delete;
-};
 
 /// Name and number of a component stand in all the schedules of its part.
 void CarryComponentName(const RowEntry& row, Recordset& stored) {
@@ -66,7 +59,7 @@ void Write(const RowEntry& row, Recordset& stored) {
 /// Open views of A-6 and A follow each entry with fresh figures.
 void CalculateViews(const RowEntry& changes) {
     if (!changes.Changed() || !SameText(changes.Table, "A6")) return;
-    CalculationLog log;
+    const LogRun log("C");
     if (TheWindows().FormIsOpen("frmViewA6")) Calc_A6();
     if (TheWindows().FormIsOpen("frmViewA")) Calc_A();
 }

@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "core/Machine.h"
 #include "core/Status.h"
+#include "core/StatusLine.h"
 #include "core/Windows.h"
 #include "import/ImportRun.h"
 #include "import/LineSource.h"
@@ -65,15 +66,11 @@ constexpr std::string_view kIsStructure =
 /// The main window as it is while an import runs, put right again on every way out.
 class ImportView {
 public:
-    explicit ImportView(const std::string& path) {
-        TheStatus().ShowCalcMsg(path + " Import ASCII: ");
-    }
-    ~ImportView() { TheStatus().HideCalcMsg(); }
-    ImportView(const ImportView&) = delete;
-    ImportView& operator=(const ImportView&) = delete;
+    explicit ImportView(const std::string& path) : status_(path + " Import ASCII: ") {}
 
 private:
     BusyMain busy_;
+    StatusLine status_;
 };
 
 const Loader* FindLoader(std::span<const Loader> loaders, std::string_view name) {

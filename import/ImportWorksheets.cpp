@@ -9,6 +9,7 @@
 #include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "core/StatusLine.h"
 #include "core/Windows.h"
 #include "import/ImportSource.h"
 #include "import/S2Agreement.h"
@@ -75,9 +76,6 @@ public:
     RunView(std::span<const ImportEntry> entries, const ImportShow& show) : show_(show) {
         for (const ImportEntry& entry : entries) all_ += RowsOf(entry.Item);
     }
-    ~RunView() { TheStatus().HideCalcMsg(); }
-    RunView(const RunView&) = delete;
-    RunView& operator=(const RunView&) = delete;
 
     void Begin(const ImportEntry& entry) {
         text_ = "Processing worksheet " + entry.Text;
@@ -102,6 +100,7 @@ private:
     }
 
     const BusyMain busy_;
+    const StatusLine status_;
     const ImportShow& show_;
     std::string text_;
     double all_ = 0;

@@ -9,6 +9,7 @@
 #include "core/Status.h"
 #include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
+#include "store/session/DeleteIfThere.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
 #include "worksheets/Worksheet.h"
@@ -148,11 +149,7 @@ void DeleteCCColumn(Currency line) {
 void DropTable(std::string_view name) {
     gDB.RefreshTableDefs();
     TheStatus().DoEvents();
-    try {
-        gDB.DeleteTable(name);
-    } catch (const StoreError&) {
-        // A table that is not there is no fault.
-    }
+    DeleteIfThere(name);
     gDB.RefreshTableDefs();
 }
 

@@ -50,7 +50,7 @@ bool AddCCColumn(Currency line);
 /// line's group come down by .01.
 void DeleteCCColumn(Currency line);
 
-/// Deletes a table if it is there.
+/// Deletes a table if it is there. One that cannot be deleted shows when it is made anew.
 void DropTable(std::string_view name);
 
 }  // namespace zolmara

@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "core/Dialogs.h"
-#include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
+#include "store/session/DeleteIfThere.h"
 #include "store/session/Session.h"
 #include "worksheets/FormLines.h"
 
@@ -39,18 +39,13 @@ void RegisterBuiltWorksheet(std::string_view item) {
 }
 
 bool DropWorksheetTable(std::string_view item) {
-    try {
-        gDB.RefreshTableDefs();
-        gDB.DeleteTable(item);
-    } catch (const StoreError& error) {
-        if (error.kind() == StoreError::Kind::NoSuchItem) return true;
-        TheDialogs().MsgBox(fmt::format("Error: The following error was returned when trying to "
-                                        "rebuild table {}\r\n\r\n{}",
-                                        item, PlainWords(error)),
-                            kCritical, fmt::format("Worksheet {} Error", item));
-        return false;
-    }
-    return true;
+    const std::string words = DeleteIfThere(item);
+    if (words.empty()) return true;
+    TheDialogs().MsgBox(fmt::format("Error: The following error was returned when trying to "
+                                    "rebuild table {}\r\n\r\n{}",
+                                    item, words),
+                        kCritical, fmt::format("Worksheet {} Error", item));
+    return false;
 }
 
 void InsertComponentRows(std::string_view item) {

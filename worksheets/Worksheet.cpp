@@ -7,6 +7,7 @@
 #include "core/Status.h"
 #include "store/session/Acts.h"
 #include "store/session/CoreTables.h"
+#include "store/session/DeleteIfThere.h"
 #include "store/session/Session.h"
 #include "worksheets/SheetNames.h"
 #include "worksheets/W_A.h"
@@ -150,16 +151,11 @@ std::optional<CellKind> KindOfField(const Worksheet& sheet, std::string_view fie
 constexpr std::array<std::string_view, 7> kCoreTables = {
     "Master", "Worksheets", "CostCenters", "ES", "HeaderLines", "Log", "Error"};
 
-void DropTable(std::string_view item) {
+/// A table that cannot be deleted shows when it is created.
+void DropWorksheet(std::string_view item) {
     const bool core = std::ranges::any_of(
         kCoreTables, [&](std::string_view name) { return SameText(name, item); });
-    if (core) return;
-    try {
-        gDB.RefreshTableDefs();
-        if (gDB.HasTable(item)) gDB.DeleteTable(item);
-    } catch (const StoreError&) {
-        // A table that cannot be deleted shows when it is created.
-    }
+    if (!core) DeleteIfThere(item);
 }
 
 bool IsComputedLine(const Worksheet& sheet, Currency line, std::string_view field) {
@@ -182,7 +178,7 @@ const Worksheet* FindWorksheet(std::string_view item) {
 bool BuildWorksheet(std::string_view item) {
     const Worksheet* sheet = FindWorksheet(item);
     RunAct("Make worksheet " + PrintedName(item), [&] {
-        DropTable(item);
+        DropWorksheet(item);
         if (sheet != nullptr) sheet->Build(sheet->Item);
     });
     TheStatus().DoEvents();
