@@ -188,7 +188,8 @@ bool MakePi(Build& build) {
 
 void PrintCertificationPage(const Build& build) {
     ShowStep("Print The Sp1 Worksheet");
-    Print_Sp1(0, true, build.EcrFingerprint, build.PiStamp, build.PiFingerprint);
+    PrintRun run;
+    Print_Sp1(run, true, build.EcrFingerprint, build.PiStamp, build.PiFingerprint);
     ShowStep("Print The Sp2 Worksheet");
 }
 

@@ -47,15 +47,11 @@ std::string LineOfTexts(const std::array<std::string, kPrinted.size()>& texts) {
 
 void BeginPage(ReportPage& page, const std::string& other) {
     const DateTime now = Now();
-    StartPage(page.File);
-    ++page.PageNumber;
-    page.Lines = 1;
-    const auto centred = [&](const std::string& text) {
-        page.Print(TextLine().At(CenteredColumn(text), text).Text());
-    };
-    centred(fmt::format("{} {}{}", kMark, gCRFTitle, page.PageNumber > 1 ? ", continued" : ""));
-    centred("With " + other);
-    centred(
+    page.BeginBare();
+    page.PrintCentered(
+        fmt::format("{} {}{}", kMark, gCRFTitle, page.PageNumber > 1 ? ", continued" : ""));
+    page.PrintCentered("With " + other);
+    page.PrintCentered(
         fmt::format("{} at {}", FormatDate(now, "mmmm d, yyyy"), FormatDate(now, "Medium Time")));
     page.Print();
     std::array<std::string, kPrinted.size()> heads;
@@ -94,9 +90,10 @@ std::vector<Variant> ComparisonRow(const CellDifference& cell) {
 }
 
 void Print_Comparison(const std::vector<CellDifference>& differences, const std::string& other) {
-    SetPageLandscape();
-    RunReport(0, "Compare.prt", [&](FileNumber file) {
-        ReportPage page(file);
+    PrintRun run;
+    run.SetPageLandscape();
+    RunReport(run, "Compare.prt", [&](PrintRun& open) {
+        ReportPage page(open);
         BeginPage(page, other);
         if (differences.empty()) page.Print("No differences.");
         for (const CellDifference& difference : differences) {

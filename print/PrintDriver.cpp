@@ -5,13 +5,17 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
 
+#include "core/BusyPointer.h"
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "core/StatusLine.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/SendPrtFile.h"
 #include "store/RunStopped.h"
+#include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "worksheets/WholeForm.h"
 #include "worksheets/Worksheet.h"
@@ -24,15 +28,15 @@ struct ReportEntry {
     std::string_view From;  ///< the first and the last of them, in the order of their names
     std::string_view To;
     std::string_view File;  ///< empty where each worksheet has its own
-    void (*Print)(std::string_view item, FileNumber file);
+    void (*Print)(std::string_view item, PrintRun& run);
 };
 
-template <void (*Report)(FileNumber)>
-void Whole(std::string_view /*item*/, FileNumber file) {
-    Report(file);
+template <void (*Report)(PrintRun&)>
+void Whole(std::string_view /*item*/, PrintRun& run) {
+    Report(run);
 }
 
-void PrintS(std::string_view /*item*/, FileNumber file) { Print_Sp1(file); }
+void PrintS(std::string_view /*item*/, PrintRun& run) { Print_Sp1(run); }
 
 constexpr std::array<ReportEntry, 18> kReports = {{
     {"A", "A", "A.prt", Whole<Print_A>},
@@ -75,17 +79,14 @@ bool IsAnyOf(std::string_view item, std::initializer_list<std::string_view> item
 class PrintingState {
 public:
     PrintingState() {
-        TheStatus().SetPointer(Pointer::Hourglass);
         // A CRF that takes no writes prints as well; its messages are boxes.
-        if (!gDB.IsReadOnly()) ClearLog("P");
+        if (!gDB.IsReadOnly()) log_.emplace("P");
     }
-    ~PrintingState() {
-        gLogType.clear();
-        TheStatus().SetPointer(Pointer::Normal);
-        TheStatus().HideCalcMsg();
-    }
-    PrintingState(const PrintingState&) = delete;
-    PrintingState& operator=(const PrintingState&) = delete;
+
+private:
+    StatusLine status_;
+    BusyPointer busy_;
+    std::optional<LogRun> log_;
 };
 
 Recordset OpenWorksheets() {
@@ -114,19 +115,19 @@ void NeedWholeReport(std::string_view item) {
 }
 
 /// Prints a row of the registry; what stops it is told with the worksheet's name.
-void PrintNamed(const std::string& item, const std::string& name, FileNumber file) {
+void PrintNamed(const std::string& item, const std::string& name, PrintRun& run) {
     RunStep(name, [&] {
         NeedWholeReport(item);
-        Print_Worksheet(item, file, true);
+        Print_Worksheet(item, run, true);
     });
 }
 
-void PrintNext(const Recordset& worksheets, FileNumber file,
+void PrintNext(const Recordset& worksheets, PrintRun& run,
                std::initializer_list<std::string_view> printedByOthers) {
     const std::string item = Text(worksheets["Item"]);
     const std::string name = Text(worksheets["ItemName"]);
     TheStatus().ShowCalcMsg(" Printing Worksheet: " + name);
-    if (!IsAnyOf(item, printedByOthers)) PrintNamed(item, name, file);
+    if (!IsAnyOf(item, printedByOthers)) PrintNamed(item, name, run);
 }
 
 /// Goes to the first worksheet of the S family, which the form begins with. False without one.
@@ -136,27 +137,27 @@ bool GoToS(Recordset& worksheets, std::string_view criterion) {
 }
 
 /// The worksheets from S on, and then those ahead of it.
-void PrintForm(FileNumber file) {
+void PrintForm(PrintRun& run) {
     Recordset worksheets = OpenWorksheets();
     if (GoToS(worksheets, "Left(Item, 1) = 'S'")) {
         for (; !worksheets.Eof(); worksheets.MoveNext())
-            PrintNext(worksheets, file, {"S1p2", "S2p2", "S2p3", "A7p2"});
+            PrintNext(worksheets, run, {"S1p2", "S2p2", "S2p3", "A7p2"});
     }
     if (worksheets.Empty()) return;
     worksheets.MoveFirst();
     for (; !worksheets.Eof() && FirstLetter(worksheets["Item"]) != "S"; worksheets.MoveNext()) {
-        PrintNext(worksheets, file, {"A7p2", "A7p3"});
+        PrintNext(worksheets, run, {"A7p2", "A7p3"});
         TheStatus().DoEvents();
     }
 }
 
 }  // namespace
 
-bool Print_Worksheet(std::string_view item, FileNumber file, bool doPrint) {
+bool Print_Worksheet(std::string_view item, PrintRun& run, bool doPrint) {
     const ReportEntry* const report = ReportOf(item);
     if (!report) return false;
     if (doPrint) {
-        report->Print(item, file);
+        report->Print(item, run);
         TheStatus().DoEvents();
     }
     return true;
@@ -174,23 +175,24 @@ std::string WholePrintFile() { return PrintFilePath(gProviderNumber + ".PRT"); }
 void Print_All(FileNumber file) {
     const PrintingState state;
     if (file != 0) {
-        PrintForm(file);
+        PrintRun run(file);
+        PrintForm(run);
         TheStatus().ShowCalcMsg(" Printing completed.");
         return;
     }
     OwnPrintFile own(WholePrintFile());
-    PrintForm(own.Number());
+    PrintRun run(own.Number());
+    PrintForm(run);
     TheStatus().ShowCalcMsg(" Print Entire CRF completed.");
     own.Close();
-    SendPrtFile(WholePrintFile(), gPageOrient);
+    SendPrtFile(WholePrintFile(), run.gPageOrient, run);
 }
 
 std::vector<std::string> SelectivePrintList() {
     std::vector<std::string> entries;
     const auto add = [&](const Recordset& row) {
         const std::string item = Text(row["Item"]);
-        if (Print_Worksheet(item, 0, false))
-            entries.push_back(fmt::format("{} ({})", Text(row["ItemName"]), item));
+        if (ReportOf(item)) entries.push_back(fmt::format("{} ({})", Text(row["ItemName"]), item));
     };
     Recordset worksheets = OpenWorksheets();
     if (GoToS(worksheets, "Item>=\"S\"")) {
@@ -211,6 +213,7 @@ std::string ItemOfEntry(std::string_view entry) {
 
 void PrintSelected(std::span<const std::string> entries) {
     const PrintingState state;
+    PrintRun run;
     std::array<bool, kGroups.size()> printed = {};
     for (const std::string& entry : entries) {
         const std::string item = ItemOfEntry(entry);
@@ -218,7 +221,7 @@ void PrintSelected(std::span<const std::string> entries) {
             bool& done = printed.at(static_cast<std::size_t>(group - kGroups.data()));
             if (std::exchange(done, true)) continue;
         }
-        PrintNamed(item, entry, 0);
+        PrintNamed(item, entry, run);
     }
 }
 

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "print/PrintFile.h"
+#include "print/PrintRun.h"
 
 namespace zolmara {
 
 /// True when the worksheet has a report of its own or shares one. With `doPrint` the report runs.
-bool Print_Worksheet(std::string_view item, FileNumber file, bool doPrint);
+bool Print_Worksheet(std::string_view item, PrintRun& run, bool doPrint);
 
 /// The path of the print file that a worksheet's report writes when it has a file of its own;
 /// empty for a worksheet without a report.

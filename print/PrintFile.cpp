@@ -69,7 +69,6 @@ bool IsPrintedReport(std::string_view head) {
 FileNumber OpenPrintFile(const std::string& path, const OwnOutput& own) {
     const FileNumber number = LowestFreeNumber();
     OpenFiles()[number] = std::make_unique<OutFile>(path, own);
-    gPageOrientDone = 0;
     return number;
 }
 

@@ -18,9 +18,8 @@ using FileNumber = std::int16_t;
 /// True for the beginning of a file that a report of this program was printed to.
 bool IsPrintedReport(std::string_view head);
 
-/// Opens a file for output under the lowest free number. Nothing has been written to it, so the
-/// next page head says its orientation. StoreError when the file cannot be written, or when
-/// another's file of that name is kept.
+/// Opens a file for output under the lowest free number. StoreError when the file cannot be
+/// written, or when another's file of that name is kept.
 FileNumber OpenPrintFile(const std::string& path, const OwnOutput& own = IsPrintedReport);
 
 /// Completes the file and frees the number. StoreError when that fails; then there is no new file,

@@ -13,34 +13,28 @@
 
 namespace zolmara {
 
-std::int16_t gPageOrient = 0;
-std::int16_t gPageWidth = 0;
-std::int16_t gPageCenter = 0;
-std::int16_t gPageLines = 0;
-std::int16_t gPageOrientDone = 0;
-
 namespace {
 
 /// From the right edge of the page to the words of the form's approval.
 constexpr int kApprovalWidth = 27;
 
 /// A line of the head that is centred, with words of the form's approval to the right of it.
-void PrintHeadLine(FileNumber file, const std::string& text, std::string_view approval) {
+void PrintHeadLine(const PrintRun& run, const std::string& text, std::string_view approval) {
     TextLine line;
-    line.At(CenteredColumn(text), text);
-    if (!approval.empty()) line.At(gPageWidth - kApprovalWidth, approval);
-    PrintLine(file, line.Text());
+    line.At(CenteredColumn(text, run), text);
+    if (!approval.empty()) line.At(run.gPageWidth - kApprovalWidth, approval);
+    PrintLine(run.File, line.Text());
 }
 
-void PrintIdentity(FileNumber file, bool approved) {
-    PrintHeadLine(file, UCaseIn1252(gProviderName), approved ? "Form Approved" : "");
-    PrintHeadLine(file, "Provider CCN: " + gProviderNumber, approved ? "OMB No. 0938-0202" : "");
-    PrintHeadLine(file, fmt::format("Period from  {}  to  {}", Text(gFYStart), Text(gFYEnd)),
+void PrintIdentity(const PrintRun& run, bool approved) {
+    PrintHeadLine(run, UCaseIn1252(gProviderName), approved ? "Form Approved" : "");
+    PrintHeadLine(run, "Provider CCN: " + gProviderNumber, approved ? "OMB No. 0938-0202" : "");
+    PrintHeadLine(run, fmt::format("Period from  {}  to  {}", Text(gFYStart), Text(gFYEnd)),
                   approved ? "Approval Expires 11-30-2024" : "");
 }
 
 /// The user's own lines; blank ones take no place.
-void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
+void PrintHeaderLines(const PrintRun& run, std::int16_t& linesUsed) {
     if (!gDB.HasTable("HeaderLines")) {
         if (gDB.IsReadOnly()) return;
         Build_HeaderLines();
@@ -49,17 +43,17 @@ void PrintHeaderLines(FileNumber file, std::int16_t& linesUsed) {
         gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;", dbOpenSnapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         if (IsBlankValue(rows["Linetext"])) continue;
-        PrintCentered(Text(rows["Linetext"]), file);
+        PrintCentered(Text(rows["Linetext"]), run);
         ++linesUsed;
     }
 }
 
-void PrintWorksheetLine(FileNumber file, std::string_view label) {
+void PrintWorksheetLine(const PrintRun& run, std::string_view label) {
     const DateTime now = Now();
     PrintCentered(
         fmt::format("Worksheet {}        {} at {}", label, FormatDate(now, "dddd, mmmm d, yyyy"),
                     FormatDate(now, "h:nn:ss AM/PM")),
-        file);
+        run);
 }
 
 /// How many characters of a text that is too long go on the line.
@@ -72,50 +66,40 @@ std::size_t RunOnEnd(std::string_view text, std::size_t width) {
     return width;
 }
 
-void SetPage(std::int16_t orient, std::int16_t width, std::int16_t center, std::int16_t lines) {
-    gPageOrient = orient;
-    gPageWidth = width;
-    gPageCenter = center;
-    gPageLines = lines;
-}
-
 }  // namespace
 
-void SetPageLandscape() { SetPage(kLandscape, 176, 88, 70); }
-void SetPagePortrait() { SetPage(kPortrait, 137, 69, 92); }
-
-void StartPage(FileNumber file) {
+void StartPage(PrintRun& run) {
     std::string control(1, kFormFeed);
-    if (gPageOrient != gPageOrientDone) control += static_cast<char>(gPageOrient);
-    gPageOrientDone = gPageOrient;
-    PrintPageChange(file, control);
+    if (run.gPageOrient != run.gPageOrientDone) control += static_cast<char>(run.gPageOrient);
+    run.gPageOrientDone = run.gPageOrient;
+    PrintPageChange(run.File, control);
 }
 
-void PrintPageHeader(FileNumber file, std::string_view worksheetLabel, std::int16_t& pageNumber,
+void PrintPageHeader(PrintRun& run, std::string_view worksheetLabel, std::int16_t& pageNumber,
                      std::int16_t& linesUsed) {
     linesUsed = 0;
     ++pageNumber;
-    StartPage(file);
-    PrintCentered(fmt::format("{}{}{}]", gTitlePrefix, kReportMark, gVersion), file);
+    StartPage(run);
+    PrintCentered(fmt::format("{}{}{}]", gTitlePrefix, kReportMark, gVersion), run);
     PrintCentered(fmt::format("In lieu of Form CMS-287-22{}", pageNumber > 1 ? ", continued" : ""),
-                  file);
-    PrintLine(file);
-    PrintIdentity(file, worksheetLabel == "S");
+                  run);
+    PrintLine(run.File);
+    PrintIdentity(run, worksheetLabel == "S");
     linesUsed = 7;
-    PrintHeaderLines(file, linesUsed);
-    PrintLine(file);
-    PrintWorksheetLine(file, worksheetLabel);
-    PrintLine(file);
+    PrintHeaderLines(run, linesUsed);
+    PrintLine(run.File);
+    PrintWorksheetLine(run, worksheetLabel);
+    PrintLine(run.File);
     linesUsed = static_cast<std::int16_t>(linesUsed + 3);
 }
 
-int CenteredColumn(std::string_view text, int center) {
+int CenteredColumn(std::string_view text, const PrintRun& run, int center) {
     const double half = (static_cast<double>(TextLength(text)) - 0.5) / 2;
-    return (center < 1 ? gPageCenter : center) - static_cast<int>(std::lrint(half));
+    return (center < 1 ? run.gPageCenter : center) - static_cast<int>(std::lrint(half));
 }
 
-void PrintCentered(std::string_view text, FileNumber file, int center) {
-    PrintLine(file, TextLine().At(CenteredColumn(text, center), text).Text());
+void PrintCentered(std::string_view text, const PrintRun& run, int center) {
+    PrintLine(run.File, TextLine().At(CenteredColumn(text, run, center), text).Text());
 }
 
 std::int16_t PrintWrapped(FileNumber file, int column, int width, std::string_view text) {

@@ -1,18 +1,15 @@
 #pragma once
 
-// The page of a report: its geometry, its head, and running text. Reports share the geometry, so
-// one report at a time is in work.
+// The page of a report: its head, and running text.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "print/PrintFile.h"
+#include "print/PrintRun.h"
 
 namespace zolmara {
-
-inline constexpr std::int16_t kPortrait = 1;
-inline constexpr std::int16_t kLandscape = 2;
 
 /// A line that begins with it begins a page; kPortrait or kLandscape may follow.
 inline constexpr char kFormFeed = '\f';
@@ -21,27 +18,18 @@ inline constexpr char kFormFeed = '\f';
 inline constexpr std::string_view kReportMark = " Zolmara 287 System [Version: ";
 inline constexpr std::string_view kFindingsMark = "Error Report For";
 
-extern std::int16_t gPageOrient;      ///< kPortrait or kLandscape
-extern std::int16_t gPageWidth;       ///< columns
-extern std::int16_t gPageCenter;      ///< the centre column
-extern std::int16_t gPageLines;       ///< lines before a break
-extern std::int16_t gPageOrientDone;  ///< the orientation last written to the file; 0 none
-
-void SetPageLandscape();
-void SetPagePortrait();
-
 /// Begins a page; its orientation is written where it differs from the last one in the file.
-void StartPage(FileNumber file);
+void StartPage(PrintRun& run);
 
 /// Begins a page with the head of the form. `pageNumber` grows by one; `linesUsed` becomes the
 /// number of lines written. The worksheet "S" alone shows the form's approval.
-void PrintPageHeader(FileNumber file, std::string_view worksheetLabel, std::int16_t& pageNumber,
+void PrintPageHeader(PrintRun& run, std::string_view worksheetLabel, std::int16_t& pageNumber,
                      std::int16_t& linesUsed);
 
 /// Writes a text centred on a line of its own; a centre below 1 is that of the page.
-void PrintCentered(std::string_view text, FileNumber file, int center = 0);
+void PrintCentered(std::string_view text, const PrintRun& run, int center = 0);
 /// The column at which a centred text begins; below 1 for a text that is wider than the page.
-int CenteredColumn(std::string_view text, int center = 0);
+int CenteredColumn(std::string_view text, const PrintRun& run, int center = 0);
 
 /// Writes a text at a column, cut at its words, and gives the number of lines. With a file below
 /// 1 it writes nothing and only counts.

@@ -172,19 +172,19 @@ constexpr TableLayout kLayout_A8 = {.Label = "A-8",
 
 }  // namespace
 
-void Print_A(FileNumber file) {
-    SetPageLandscape();
-    PrintReport(file, "A.prt", {{&kLayout_A}});
+void Print_A(PrintRun& run) {
+    run.SetPageLandscape();
+    PrintReport(run, "A.prt", {{&kLayout_A}});
 }
 
-void Print_A6(FileNumber file) {
-    SetPageLandscape();
-    PrintReport(file, "A6.prt", {{&kLayout_A6}});
+void Print_A6(PrintRun& run) {
+    run.SetPageLandscape();
+    PrintReport(run, "A6.prt", {{&kLayout_A6}});
 }
 
-void Print_A8(FileNumber file) {
-    SetPagePortrait();
-    PrintReport(file, "A8.prt", {{&kLayout_A8}});
+void Print_A8(PrintRun& run) {
+    run.SetPagePortrait();
+    PrintReport(run, "A8.prt", {{&kLayout_A8}});
 }
 
 }  // namespace zolmara

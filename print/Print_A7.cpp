@@ -174,9 +174,9 @@ constexpr TableLayout kLayout_Summary = {.Label = "A-7",
 
 }  // namespace
 
-void Print_A7(FileNumber file) {
-    SetPagePortrait();
-    PrintReport(file, "A7.prt", {{&kLayout_Part1}, {&kLayout_Ratios, &kLayout_Summary}});
+void Print_A7(PrintRun& run) {
+    run.SetPagePortrait();
+    PrintReport(run, "A7.prt", {{&kLayout_Part1}, {&kLayout_Ratios, &kLayout_Summary}});
 }
 
 }  // namespace zolmara

@@ -102,9 +102,9 @@ constexpr TableLayout kLayout_Part2 = {.Label = "A-8-1",
 
 }  // namespace
 
-void Print_A81(FileNumber file) {
-    SetPageLandscape();
-    PrintReport(file, "A81.prt", {{&kLayout_Part1}, {&kLayout_Part2}});
+void Print_A81(PrintRun& run) {
+    run.SetPageLandscape();
+    PrintReport(run, "A81.prt", {{&kLayout_Part1}, {&kLayout_Part2}});
 }
 
 }  // namespace zolmara

@@ -24,15 +24,11 @@ std::string FindingLine(std::string_view level, std::string_view code, std::stri
 
 void BeginPage(ReportPage& page) {
     const DateTime now = Now();
-    StartPage(page.File);
-    ++page.PageNumber;
-    page.Lines = 1;
-    const auto centred = [&](const std::string& text) {
-        page.Print(TextLine().At(CenteredColumn(text), text).Text());
-    };
-    centred(fmt::format("{}{}", kFindingsMark, page.PageNumber > 1 ? ", continued" : ""));
-    centred(fmt::format("{} ({})", gProviderName, gProviderNumber));
-    centred(
+    page.BeginBare();
+    page.PrintCentered(
+        fmt::format("{}{}", kFindingsMark, page.PageNumber > 1 ? ", continued" : ""));
+    page.PrintCentered(fmt::format("{} ({})", gProviderName, gProviderNumber));
+    page.PrintCentered(
         fmt::format("{} at {}", FormatDate(now, "mmmm d, yyyy"), FormatDate(now, "Medium Time")));
     page.Print();
     page.Print(FindingLine("Level", "Code", "Description"));
@@ -67,10 +63,11 @@ void PrintFinding(ReportPage& page, const Recordset& finding) {
 }  // namespace
 
 void Print_Errors() {
-    SetPagePortrait();
-    RunReport(0, "CalcErrors.prt", [](FileNumber file) {
+    PrintRun run;
+    run.SetPagePortrait();
+    RunReport(run, "CalcErrors.prt", [](PrintRun& open) {
         if (!TableExists("Error", false)) return;
-        ReportPage page(file);
+        ReportPage page(open);
         Recordset rows = gDB.OpenRecordset("Select * From Error;");
         for (; !rows.Eof(); rows.MoveNext()) PrintFinding(page, rows);
     });

@@ -87,14 +87,14 @@ constexpr TableLayout kLayout_G1 = {.Label = "G-1",
 
 }  // namespace
 
-void Print_G(FileNumber file) {
-    SetPagePortrait();
-    PrintReport(file, "G.prt", {{&kLayout_G}});
+void Print_G(PrintRun& run) {
+    run.SetPagePortrait();
+    PrintReport(run, "G.prt", {{&kLayout_G}});
 }
 
-void Print_G1(FileNumber file) {
-    SetPagePortrait();
-    PrintReport(file, "G1.prt", {{&kLayout_G1}});
+void Print_G1(PrintRun& run) {
+    run.SetPagePortrait();
+    PrintReport(run, "G1.prt", {{&kLayout_G1}});
 }
 
 }  // namespace zolmara

@@ -179,8 +179,8 @@ std::vector<std::string> Block(const Recordset& row) {
     return block;
 }
 
-void PrintPart1(FileNumber file) {
-    ReportPage page(file);
+void PrintPart1(PrintRun& run) {
+    ReportPage page(run);
     Recordset rows = gDB.OpenRecordset("SELECT * FROM S1p1 ORDER BY LineNum;");
     for (; !rows.Eof(); rows.MoveNext()) {
         const std::vector<std::string> block = Block(rows);
@@ -214,9 +214,9 @@ constexpr TableLayout kLayout_Part2 = {.Label = "S-1 Part II",
 
 }  // namespace
 
-void Print_S1(FileNumber file) {
-    SetPageLandscape();
-    RunReport(file, "S1.prt", [](FileNumber open) {
+void Print_S1(PrintRun& run) {
+    run.SetPageLandscape();
+    RunReport(run, "S1.prt", [](PrintRun& open) {
         PrintPart1(open);
         ReportPage page(open);
         PrintTable(page, kLayout_Part2);

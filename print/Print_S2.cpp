@@ -166,9 +166,9 @@ constexpr TableLayout kLayout_Part3 = {.Label = "S-2 Part III",
 
 }  // namespace
 
-void Print_S2(FileNumber file) {
-    SetPageLandscape();
-    PrintReport(file, "S2.prt", {{&kLayout_Part1}, {&kLayout_Part2}, {&kLayout_Part3}});
+void Print_S2(PrintRun& run) {
+    run.SetPageLandscape();
+    PrintReport(run, "S2.prt", {{&kLayout_Part1}, {&kLayout_Part2}, {&kLayout_Part3}});
 }
 
 }  // namespace zolmara

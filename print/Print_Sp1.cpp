@@ -44,7 +44,7 @@ struct Seals {
 void PrintParagraph(ReportPage& page, std::string_view text) {
     const std::int16_t lines = PrintWrapped(0, kMargin, kTextWidth, text);
     if (page.IsFull(static_cast<std::size_t>(lines))) page.Begin("S", kTitles);
-    PrintWrapped(page.File, kMargin, kTextWidth, text);
+    PrintWrapped(page.Run.File, kMargin, kTextWidth, text);
     page.Lines = static_cast<std::int16_t>(page.Lines + lines);
     page.Print();
 }
@@ -53,6 +53,10 @@ void PrintParagraph(ReportPage& page, std::string_view text) {
 void PrintBlock(ReportPage& page, const std::vector<std::string>& block) {
     if (page.IsFull(block.size())) page.Begin("S", kTitles);
     for (const std::string& line : block) page.Print(line);
+}
+
+void PrintHeading(ReportPage& page, std::string_view text) {
+    PrintBlock(page, {TextLine().At(CenteredColumn(text, page.Run), text).Text(), ""});
 }
 
 // --- Part I --------------------------------------------------------------------------------
@@ -75,14 +79,9 @@ bool PrintStatus(ReportPage& page) {
 std::string LongDate(const Variant& date) { return Format(date, "mmmm d, yyyy"); }
 
 void PrintCertification(ReportPage& page) {
-    PrintBlock(
-        page,
-        {TextLine().At(CenteredColumn("PART II - CERTIFICATION"), "PART II - CERTIFICATION").Text(),
-         ""});
+    PrintHeading(page, "PART II - CERTIFICATION");
     PrintParagraph(page, kCertificationWarning);
-    PrintBlock(
-        page,
-        {TextLine().At(CenteredColumn(kCertificationHeading), kCertificationHeading).Text(), ""});
+    PrintHeading(page, kCertificationHeading);
     PrintParagraph(page,
                    CertificationStatement(fmt::format("{} ({}) {{home office name and number}}",
                                                       gProviderName, gProviderNumber),
@@ -196,10 +195,10 @@ void PrintSeals(ReportPage& page, const Seals& seals) {
 
 }  // namespace
 
-void Print_Sp1(FileNumber file, bool certification, std::string_view ecrFingerprint,
+void Print_Sp1(PrintRun& run, bool certification, std::string_view ecrFingerprint,
                std::string_view piStamp, std::string_view piFingerprint) {
-    SetPagePortrait();
-    RunReport(file, certification ? "Spx.prt" : "SS.prt", [&](FileNumber open) {
+    run.SetPagePortrait();
+    RunReport(run, certification ? "Spx.prt" : "SS.prt", [&](PrintRun& open) {
         ReportPage page(open);
         if (!PrintStatus(page)) return;
         PrintCertification(page);

@@ -104,20 +104,27 @@ private:
 
 bool ReportPage::IsFull(std::size_t blockLines) const {
     const std::size_t last = static_cast<std::size_t>(Lines) + std::max<std::size_t>(blockLines, 1);
-    return last > static_cast<std::size_t>(gPageLines) + 1;
+    return last > static_cast<std::size_t>(Run.gPageLines) + 1;
 }
 
 void ReportPage::Print(std::string_view line) {
-    PrintLine(File, line);
+    PrintLine(Run.File, line);
     ++Lines;
 }
 
+void ReportPage::PrintCentered(std::string_view text) {
+    Print(TextLine().At(CenteredColumn(text, Run), text).Text());
+}
+
+void ReportPage::BeginBare() {
+    StartPage(Run);
+    ++PageNumber;
+    Lines = 1;
+}
+
 void ReportPage::Begin(std::string_view label, std::span<const std::string_view> titles) {
-    PrintPageHeader(File, label, PageNumber, Lines);
-    for (const std::string_view title : titles) {
-        PrintCentered(title, File);
-        ++Lines;
-    }
+    PrintPageHeader(Run, label, PageNumber, Lines);
+    for (const std::string_view title : titles) PrintCentered(title);
     Print();
 }
 
@@ -198,21 +205,21 @@ void PrintTable(ReportPage& page, const TableLayout& layout) {
     for (; !rows.Eof(); rows.MoveNext()) walk.Row(rows);
 }
 
-void RunReport(FileNumber file, std::string_view name,
-               const std::function<void(FileNumber)>& write) {
-    if (file >= 1) {
-        write(file);
+void RunReport(PrintRun& run, std::string_view name, const std::function<void(PrintRun&)>& write) {
+    if (run.File >= 1) {
+        write(run);
         return;
     }
     const std::string path = PrintFilePath(name);
     OwnPrintFile own(path);
-    write(own.Number());
+    PrintRun ownRun = run.For(own.Number());
+    write(ownRun);
     own.Close();
-    SendPrtFile(path, gPageOrient);
+    SendPrtFile(path, ownRun.gPageOrient, ownRun);
 }
 
-void PrintReport(FileNumber file, std::string_view name, const std::vector<ReportPart>& parts) {
-    RunReport(file, name, [&](FileNumber open) {
+void PrintReport(PrintRun& run, std::string_view name, const std::vector<ReportPart>& parts) {
+    RunReport(run, name, [&](PrintRun& open) {
         for (const ReportPart& part : parts) {
             ReportPage page(open);
             for (const TableLayout* table : part) PrintTable(page, *table);

@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "print/PrintFile.h"
 #include "print/PrintPage.h"
 #include "store/Dao.h"
 
@@ -71,15 +70,18 @@ struct TableLayout {
 
 /// A report on its way down the pages.
 struct ReportPage {
-    FileNumber File = 0;
+    PrintRun& Run;
     std::int16_t PageNumber = 0;
     std::int16_t Lines = 999;  ///< used on this page; so the first row brings a head
 
-    explicit ReportPage(FileNumber file) : File(file) {}
+    explicit ReportPage(PrintRun& run) : Run(run) {}
 
     /// True where a block of so many lines passes the end of the page.
     bool IsFull(std::size_t blockLines) const;
     void Print(std::string_view line = "");
+    void PrintCentered(std::string_view text);
+    /// A page without the head of the form.
+    void BeginBare();
     /// The head of the form, the titles and a blank line.
     void Begin(std::string_view label, std::span<const std::string_view> titles);
 };
@@ -103,15 +105,15 @@ std::string RuleLine(std::span<const CellLayout> cells, char mark);
 /// what stands there if the first row finds room too.
 void PrintTable(ReportPage& page, const TableLayout& layout);
 
-/// Runs a report: into an open file, or with a number below 1 into a file of its own in the
-/// CRF's folder, which is then sent to the printer.
-void RunReport(FileNumber file, std::string_view name,
-               const std::function<void(FileNumber)>& write);
+/// Runs a report whose page is set up: into the run's file, or where that has none into a file of
+/// its own in the CRF's folder, which is then sent to the printer. `write` takes the run of the
+/// file that it writes to.
+void RunReport(PrintRun& run, std::string_view name, const std::function<void(PrintRun&)>& write);
 
 /// A report whose parts are told by layouts alone. Each part begins a page of its own and counts
 /// its pages anew; the tables of one part stand under each other.
 using ReportPart = std::vector<const TableLayout*>;
-void PrintReport(FileNumber file, std::string_view name, const std::vector<ReportPart>& parts);
+void PrintReport(PrintRun& run, std::string_view name, const std::vector<ReportPart>& parts);
 
 /// The path of a print file in the CRF's folder.
 std::string PrintFilePath(std::string_view name);

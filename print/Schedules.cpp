@@ -156,8 +156,8 @@ using PageColumns = std::span<const Column>;
 int TabOf(std::size_t position) { return kFirstTab + kTabStep * static_cast<int>(position); }
 
 /// As many columns as end within the page.
-std::size_t ColumnsOnPage() {
-    return static_cast<std::size_t>((gPageWidth - kFirstTab + 1) / kTabStep);
+std::size_t ColumnsOnPage(const PrintRun& run) {
+    return static_cast<std::size_t>((run.gPageWidth - kFirstTab + 1) / kTabStep);
 }
 
 void PrintHeading(ReportPage& page, const PrintedSchedule& schedule, PageColumns columns) {
@@ -201,7 +201,7 @@ void PrintAcross(ReportPage& page, const PrintedSchedule& schedule, std::size_t 
     const PageColumns columns =
         PageColumns(schedule.Columns)
             .subspan(first)
-            .first(std::min(ColumnsOnPage(), schedule.Columns.size() - first));
+            .first(std::min(ColumnsOnPage(page.Run), schedule.Columns.size() - first));
     bool begun = false;
     for (const ScheduleRow& row : schedule.Rows) {
         const auto total = std::ranges::find_if(schedule.Totals, [&](const TotalLine& line) {
@@ -217,23 +217,23 @@ void PrintAcross(ReportPage& page, const PrintedSchedule& schedule, std::size_t 
     }
 }
 
-void PrintSchedule(std::string_view item, FileNumber file) {
-    SetPageLandscape();
-    RunReport(file, fmt::format("{}.prt", item), [&](FileNumber open) {
+void PrintSchedule(std::string_view item, PrintRun& run) {
+    run.SetPageLandscape();
+    RunReport(run, fmt::format("{}.prt", item), [&](PrintRun& open) {
         const PrintedSchedule schedule = ReadSchedule(item);
         ReportPage page(open);
         std::size_t first = 0;
         do {
             PrintAcross(page, schedule, first);
-            first += ColumnsOnPage();
+            first += ColumnsOnPage(open);
         } while (first < schedule.Columns.size());
     });
 }
 
 }  // namespace
 
-void Print_Bx(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
-void Print_Ex(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
-void Print_Fx(std::string_view item, FileNumber file) { PrintSchedule(item, file); }
+void Print_Bx(std::string_view item, PrintRun& run) { PrintSchedule(item, run); }
+void Print_Ex(std::string_view item, PrintRun& run) { PrintSchedule(item, run); }
+void Print_Fx(std::string_view item, PrintRun& run) { PrintSchedule(item, run); }
 
 }  // namespace zolmara

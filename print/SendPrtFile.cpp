@@ -92,11 +92,11 @@ std::string HighQualityCaption() {
     return fmt::format("Turn High Quality Printing {}", HighQualityPrinting() ? "Off" : "On");
 }
 
-std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation) {
+std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation, PrintRun& run) {
     if (Declined(fileName)) return 0;
     PageDevice* const printer = ThePrinterPort().Printer();
     if (!printer || printer->Orientation() < 1) return 1;
-    if (orientation != kPortrait && orientation != kLandscape) orientation = gPageOrient;
+    if (orientation != kPortrait && orientation != kLandscape) orientation = run.gPageOrient;
     try {
         ChooseFont(*printer);
         std::ifstream file(fileName, std::ios::binary);
@@ -108,7 +108,7 @@ std::int16_t SendPrtFile(const std::string& fileName, std::int16_t orientation) 
         ReportError(fileName, PlainWords(error));
     }
     TheStatus().SetPointer(Pointer::Normal);
-    gPageOrientDone = 0;
+    run.gPageOrientDone = 0;
     return 0;
 }
 

@@ -11,7 +11,7 @@ class GoldenTest : public PrintCrf {
 protected:
     /// Prints a worksheet and compares its print file, without the line that says the version.
     void ExpectReport(std::string_view item) {
-        ASSERT_TRUE(Print_Worksheet(item, 0, true));
+        ASSERT_TRUE(Print_Worksheet(item, run, true));
         std::vector<std::string> lines = PrintedLines(PrintFileOf(item));
         std::erase_if(lines, [](const std::string& line) {
             return line.find("[Version: ") != std::string::npos;

@@ -83,8 +83,9 @@ TEST_F(PdfDeviceTest, JobsFollowEachOtherOnPagesOfTheirOwn) {
     PdfDevice pdf(path);
     host.PrinterDevice = &pdf;
     WriteWholeFile(folder.File("a.prt"), "\f\x02\r\none\r\n");
-    EXPECT_EQ(SendPrtFile(folder.File("a.prt"), kLandscape), 0);
-    EXPECT_EQ(SendPrtFile(folder.File("a.prt"), kLandscape), 0);
+    PrintRun run;
+    EXPECT_EQ(SendPrtFile(folder.File("a.prt"), kLandscape, run), 0);
+    EXPECT_EQ(SendPrtFile(folder.File("a.prt"), kLandscape, run), 0);
     EXPECT_EQ(pdf.PageCount(), 2);
 }
 

@@ -37,30 +37,31 @@ protected:
     }
 
     FakePrinter printer;
+    PrintRun run;
 };
 
 // --- Print_Worksheet -----------------------------------------------------------------------
 
 TEST_F(PrintDriverTest, AskingWhetherThereIsAReportPrintsNothing) {
-    EXPECT_TRUE(Print_Worksheet("Bp2", 0, false));
+    EXPECT_TRUE(Print_Worksheet("Bp2", run, false));
     EXPECT_TRUE(PrintFiles().empty());
     EXPECT_TRUE(printer.Calls.empty());
 }
 
 TEST_F(PrintDriverTest, OtherNamesHaveNoReport) {
     for (const std::string_view item : {"A81p2", "A82", "Bp4", "H", "S3p1", "Worksheets", "", "B"})
-        EXPECT_FALSE(Print_Worksheet(item, 0, false)) << item;
+        EXPECT_FALSE(Print_Worksheet(item, run, false)) << item;
 }
 
 TEST_F(PrintDriverTest, EveryWorksheetOfTheFormHasAReportButTheSecondPartOfA81) {
     for (const char* item : {"A",    "A6",   "A7p1", "A7p2", "A8",   "A81p1", "Bp1",  "B1p3",
                              "Cp2",  "C1p1", "Dp3",  "D1p2", "E",    "E1p1",  "Fp1",  "F1p2",
                              "F2p3", "G",    "G1",   "Sp1",  "S1p1", "S1p2",  "S2p1", "S2p3"})
-        EXPECT_TRUE(Print_Worksheet(item, 0, false)) << item;
+        EXPECT_TRUE(Print_Worksheet(item, run, false)) << item;
 }
 
 TEST_F(PrintDriverTest, APartPrintsTheWholeReportIntoItsFile) {
-    EXPECT_TRUE(Print_Worksheet("A7p2", 0, true));
+    EXPECT_TRUE(Print_Worksheet("A7p2", run, true));
     EXPECT_EQ(PrintFiles(), Lines{"A7.prt"});
     EXPECT_EQ(PageCount(PrintedLines(folder.File("A7.prt"))), 2);
     EXPECT_EQ(PrintFileOf("A7p2"), folder.File("A7.prt"));
@@ -159,7 +160,7 @@ TEST_F(PrintDriverTest, AWorksheetThatIsMissingStopsTheRunByNameAndLeavesNoFile)
     EXPECT_TRUE(PrintFiles().empty());
     EXPECT_EQ(host.PointerNow, Pointer::Normal);
     EXPECT_EQ(gLogType, "");
-    Print_Worksheet("A6", 0, true);
+    Print_Worksheet("A6", run, true);
     EXPECT_EQ(PrintFiles(), Lines{"A6.prt"});
 }
 

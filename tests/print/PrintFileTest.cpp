@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "print/PrintFile.h"
-#include "print/PrintPage.h"
+#include "print/PrintRun.h"
 #include "print/PrintSupport.h"
 #include "store/Files.h"
 
@@ -75,9 +75,11 @@ TEST_F(PrintFileTest, NumbersAreTheLowestFreeOnes) {
 }
 
 TEST_F(PrintFileTest, ANewFileHasNoOrientationYet) {
-    gPageOrientDone = 2;
-    DropPrintFile(OpenPrintFile(path));
-    EXPECT_EQ(gPageOrientDone, 0);
+    PrintRun run;
+    run.SetPageLandscape();
+    run.gPageOrientDone = kLandscape;
+    EXPECT_EQ(run.For(1).gPageOrientDone, 0);
+    EXPECT_EQ(run.For(1).gPageOrient, kLandscape);
 }
 
 TEST_F(PrintFileTest, AFolderThatIsNotThereIsAnErrorThatNamesTheFile) {

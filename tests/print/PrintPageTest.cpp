@@ -16,15 +16,18 @@ protected:
     std::vector<std::string> Written(const Step& step) {
         const std::string path = folder.File("page.prt");
         const FileNumber file = OpenPrintFile(path);
-        step(file);
+        run.File = file;
+        run.gPageOrientDone = 0;
+        step(run);
         ClosePrintFile(file);
         return PrintedLines(path);
     }
 
     std::vector<std::string> Head(std::string_view label) {
-        return Written([&](FileNumber file) { PrintPageHeader(file, label, page, used); });
+        return Written([&](PrintRun& open) { PrintPageHeader(open, label, page, used); });
     }
 
+    PrintRun run;
     std::int16_t page = 0;
     std::int16_t used = 0;
 };
@@ -34,23 +37,23 @@ std::string At(int column, std::string_view text) {
 }
 
 TEST_F(PrintPageTest, LandscapeGeometry) {
-    SetPageLandscape();
-    EXPECT_EQ(gPageOrient, 2);
-    EXPECT_EQ(gPageWidth, 176);
-    EXPECT_EQ(gPageCenter, 88);
-    EXPECT_EQ(gPageLines, 70);
+    run.SetPageLandscape();
+    EXPECT_EQ(run.gPageOrient, 2);
+    EXPECT_EQ(run.gPageWidth, 176);
+    EXPECT_EQ(run.gPageCenter, 88);
+    EXPECT_EQ(run.gPageLines, 70);
 }
 
 TEST_F(PrintPageTest, PortraitGeometry) {
-    SetPagePortrait();
-    EXPECT_EQ(gPageOrient, 1);
-    EXPECT_EQ(gPageWidth, 137);
-    EXPECT_EQ(gPageCenter, 69);
-    EXPECT_EQ(gPageLines, 92);
+    run.SetPagePortrait();
+    EXPECT_EQ(run.gPageOrient, 1);
+    EXPECT_EQ(run.gPageWidth, 137);
+    EXPECT_EQ(run.gPageCenter, 69);
+    EXPECT_EQ(run.gPageLines, 92);
 }
 
 TEST_F(PrintPageTest, HeadLineByLine) {
-    SetPageLandscape();
+    run.SetPageLandscape();
     const std::vector<std::string> head = Head("S-1 Part I");
     const std::string title = "Velquist -  Zolmara 287 System [Version: " + gVersion + "]";
     ASSERT_EQ(head.size(), 10U);
@@ -70,7 +73,7 @@ TEST_F(PrintPageTest, HeadLineByLine) {
 }
 
 TEST_F(PrintPageTest, TheLabelSAloneBringsTheFormsApproval) {
-    SetPagePortrait();
+    run.SetPagePortrait();
     const std::vector<std::string> head = Head("S");
     ASSERT_EQ(head.size(), 10U);
     EXPECT_EQ(head[4].substr(109), "Form Approved");
@@ -82,7 +85,7 @@ TEST_F(PrintPageTest, TheLabelSAloneBringsTheFormsApproval) {
 }
 
 TEST_F(PrintPageTest, HeaderLinesStandInTheHeadAndBlankOnesTakeNoPlace) {
-    SetPageLandscape();
+    run.SetPageLandscape();
     gDB.Execute("UPDATE HeaderLines SET LineText='Draft for review' WHERE LineNum=1;");
     gDB.Execute("UPDATE HeaderLines SET LineText='' WHERE LineNum=2;");
     gDB.Execute("UPDATE HeaderLines SET LineText='Page foot' WHERE LineNum=3;");
@@ -96,13 +99,13 @@ TEST_F(PrintPageTest, HeaderLinesStandInTheHeadAndBlankOnesTakeNoPlace) {
 
 TEST_F(PrintPageTest, AnEmptyHeaderLinesTableLeavesTheHeadWithTenLines) {
     gDB.Execute("DELETE * FROM HeaderLines;");
-    SetPageLandscape();
+    run.SetPageLandscape();
     EXPECT_EQ(Head("A").size(), 10U);
     EXPECT_EQ(used, 10);
 }
 
 TEST_F(PrintPageTest, AHeaderLineThatIsWiderThanThePageBeginsAtTheMargin) {
-    SetPagePortrait();
+    run.SetPagePortrait();
     const std::string wide(140, 'x');
     gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=1;", {wide});
     EXPECT_EQ(Head("A-7").at(7), wide);
@@ -110,16 +113,16 @@ TEST_F(PrintPageTest, AHeaderLineThatIsWiderThanThePageBeginsAtTheMargin) {
 
 TEST_F(PrintPageTest, AMissingHeaderLinesTableIsMade) {
     gDB.DeleteTable("HeaderLines");
-    SetPageLandscape();
+    run.SetPageLandscape();
     EXPECT_EQ(Head("A").size(), 10U);
     EXPECT_EQ(Rows("HeaderLines"), 3);
 }
 
 TEST_F(PrintPageTest, TheSecondPageIsContinuedAndSaysNoOrientation) {
-    SetPageLandscape();
-    const std::vector<std::string> heads = Written([&](FileNumber file) {
-        PrintPageHeader(file, "A", page, used);
-        PrintPageHeader(file, "A", page, used);
+    run.SetPageLandscape();
+    const std::vector<std::string> heads = Written([&](PrintRun& open) {
+        PrintPageHeader(open, "A", page, used);
+        PrintPageHeader(open, "A", page, used);
     });
     EXPECT_EQ(page, 2);
     EXPECT_EQ(used, 10);
@@ -128,17 +131,17 @@ TEST_F(PrintPageTest, TheSecondPageIsContinuedAndSaysNoOrientation) {
 }
 
 TEST_F(PrintPageTest, AChangeOfOrientationShowsOnlyWhereItDiffersFromTheLastOne) {
-    const std::vector<std::string> pages = Written([&](FileNumber file) {
-        SetPagePortrait();
-        StartPage(file);
-        StartPage(file);
-        SetPageLandscape();
-        StartPage(file);
-        SetPagePortrait();
-        SetPageLandscape();
-        StartPage(file);
-        SetPagePortrait();
-        StartPage(file);
+    const std::vector<std::string> pages = Written([&](PrintRun& open) {
+        open.SetPagePortrait();
+        StartPage(open);
+        StartPage(open);
+        open.SetPageLandscape();
+        StartPage(open);
+        open.SetPagePortrait();
+        open.SetPageLandscape();
+        StartPage(open);
+        open.SetPagePortrait();
+        StartPage(open);
     });
     EXPECT_EQ(pages,
               (std::vector<std::string>{"==== page, portrait", "==== page", "==== page, landscape",
@@ -146,31 +149,31 @@ TEST_F(PrintPageTest, AChangeOfOrientationShowsOnlyWhereItDiffersFromTheLastOne)
 }
 
 TEST_F(PrintPageTest, ANullPeriodIsEmpty) {
-    SetPageLandscape();
+    run.SetPageLandscape();
     gFYStart = Variant();
     gFYEnd = Variant();
     EXPECT_EQ(Trim(Head("A").at(6)), "Period from    to");
 }
 
 TEST_F(PrintPageTest, CenteredRoundsTheHalfOfTheLengthToTheNearest) {
-    SetPageLandscape();
+    run.SetPageLandscape();
     // (4 - 0.5) / 2 is 1.75 and (5 - 0.5) / 2 is 2.25: both are 2.
-    EXPECT_EQ(CenteredColumn("abcd"), 86);
-    EXPECT_EQ(CenteredColumn("abcde"), 86);
-    EXPECT_EQ(CenteredColumn("abcdef", 50), 47);
-    EXPECT_EQ(CenteredColumn("a", -1), 88);
+    EXPECT_EQ(CenteredColumn("abcd", run), 86);
+    EXPECT_EQ(CenteredColumn("abcde", run), 86);
+    EXPECT_EQ(CenteredColumn("abcdef", run, 50), 47);
+    EXPECT_EQ(CenteredColumn("a", run, -1), 88);
 }
 
 TEST_F(PrintPageTest, CenteredWritesALineOfItsOwn) {
-    SetPageLandscape();
-    EXPECT_EQ(Written([](FileNumber file) { PrintCentered("abcd", file, 10); }),
+    run.SetPageLandscape();
+    EXPECT_EQ(Written([](const PrintRun& open) { PrintCentered("abcd", open, 10); }),
               (std::vector<std::string>{At(8, "abcd")}));
 }
 
 TEST_F(PrintPageTest, WrappedWritesEachPieceAtItsColumn) {
     std::int16_t lines = 0;
-    const auto written =
-        Written([&](FileNumber file) { lines = PrintWrapped(file, 3, 7, "one two three"); });
+    const auto written = Written(
+        [&](const PrintRun& open) { lines = PrintWrapped(open.File, 3, 7, "one two three"); });
     EXPECT_EQ(lines, 2);
     EXPECT_EQ(written, (std::vector<std::string>{"  one two", "  three"}));
 }
@@ -183,8 +186,9 @@ TEST_F(PrintPageTest, WrappedWithFileZeroCountsAndWritesNothing) {
 TEST_F(PrintPageTest, RunOnCutsAtTheLastBlankAndGivesWhatIsLeft) {
     std::string rest;
     used = 5;
-    const auto written = Written(
-        [&](FileNumber file) { rest = PrintRunOn(file, 2, "one two three four", 9, used); });
+    const auto written = Written([&](const PrintRun& open) {
+        rest = PrintRunOn(open.File, 2, "one two three four", 9, used);
+    });
     EXPECT_EQ(written, (std::vector<std::string>{" one two", " three"}));
     EXPECT_EQ(rest, "four");
     EXPECT_EQ(used, 7);
@@ -192,10 +196,10 @@ TEST_F(PrintPageTest, RunOnCutsAtTheLastBlankAndGivesWhatIsLeft) {
 
 TEST_F(PrintPageTest, RunOnWithoutBlanksCutsAtAPointThenABracketThenAtTheWidth) {
     std::string rest;
-    const auto written = Written([&](FileNumber file) {
-        rest = PrintRunOn(file, 1, "ab.c)d.efghij", 6, used);
-        rest = PrintRunOn(file, 1, "ab)cd)efghij", 7, used);
-        rest = PrintRunOn(file, 1, "abcdefghij", 4, used);
+    const auto written = Written([&](const PrintRun& open) {
+        rest = PrintRunOn(open.File, 1, "ab.c)d.efghij", 6, used);
+        rest = PrintRunOn(open.File, 1, "ab)cd)efghij", 7, used);
+        rest = PrintRunOn(open.File, 1, "abcdefghij", 4, used);
     });
     EXPECT_EQ(written, (std::vector<std::string>{"ab.", "c)d.", "ab)cd)", "abcd", "efgh"}));
     EXPECT_EQ(rest, "ij");
@@ -204,7 +208,7 @@ TEST_F(PrintPageTest, RunOnWithoutBlanksCutsAtAPointThenABracketThenAtTheWidth) 
 TEST_F(PrintPageTest, RunOnGivesAShortTextBackAndWritesNothing) {
     std::string rest;
     const auto written =
-        Written([&](FileNumber file) { rest = PrintRunOn(file, 1, "short", 9, used); });
+        Written([&](const PrintRun& open) { rest = PrintRunOn(open.File, 1, "short", 9, used); });
     EXPECT_TRUE(written.empty());
     EXPECT_EQ(rest, "short");
     EXPECT_EQ(used, 0);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "print/PageDevice.h"
+#include "print/PrintRun.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -60,6 +61,8 @@ void ExpectGolden(std::string_view name, const std::vector<std::string>& lines);
 class PrintCrf : public TestCrf {
 protected:
     PrintCrf();
+
+    PrintRun run;
 
     std::string PrintFile(std::string_view name) const { return folder.File(name); }
     std::vector<std::string> Printed(std::string_view name) const {

@@ -22,7 +22,7 @@ class SchedulesTest : public PrintCrf {};
 
 TEST_F(SchedulesTest, HeadingsStandInFiveLinesOverTheirColumns) {
     gDB.Execute("UPDATE CostCenters SET CCName='CRC-Buildings & Fixtures' WHERE LineNum=1;");
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     const Lines lines = Printed("Bp1.prt");
     EXPECT_EQ(Trim(lines.at(8)).substr(0, 18), "Worksheet B Part I");
     EXPECT_EQ(Trim(lines.at(10)), "HEALTHCARE PROVIDER COMPONENTS");
@@ -38,7 +38,7 @@ TEST_F(SchedulesTest, HeadingsStandInFiveLinesOverTheirColumns) {
 
 TEST_F(SchedulesTest, TheColumnsOfAPageStandThirteenApart) {
     gDB.Execute("UPDATE Bp1 SET CC_100=-5000,CC_200=123456789012,Col_7=7 WHERE LineNum=1;");
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     const std::string row = LinesWith(Printed("Bp1.prt"), "Lakeside").at(0);
     EXPECT_EQ(Columns(row, 1, 23), " 1    Lakeside Hospital");
     EXPECT_EQ(Columns(row, 44, 50), "14-0001");
@@ -47,7 +47,7 @@ TEST_F(SchedulesTest, TheColumnsOfAPageStandThirteenApart) {
 }
 
 TEST_F(SchedulesTest, ALongNameTakesASecondLine) {
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     const Lines lines = Printed("Bp1.prt");
     const auto first = std::ranges::find_if(
         lines, [](const std::string& line) { return line.find("Riverside") != std::string::npos; });
@@ -57,7 +57,7 @@ TEST_F(SchedulesTest, ALongNameTakesASecondLine) {
 }
 
 TEST_F(SchedulesTest, ColumnsThatDoNotFitStandOnFurtherPagesWithLinesAndNamesRepeated) {
-    Print_Bx("B1p1", 0);
+    Print_Bx("B1p1", run);
     const Lines lines = Printed("B1p1.prt");
     const std::size_t columns = gDB.Table("B1p1").Fields.size() - 3;
     // (176 - 52 + 1) / 13 is 9.
@@ -71,9 +71,9 @@ TEST_F(SchedulesTest, ColumnsThatDoNotFitStandOnFurtherPagesWithLinesAndNamesRep
 }
 
 TEST_F(SchedulesTest, TotalsHaveRulesAndTheThirdPartAGrandTotal) {
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     EXPECT_EQ(LinesWith(Printed("Bp1.prt"), "====").size(), 2U);  // the page, and line 51
-    Print_Bx("Bp3", 0);
+    Print_Bx("Bp3", run);
     const Lines lines = Printed("Bp3.prt");
     EXPECT_EQ(LinesWith(lines, "Grand Total").size(), 1U);
     EXPECT_EQ(Columns(lines.back(), 52, 63), "============");
@@ -81,10 +81,10 @@ TEST_F(SchedulesTest, TotalsHaveRulesAndTheThirdPartAGrandTotal) {
 }
 
 TEST_F(SchedulesTest, UnitCostMultipliersAndRatiosHaveSixDecimals) {
-    Print_Bx("C1p3", 0);
+    Print_Bx("C1p3", run);
     // 22,900 over 8,240 + 10,560.
     EXPECT_EQ(Columns(LinesWith(Printed("C1p3.prt"), "1.218085").at(0), 1, 6), "54    ");
-    Print_Ex("E1p1", 0);
+    Print_Ex("E1p1", run);
     // 600 of 600 + 300 in this part.
     const std::string row = LinesWith(Printed("E1p1.prt"), "Lakeside").at(0);
     EXPECT_EQ(Columns(row, 52, 63), "         600");
@@ -93,9 +93,9 @@ TEST_F(SchedulesTest, UnitCostMultipliersAndRatiosHaveSixDecimals) {
 
 TEST_F(SchedulesTest, StatisticsSchedulesShowTheirBasisInTheHeading) {
     gDB.Execute("UPDATE CostCenters SET StatLabel1='Square',StatLabel2='Feet' WHERE LineNum=1;");
-    Print_Bx("C1p1", 0);
+    Print_Bx("C1p1", run);
     EXPECT_EQ(LinesWith(Printed("C1p1.prt"), "(Square").size(), 1U);
-    Print_Bx("Cp1", 0);
+    Print_Bx("Cp1", run);
     EXPECT_TRUE(LinesWith(Printed("Cp1.prt"), "(Square").empty());
 }
 
@@ -109,7 +109,7 @@ TEST_F(SchedulesTest, LabelsNameTheWorksheetAndThePart) {
                                                           {"Fp3", "F Part III"},
                                                           {"F2p1", "F-2 Part I"}};
     for (const auto& [item, label] : labels) {
-        Print_Bx(item, 0);
+        Print_Bx(item, run);
         EXPECT_NE(Printed(item + ".prt").at(8).find("Worksheet " + label + "        "),
                   std::string::npos)
             << item;
@@ -122,13 +122,13 @@ TEST_F(SchedulesTest, TitlesNameTheComponents) {
         {"E1p2", "NON-HEALTHCARE PROVIDER COMPONENTS"},
         {"F1p3", "REGION / DIVISION COMPONENTS"}};
     for (const auto& [item, title] : titles) {
-        Print_Bx(item, 0);
+        Print_Bx(item, run);
         EXPECT_EQ(Trim(Printed(item + ".prt").at(10)), title);
     }
 }
 
 TEST_F(SchedulesTest, EHasNoComponentNumbersAndTotalsItsParts) {
-    Print_Ex("E", 0);
+    Print_Ex("E", run);
     const Lines lines = Printed("E.prt");
     const std::string total = LinesWith(lines, "Total").at(0);
     EXPECT_EQ(Columns(total, 1, 11), " 4    Total");
@@ -143,7 +143,7 @@ TEST_F(SchedulesTest, ManyRowsContinueWithTheirHeadings) {
                         {Currency::FromUnits(30000 + i * 100)});
         }
     });
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     const Lines lines = Printed("Bp1.prt");
     // Head 10, title 1, blank 1, headings 5: rows from 17 to 70, 54 lines a page; 3 lines of
     // names, 100 clinics, rule and total.
@@ -173,7 +173,7 @@ void MakeSchedule(int columns, int rows) {
 
 TEST_F(SchedulesTest, TwoHundredCostCentersStandOnTwentyThreePages) {
     MakeSchedule(200, 3);
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     const Lines lines = Printed("Bp1.prt");
     EXPECT_EQ(PageCount(lines), 23);
     // Each of the 200 columns once on a row: 0 to 199.
@@ -184,7 +184,7 @@ TEST_F(SchedulesTest, TwoHundredCostCentersStandOnTwentyThreePages) {
 TEST_F(SchedulesTest, TheCostGrowsWithTheCells) {
     const StatementMeter meter;
     gDB = DBEngine::OpenDatabase(gCRFPath);
-    const auto print = [] { Print_Bx("Bp1", 0); };
+    const auto print = [&] { Print_Bx("Bp1", run); };
     MakeSchedule(50, 100);
     const StoreWork small = meter.CountOf(print);
     MakeSchedule(200, 400);
@@ -198,7 +198,7 @@ TEST_F(SchedulesTest, TheCostGrowsWithTheCells) {
 TEST_F(SchedulesTest, ABillionLeavesABlankBehindTheAmountBeforeIt) {
     SetCell("Bp1", 1, "CC_100", 5);
     SetCell("Bp1", 1, "CC_200", 1234567890);
-    Print_Bx("Bp1", 0);
+    Print_Bx("Bp1", run);
     EXPECT_EQ(LinesWith(Printed("Bp1.prt"), " 5 1,234,567,890 ").size(), 1U);
 }
 

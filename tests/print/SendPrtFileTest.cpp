@@ -20,10 +20,11 @@ protected:
     std::int16_t Send(std::string_view text, std::int16_t orientation = kPortrait,
                       std::string_view name = "a.prt") {
         WriteWholeFile(folder.File(name), std::string(text));
-        return SendPrtFile(folder.File(name), orientation);
+        return SendPrtFile(folder.File(name), orientation, run);
     }
 
     FakePrinter printer;
+    PrintRun run;
 };
 
 TEST_F(SendPrtFileTest, SetsUpThePrinterAndPrintsLineByLine) {
@@ -58,23 +59,23 @@ TEST_F(SendPrtFileTest, AFormFeedBeforeAnythingElseIsANewPageAndNothingIsLost) {
 }
 
 TEST_F(SendPrtFileTest, WithoutAPrinterNothingIsPrinted) {
-    gPageOrientDone = 2;
+    run.gPageOrientDone = 2;
     printer.OrientationNow = 0;
     EXPECT_EQ(Send("one\r\n"), 1);
     EXPECT_TRUE(printer.Calls.empty());
     host.PrinterDevice = nullptr;
     EXPECT_EQ(Send("one\r\n"), 1);
-    EXPECT_EQ(gPageOrientDone, 2);
+    EXPECT_EQ(run.gPageOrientDone, 2);
 }
 
 TEST_F(SendPrtFileTest, AFileThatCannotBeOpenedIsTwo) {
-    EXPECT_EQ(SendPrtFile(folder.File("none.prt"), 1), 2);
+    EXPECT_EQ(SendPrtFile(folder.File("none.prt"), 1, run), 2);
     EXPECT_TRUE(printer.Calls.empty());
     EXPECT_TRUE(host.Boxes.empty());
 }
 
 TEST_F(SendPrtFileTest, WithoutAnOrientationItTakesThatOfTheReport) {
-    SetPageLandscape();
+    run.SetPageLandscape();
     Send("one\r\n", 0);
     EXPECT_EQ(printer.Calls.at(0), "Orientation 2");
 }
@@ -148,9 +149,9 @@ TEST_F(SendPrtFileTest, AnErrorOfThePrinterIsShownAndWhatWasPrintedStays) {
 }
 
 TEST_F(SendPrtFileTest, TheNextReportSaysItsOrientationAnew) {
-    gPageOrientDone = 2;
+    run.gPageOrientDone = 2;
     Send("one\r\n");
-    EXPECT_EQ(gPageOrientDone, 0);
+    EXPECT_EQ(run.gPageOrientDone, 0);
     EXPECT_EQ(host.Events, (Calls{"SetPointer: Hourglass", "SetPointer: Normal"}));
 }
 

@@ -15,6 +15,8 @@ class Sp1ReportTest : public TestCrf {
 protected:
     ~Sp1ReportTest() override { ECRStamp.clear(); }
 
+    PrintRun run;
+
     Lines Page() const { return PrintedLines(folder.File("SS.prt")); }
 
     static void Sign() {
@@ -32,7 +34,7 @@ Lines From(const Lines& lines, std::string_view start, std::size_t count) {
 }
 
 TEST_F(Sp1ReportTest, ItIsPortraitWithTheFormsApproval) {
-    Print_Sp1(0);
+    Print_Sp1(run);
     const Lines lines = Page();
     EXPECT_EQ(lines.at(0), "==== page, portrait");
     EXPECT_EQ(LinesWith(lines, "OMB No. 0938-0202").size(), 1U);
@@ -41,7 +43,7 @@ TEST_F(Sp1ReportTest, ItIsPortraitWithTheFormsApproval) {
 
 TEST_F(Sp1ReportTest, TheStatusShowsEachLine) {
     gDB.Execute("UPDATE Sp1 SET Col_1='06101' WHERE LineNum=9;");
-    Print_Sp1(0);
+    Print_Sp1(run);
     const Lines lines = Page();
     EXPECT_EQ(LinesWith(lines, "PART I - COST STATEMENT STATUS").size(), 1U);
     EXPECT_EQ(LinesWith(lines, "Contractor number").at(0),
@@ -50,7 +52,7 @@ TEST_F(Sp1ReportTest, TheStatusShowsEachLine) {
 }
 
 TEST_F(Sp1ReportTest, TheStatementNamesTheHomeOfficeAndThePeriod) {
-    Print_Sp1(0);
+    Print_Sp1(run);
     std::string text;
     for (const std::string& line : Page()) text += line + " ";
     EXPECT_NE(
@@ -64,7 +66,7 @@ TEST_F(Sp1ReportTest, TheStatementNamesTheHomeOfficeAndThePeriod) {
 }
 
 TEST_F(Sp1ReportTest, AnUnsignedBoxIsEmptyAndItsEntriesAreUnderlined) {
-    Print_Sp1(0);
+    Print_Sp1(run);
     const std::string rest(55, ' ');
     const std::string underline = "   " + std::string(38, '_');
     EXPECT_EQ(
@@ -86,7 +88,7 @@ TEST_F(Sp1ReportTest, AnUnsignedBoxIsEmptyAndItsEntriesAreUnderlined) {
 
 TEST_F(Sp1ReportTest, ASignedBoxHasTheNameTheMarkTheTitleAndTheDate) {
     Sign();
-    Print_Sp1(0);
+    Print_Sp1(run);
     const Lines lines = Page();
     EXPECT_EQ(LinesWith(lines, "I have read and agree").at(0).substr(0, 71),
               "1 | Ana Moreno" + std::string(44, ' ') + "|     Y     |");
@@ -99,7 +101,7 @@ TEST_F(Sp1ReportTest, ASignedBoxHasTheNameTheMarkTheTitleAndTheDate) {
 TEST_F(Sp1ReportTest, ANameOfFullLengthStaysInItsBox) {
     gDB.Execute("Update Master Set ESFirstName=?,ESLastName='B',ESTitle=?,ESDate=?;",
                 {std::string(200, 'x'), std::string(255, 't'), DateTime(2024, 2, 5)});
-    Print_Sp1(0);
+    Print_Sp1(run);
     for (const std::string& line : From(Page(), "1 |", 10)) {
         EXPECT_EQ(line.substr(2, 1), "|") << line;
         EXPECT_EQ(line.substr(58, 1), "|") << line;
@@ -107,7 +109,7 @@ TEST_F(Sp1ReportTest, ANameOfFullLengthStaysInItsBox) {
 }
 
 TEST_F(Sp1ReportTest, WithoutAStampTheSealBoxIsEmpty) {
-    Print_Sp1(0);
+    Print_Sp1(run);
     const std::string dashes =
         std::string(19, ' ') + std::string(30, '-') + "     " + std::string(30, '-');
     EXPECT_EQ(From(Page(), dashes, 3),
@@ -121,7 +123,7 @@ TEST_F(Sp1ReportTest, WithAStampItShowsBothSealsInThreeLinesEach) {
     ECRStamp = "02/05/2024 14:30";
     const std::string ecr = std::string(30, 'a') + std::string(30, 'b') + std::string(16, 'c');
     const std::string pi = std::string(30, 'd') + std::string(30, 'e') + std::string(16, 'f');
-    Print_Sp1(0, true, ecr, "02/05/2024 14:31", pi);
+    Print_Sp1(run, true, ecr, "02/05/2024 14:31", pi);
     EXPECT_FALSE(FileExists(folder.File("SS.prt")));
     const Lines lines = PrintedLines(folder.File("Spx.prt"));
     EXPECT_EQ(LinesWith(lines, "Date and time of ECR file creation: 02/05/2024 14:30").size(), 1U);
@@ -140,7 +142,7 @@ TEST_F(Sp1ReportTest, MoreThanAPageContinues) {
         for (int i = 0; i < 60; ++i)
             gDB.Execute("INSERT INTO Sp1 (LineNum,Description) VALUES (?,'Further');", {20 + i});
     });
-    Print_Sp1(0);
+    Print_Sp1(run);
     EXPECT_EQ(PageCount(Page()), 2);
     EXPECT_EQ(LinesWith(Page(), "OMB No. 0938-0202").size(), 2U);
 }

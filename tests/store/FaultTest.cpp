@@ -106,7 +106,10 @@ TEST_F(Faults, APrintFileIsTheFormerOneOrTheNewOne) {
             WriteWholeFile(In("A.prt"), former);
             Open(In("One.CRF"));
         },
-        [] { Print_A(0); },
+        [] {
+            PrintRun run;
+            Print_A(run);
+        },
         [&] {
             const std::string now = ReadWholeFile(In("A.prt")).value_or("");
             if (fresh.empty()) fresh = now;
