@@ -36,16 +36,23 @@ Stamp Now() {
     return {gCRFPath, &gDB.impl(), gDB.CommitCount()};
 }
 
+bool NobodyWatches() {
+    std::erase_if(watchers, [](const Watcher& watcher) { return watcher.Who.isNull(); });
+    return watchers.empty();
+}
+
 void Tell() {
     seen = Now();
     owed = false;
-    std::erase_if(watchers, [](const Watcher& watcher) { return watcher.Who.isNull(); });
+    if (NobodyWatches()) return;
     const std::vector<Watcher> all = watchers;
     for (const Watcher& watcher : all)
         if (watcher.Who) watcher.Changed();
 }
 
 void TellWhenDone() {
+    // The host goes after the last window, and this may come later still.
+    if (NobodyWatches()) return;
     // The end of the step looks again.
     if (TheQtHost().InLongStep() || (CrfIsOpen() && gDB.InBatch()) || !owed) return;
     Tell();
