@@ -1,7 +1,6 @@
 #include "ecr/LocalSeal.h"
 
 #include <fmt/format.h>
-#include <openssl/evp.h>
 
 #include <array>
 #include <cerrno>
@@ -10,6 +9,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "core/DigestFunctions.h"
 #include "store/Files.h"
 
 namespace zolmara {
@@ -28,8 +28,8 @@ void NeedDigest(int done) {
 /// The SHA-256 of a file's content, in lower case hex.
 std::string DigestOf(const std::string& path) {
     static constexpr std::size_t kChunk = std::size_t{1} << 16;
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> digest(EVP_MD_CTX_new(),
-                                                                         EVP_MD_CTX_free);
+    const std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> digest(EVP_MD_CTX_new(),
+                                                                    EVP_MD_CTX_free);
     NeedDigest(digest && EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) == 1 ? 1 : 0);
     std::ifstream file(path, std::ios::binary);
     if (!file) Fail(path);

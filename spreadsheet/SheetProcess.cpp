@@ -14,6 +14,7 @@
 #include <fstream>
 #include <new>
 
+#include "core/SharedLibrary.h"
 #include "spreadsheet/SheetSender.h"
 #include "store/Dao.h"
 #include "store/files/FileGuard.h"
@@ -136,6 +137,8 @@ SheetProcess::SheetProcess(const std::string& path, SheetFileKind kind, const Sh
     if (pipe2(ends, O_CLOEXEC) != 0) Refuse(path, std::strerror(errno));
     pipe_ = Descriptor(ends[0]);
     const Descriptor writing(ends[1]);
+    // The process that reads may open nothing any more.
+    ZipLibrary().Load();
     child_ = fork();
     if (child_ < 0) Refuse(path, std::strerror(errno));
     if (child_ == 0) Work(file.Number(), size_, writing.Number(), kind, limits);

@@ -1,7 +1,6 @@
 #include "spreadsheet/Workbook.h"
 
 #include <fmt/format.h>
-#include <zip.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "core/Globals.h"
+#include "spreadsheet/ZipFunctions.h"
 #include "store/Dao.h"
 
 namespace zolmara {

@@ -4,14 +4,13 @@
 // door. Rows are written in their order; what was written is on the disk already, so that a large
 // workbook takes no more memory than a small one.
 
-#include <xlsxwriter.h>
-
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "spreadsheet/XlsxFunctions.h"
 #include "store/files/FileDoor.h"
 
 namespace zolmara {

@@ -1,9 +1,9 @@
 #include "spreadsheet/ZipEntries.h"
 
 #include <fmt/format.h>
-#include <zip.h>
 
 #include "spreadsheet/SheetReaders.h"
+#include "spreadsheet/ZipFunctions.h"
 
 namespace zolmara {
 

@@ -1,7 +1,6 @@
 #include "store/session/BackupFolder.h"
 
 #include <fmt/format.h>
-#include <openssl/evp.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include <filesystem>
 #include <set>
 
+#include "core/DigestFunctions.h"
 #include "core/Globals.h"
 #include "core/Machine.h"
 #include "core/PlainName.h"
