@@ -97,8 +97,15 @@ private:
         return "texts";
     }
 
+    /// Behind the last subscript of its line, or in the place of one.
     std::string AddCenter() {
-        const double line = 8 + Below(20) + 0.01 * (1 + Below(3));
+        const int group = 8 + Below(20);
+        const auto subscripts =
+            Column(fmt::format("SELECT LineNum FROM CostCenters WHERE LineNum>{} And LineNum<{};",
+                               group, group + 1))
+                .size();
+        if (subscripts > 4) return "nothing";
+        const double line = group + 0.01 * (1 + Below(static_cast<int>(subscripts) + 1));
         AddCostCenter(Currency(line));
         return fmt::format("new cost center {}", line);
     }
