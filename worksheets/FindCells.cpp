@@ -22,7 +22,7 @@ struct Wanted {
 constexpr double kNear = 0.00005;
 
 /// So many columns are asked for in one statement.
-constexpr std::size_t kColumnsAtOnce = 16;
+constexpr std::size_t kColumnsAtOnce = 48;
 
 /// The columns of a table that may hold what is wanted.
 struct Columns {
