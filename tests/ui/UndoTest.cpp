@@ -209,6 +209,34 @@ TEST_F(UndoWindows, TheComparisonTellsPrintsAndSavesWhatDiffers) {
     Push("frmCompare", "cmdClose");
 }
 
+TEST_F(UndoWindows, TheComparisonKeepsToTheGatesOfTheMenusAndClosesWithItsFile) {
+    const std::string other = MakeSample("Other.CRF");
+    const std::string path = folder.File("One.CRF");
+    fs::copy_file(other, path);
+    Open(path);
+    gDB.Execute("UPDATE A SET Col_1=1234567 WHERE LineNum=8;");
+    Files.emplace_back(other);
+    Entry("tlsCompare")->trigger();
+    auto* const grid = In<QTableView>("frmCompare", "grd");
+    Sheet("edit", "CCs");
+    Boxes.clear();
+    emit grid->activated(grid->model()->index(0, 0));
+    EXPECT_EQ(FindOpenForm("view", "A"), nullptr);
+    ASSERT_EQ(Boxes.size(), 1u);
+    EXPECT_TRUE(Boxes[0].Text.starts_with("Worksheet A cannot be opened to view now."))
+        << Boxes[0].Text;
+    UnloadForm(FindForm("frmEditCCs"));
+    emit grid->activated(grid->model()->index(0, 0));
+    auto* const view = dynamic_cast<frmWorksheet*>(FindOpenForm("view", "A"));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(Current(view), "8 Col_1");
+    Answers = {kOk};
+    Trigger("mnuReportClose");
+    ASSERT_FALSE(CrfIsOpen());
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        EXPECT_FALSE(window->objectName() == "frmCompare" && window->isVisible());
+}
+
 TEST_F(UndoWindows, AFileThatIsNoCrfIsToldAndNoWindowOpens) {
     Open(MakeCrf("One.CRF"));
     std::ofstream(folder.File("x.CRF")) << "x";

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QTimer>
+#include <QWidget>
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -74,6 +75,12 @@ QTimer& Timer() {
 
 void WatchStatement(QObject* watcher, std::function<void()> changed) {
     watchers.push_back({watcher, std::move(changed)});
+}
+
+void CloseWithStatement(QWidget* window) {
+    WatchStatement(window, [window, path = gCRFPath] {
+        if (!CrfIsOpen() || gCRFPath != path) window->close();
+    });
 }
 
 void TellOfStatement() {

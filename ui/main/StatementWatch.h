@@ -5,6 +5,7 @@
 #include <functional>
 
 class QObject;
+class QWidget;
 
 namespace zolmara::ui {
 
@@ -12,6 +13,9 @@ namespace zolmara::ui {
 /// it was closed; as long as the watcher lives. After a close it runs at once, else when the
 /// command at work is done.
 void WatchStatement(QObject* watcher, std::function<void()> changed);
+
+/// The window is of the CRF that is open now: it closes with it.
+void CloseWithStatement(QWidget* window);
 
 /// What is told of the statement is another, though the CRF may be as it was.
 void TellOfStatement();

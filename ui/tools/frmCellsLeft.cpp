@@ -11,6 +11,7 @@
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
 #include "ui/main/WorksheetRoads.h"
 #include "ui/tools/ListingModel.h"
 #include "worksheets/Worksheet.h"
@@ -54,6 +55,7 @@ frmCellsLeft::frmCellsLeft(std::vector<LeftCell> cells) : cells_(std::move(cells
     column->addWidget(grid, 1);
     column->addWidget(MakeButtonStrip({close}));
     PressOnEscape(this, close);
+    CloseWithStatement(this);
     resize(fontMetrics().averageCharWidth() * 100, fontMetrics().lineSpacing() * 24);
 }
 

@@ -24,6 +24,8 @@
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
+#include "ui/main/StatementWatch.h"
+#include "ui/main/WorksheetRoads.h"
 #include "ui/tools/ListingModel.h"
 #include "ui/worksheets/OpenWorksheet.h"
 #include "worksheets/Worksheet.h"
@@ -86,6 +88,7 @@ frmCompare::frmCompare(std::string other)
                          MakeButton("cmdPrint", "&Print", [this] { Print(); }),
                          MakeButton("cmdSave", "&Save As ...", [this] { Save(); }), close}));
     PressOnEscape(this, close);
+    CloseWithStatement(this);
     resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
 }
 
@@ -136,7 +139,7 @@ void frmCompare::GoTo(int row) {
         CommandAtWork())
         return;
     const std::string item = cell.Item == "CostCenters" ? "CCs" : cell.Item;
-    Guarded([&] { OpenWorksheet("view", item, CurOr(cell.Line), cell.Column); });
+    Guarded([&] { GoToWorksheet("view", item, CurOr(cell.Line), cell.Column); });
 }
 
 void frmCompare::Print() {
