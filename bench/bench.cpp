@@ -16,6 +16,7 @@
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
 #include "bench/RawSqlite.h"
+#include "bench/SilentHost.h"
 #include "bench/StructureBench.h"
 #include "bench/TableBench.h"
 #include "calc/Calc_All.h"
@@ -32,29 +33,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kRuns = 3;
-
-/// Nobody is in front; what would be a message is printed, since a benchmark expects none.
-class SilentHost : public Host {
-public:
-    int MsgBox(const std::string& text, int style, const std::string&) override {
-        fmt::print("{}\n", text);
-        return DefaultAnswer(style);
-    }
-    DateTime Now() override { return DateTime(2024, 2, 1); }
-    std::string GetSetting(const std::string&, const std::string&, const std::string&,
-                           const std::string& fallback) override {
-        return fallback;
-    }
-    void SaveSetting(const std::string&, const std::string&, const std::string&,
-                     const std::string&) override {}
-    std::string ProgramFolder() override { return "."; }
-    std::optional<std::string> ChooseFile(const FileDialog& dialog) override {
-        return dialog.FileName;
-    }
-    PageDevice* Printer() override { return Device; }
-
-    PageDevice* Device = nullptr;
-};
 
 struct Bench {
     std::string Folder;

@@ -88,6 +88,15 @@ const SheetLayout* BookLayout::Find(const std::string& item) const {
     return found == sheets_.end() ? nullptr : &*found;
 }
 
+std::vector<const SheetLayout*> BookLayout::SheetsOf(const Closing& group,
+                                                     const SheetLayout& own) const {
+    if (group.Items.empty()) return {&own};
+    std::vector<const SheetLayout*> sheets;
+    for (const std::string_view item : group.Items) sheets.push_back(Find(std::string(item)));
+    if (std::ranges::find(sheets, nullptr) != sheets.end()) return {};
+    return sheets;
+}
+
 bool BookLayout::SameRows(const SheetLayout& one, const SheetLayout& other) const {
     if (&one == &other) return true;
     const auto [known, isNew] = sameRows_.try_emplace({&one, &other}, true);

@@ -69,6 +69,9 @@ public:
     const std::vector<SheetLayout>& Sheets() const { return sheets_; }
     /// The sheet of a table; null when it is not in the workbook.
     const SheetLayout* Find(const std::string& item) const;
+    /// The sheets whose rows share by a closing, of which `own` is one. None when the workbook
+    /// lacks one of them.
+    std::vector<const SheetLayout*> SheetsOf(const Closing& group, const SheetLayout& own) const;
     /// True where every line that both sheets have stands on the same row.
     bool SameRows(const SheetLayout& one, const SheetLayout& other) const;
 

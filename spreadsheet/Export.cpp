@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "core/Globals.h"
 #include "core/Status.h"
@@ -10,7 +11,6 @@
 #include "spreadsheet/ExportHead.h"
 #include "spreadsheet/ExportSheet.h"
 #include "spreadsheet/FindingsSheet.h"
-#include "spreadsheet/FormulaWriter.h"
 #include "spreadsheet/Workbook.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
@@ -82,10 +82,11 @@ void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
     const SheetHead head = ReadSheetHead();
     const BookLayout layout(cells, items, head.Rows());
     Workbook book(path, true);
-    FormulaWriter formulas(layout, cells);
+    std::optional<ExportSheet::Formulas> formulas;
+    if (!choice.Values) formulas.emplace(layout);
     double done = 0;
     for (const SheetLayout& sheet : layout.Sheets()) {
-        ExportSheet(book, sheet, head, choice.Values ? nullptr : &formulas).Write();
+        ExportSheet(book, sheet, head, formulas ? &*formulas : nullptr).Write();
         done += 1;
         TheStatus().ShowProgress(done / static_cast<double>(items.size() + 1));
         TheStatus().DoEvents();

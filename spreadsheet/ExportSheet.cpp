@@ -7,7 +7,7 @@
 
 #include "core/Globals.h"
 #include "forms/FormTable.h"
-#include "spreadsheet/HelperValues.h"
+#include "spreadsheet/PassingRows.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/SheetNames.h"
@@ -40,7 +40,7 @@ bool MayBeEmpty(const Node& node) {
 }  // namespace
 
 ExportSheet::ExportSheet(Workbook& book, const SheetLayout& layout, const SheetHead& head,
-                         FormulaWriter* formulas)
+                         Formulas* formulas)
     : book_(book),
       layout_(layout),
       head_(head),
@@ -100,12 +100,11 @@ void ExportSheet::WriteHeadings() {
 }
 
 void ExportSheet::WriteRows() {
-    Recordset rows = gDB.OpenRecordset(
-        fmt::format("SELECT * FROM [{}] ORDER BY {};", layout_.Item, layout_.Fields.front()),
-        dbOpenSnapshot);
+    PassingRows rows(layout_.Item, layout_.Fields.front(), layout_.Lines);
     auto row = static_cast<lxw_row_t>(layout_.FirstRow - 1);
     for (; !rows.Eof(); rows.MoveNext(), ++row) {
-        const Currency line = CurOr(rows[0]);
+        const Currency line = rows.Line();
+        if (formulas_ != nullptr) formulas_->Cells.Pass(line);
         for (int column = 0; column < rows.FieldCount(); ++column)
             WriteCell(row, column, line, rows[column]);
     }
@@ -125,7 +124,7 @@ void ExportSheet::WriteFormula(lxw_row_t row, int column, const CellDescription&
                                Currency line, const Variant& value) {
     const Column& told = columns_[static_cast<std::size_t>(column)];
     const auto place = static_cast<lxw_col_t>(column);
-    const auto formula = formulas_->Of(
+    const auto formula = formulas_->Writer.Of(
         rule, layout_, {layout_.Item, line, layout_.Fields[static_cast<std::size_t>(column)]});
     if (formula && (value.IsNumber() || (value.IsNull() && !MayBeEmpty(rule.Formula))))
         worksheet_write_formula_num(sheet_, row, place, ("=" + *formula).c_str(), told.Format,
@@ -144,7 +143,6 @@ void ExportSheet::WriteFormula(lxw_row_t row, int column, const CellDescription&
 
 /// Hidden rows below the lines. A column with two closings has two sets of them.
 void ExportSheet::WriteHelpers() {
-    const HelperValues values(layout_);
     int last = 0;
     for (const ClosedColumn& column : layout_.Closed)
         last = std::max(last, column.FirstHelper + kHelpers - 1);
@@ -158,14 +156,14 @@ void ExportSheet::WriteHelpers() {
         for (const ClosedColumn& column : layout_.Closed) {
             const int offset = row - column.FirstHelper;
             if (offset >= 0 && offset < kHelpers)
-                WriteHelper(place, column, helper, values.Of(column, helper));
+                WriteHelper(place, column, helper, formulas_->Helpers.Of(column, helper));
         }
     }
 }
 
 void ExportSheet::WriteHelper(lxw_row_t row, const ClosedColumn& column, Helper helper,
                               double result) {
-    const auto formula = formulas_->OfHelper(helper, column, layout_);
+    const auto formula = formulas_->Writer.OfHelper(helper, column, layout_);
     if (!formula) return;
     const auto place = static_cast<lxw_col_t>(column.Column);
     if (formula->IsArray)

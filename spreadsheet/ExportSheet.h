@@ -5,14 +5,23 @@
 #include "forms/WorksheetForm.h"
 #include "spreadsheet/ExportHead.h"
 #include "spreadsheet/FormulaWriter.h"
+#include "spreadsheet/HelperValues.h"
+#include "spreadsheet/PassingCells.h"
 
 namespace zolmara {
 
 class ExportSheet {
 public:
-    /// With `formulas` computed cells are formulas, else values.
+    /// What computed cells are written from.
+    struct Formulas {
+        explicit Formulas(const BookLayout& layout) : Writer(layout, Cells), Helpers(layout) {}
+        PassingCells Cells;
+        FormulaWriter Writer;
+        HelperValues Helpers;
+    };
+    /// Without formulas computed cells are values.
     ExportSheet(Workbook& book, const SheetLayout& layout, const SheetHead& head,
-                FormulaWriter* formulas);
+                Formulas* formulas);
     void Write();
 
 private:
@@ -34,7 +43,7 @@ private:
     Workbook& book_;
     const SheetLayout& layout_;
     const SheetHead& head_;
-    FormulaWriter* formulas_;
+    Formulas* formulas_;
     lxw_worksheet* sheet_;
     WorksheetForm form_;
     std::vector<Column> columns_;

@@ -62,19 +62,6 @@ std::string_view FormulaWriter::NameOf(Helper helper) {
 
 namespace {
 
-/// The sheets whose rows share, of which this one is one.
-std::vector<const SheetLayout*> SheetsOf(const Closing& group, const SheetLayout& own,
-                                         const BookLayout& layout) {
-    if (group.Items.empty()) return {&own};
-    std::vector<const SheetLayout*> sheets;
-    for (const std::string_view item : group.Items) {
-        const SheetLayout* sheet = layout.Find(std::string(item));
-        if (sheet == nullptr) throw FormulaDraft::CannotWrite{};
-        sheets.push_back(sheet);
-    }
-    return sheets;
-}
-
 class HelperDraft {
 public:
     HelperDraft(const BookLayout& layout, CellSource& cells, const ClosedColumn& column,
@@ -84,8 +71,10 @@ public:
           column_(column),
           sheet_(sheet),
           group_(*column.Group),
-          sheets_(SheetsOf(group_, sheet, layout)),
-          rows_(sheet.RowsOf(group_.Lines)) {}
+          sheets_(layout.SheetsOf(group_, sheet)),
+          rows_(sheet.RowsOf(group_.Lines)) {
+        if (sheets_.empty()) throw FormulaDraft::CannotWrite{};
+    }
 
     FormulaWriter::HelperFormula Formula(Helper helper) {
         using enum Helper;

@@ -1,8 +1,10 @@
 #include "spreadsheet/HelperValues.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/Globals.h"
+#include "spreadsheet/PassingCells.h"
 
 namespace zolmara {
 
@@ -21,55 +23,84 @@ Variant WeightOf(const Closing& group, const CellRef& cell, const Variant& share
                  Evaluator& walker) {
     if (!group.Weight) return share;
     const Variant weight = walker.Value(*group.Weight, cell);
-    const bool computed = group.Weight->Kind == NodeKind::Cell &&
+    const bool computed = weight.IsNull() && group.Weight->Kind == NodeKind::Cell &&
                           FindDescription(Resolve(group.Weight->At, cell)) != nullptr;
-    return weight.IsNull() && computed ? Variant(0.0) : weight;
+    return computed ? Variant(0.0) : weight;
 }
 
 }  // namespace
 
-HelperValues::HelperValues(const SheetLayout& sheet) : sheet_(sheet) {
+HelperValues::HelperValues(const BookLayout& layout) : layout_(layout) {
+    for (const SheetLayout& sheet : layout.Sheets()) GatherSheet(sheet);
     StoreCells cells;
     Evaluator walker(cells);
-    for (const ClosedColumn& column : sheet.Closed) Gather(column, walker);
+    for (const SheetLayout& sheet : layout.Sheets())
+        for (const ClosedColumn& closed : sheet.Closed) Close(sheet, closed, walker);
 }
 
-void HelperValues::Gather(const ClosedColumn& column, Evaluator& walker) {
-    const Closing& group = *column.Group;
-    std::array<double, kHelpers>& values = values_[&column];
-    const auto set = [&](Helper helper, double value) {
-        values.at(static_cast<std::size_t>(helper)) = value;
-    };
-    set(Helper::Got, -1);
-    set(Helper::Largest, -1);
-    CellRef cell{sheet_.Item, Currency(), column.Field};
-    const ClosedShares& shares = walker.Shares(group, cell);
+void HelperValues::GatherSheet(const SheetLayout& sheet) {
+    if (sheet.Closed.empty()) return;
+    PassingCells cells;
+    Evaluator walker(cells);
+    for (const Currency line : sheet.Lines) {
+        cells.Pass(line);
+        for (const ClosedColumn& closed : sheet.Closed) {
+            if (!closed.Group->Lines.Holds(line)) continue;
+            const CellRef cell{sheet.Item, line, closed.Field};
+            const Variant share = walker.Value(closed.Group->Share, cell);
+            const double size = SizeOf(*closed.Group, WeightOf(*closed.Group, cell, share, walker));
+            Column& column = columns_[&closed];
+            column.Got += NumOr(share);
+            if (column.Any() && size <= column.Largest) continue;
+            column.Largest = size;
+            column.Place = sheet.RowOf(line);
+        }
+    }
+}
+
+/// What the helper cells of all sheets say together; the first of equal sheets takes the
+/// difference.
+void HelperValues::Close(const SheetLayout& sheet, const ClosedColumn& closed, Evaluator& walker) {
+    Column& own = columns_[&closed];
     double got = 0;
-    double largest = 0;
-    int place = 0;
-    for (const Currency line : sheet_.Lines) {
-        if (!group.Lines.Holds(line)) continue;
-        cell.Line = line;
-        const Variant share = walker.Share(group, cell);
-        got += NumOr(share);
-        const double size = SizeOf(group, WeightOf(group, cell, share, walker));
-        if (place != 0 && size <= largest) continue;
-        largest = size;
-        place = sheet_.RowOf(line);
+    bool ahead = true;
+    bool largest = own.Any();
+    for (const SheetLayout* other : layout_.SheetsOf(*closed.Group, sheet)) {
+        const ClosedColumn* there = other->ClosedAt(closed.Field, closed.Group);
+        const auto known = there == nullptr ? columns_.end() : columns_.find(there);
+        if (other == &sheet) ahead = false;
+        if (known == columns_.end() || !known->second.Any()) continue;
+        got += known->second.Got;
+        if (other == &sheet) continue;
+        const double size = std::max(own.Largest, 0.0);
+        const double against = std::max(known->second.Largest, 0.0);
+        largest = largest && (ahead ? size > against : size >= against);
     }
-    if (place != 0) {
-        set(Helper::Got, got);
-        set(Helper::Largest, largest);
-    }
-    set(Helper::Want, shares.Want);
-    set(Helper::Place, place);
-    const bool takes = shares.Moves && shares.Item == sheet_.Item;
-    set(Helper::Taker, takes ? sheet_.RowOf(shares.Line) : 0);
-    set(Helper::Difference, RoundTo(shares.Want - shares.Got, 9));
+    own.Want = walker.Number(closed.Group->Want, {sheet.Item, Currency(), closed.Field});
+    own.Difference = RoundTo(own.Want - got, 9);
+    const bool moves = got != own.Want && !(closed.Group->LeavesZero && got == 0) &&
+                       !(closed.Group->OnlyAboveZero && own.Largest <= 0);
+    own.Taker = largest && moves ? own.Place : 0;
 }
 
-double HelperValues::Of(const ClosedColumn& column, Helper helper) const {
-    return values_.at(&column).at(static_cast<std::size_t>(helper));
+double HelperValues::Of(const ClosedColumn& closed, Helper helper) const {
+    const Column& column = columns_.at(&closed);
+    using enum Helper;
+    switch (helper) {
+        case Got:
+            return column.Any() ? column.Got : -1;
+        case Want:
+            return column.Want;
+        case Largest:
+            return column.Any() ? column.Largest : -1;
+        case Place:
+            return column.Place;
+        case Taker:
+            return column.Taker;
+        case Difference:
+            return column.Difference;
+    }
+    return 0;
 }
 
 }  // namespace zolmara
