@@ -105,6 +105,14 @@ void KeepUnder(const Scratch& scratch, const std::string& path) {
     if (error) FileFailed(path, error);
 }
 
+/// One that is closed, or a backup: a year's work, which nobody means to give for an output.
+bool IsCostReportFile(std::string_view head) {
+    constexpr std::size_t kMarkAt = 68;
+    constexpr std::string_view kMark = "ZMLR";
+    return head.starts_with("SQLite format 3") && head.size() > kMarkAt &&
+           head.substr(kMarkAt).starts_with(kMark);
+}
+
 }  // namespace
 
 bool AnyFile(std::string_view /*head*/) { return true; }
@@ -139,7 +147,12 @@ void NeedMayWrite(const std::string& path, const OwnOutput& own) {
     const bool writable = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
     if (!writable || ::access(path.c_str(), W_OK) != 0)
         throw StoreError(StoreError::Kind::ReadOnly, path + ": the file is read-only");
-    if (info.st_size == 0 || (own && own(HeadOf(path)))) return;
+    if (info.st_size == 0) return;
+    const std::string head = HeadOf(path);
+    if (own && own(head)) return;
+    if (IsCostReportFile(head))
+        throw StoreError(StoreError::Kind::Other,
+                         path + ": This is a Cost Report File; choose another name");
     NeedConsent(path);
 }
 

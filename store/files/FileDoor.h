@@ -50,9 +50,10 @@ private:
 /// Asks for the consent to replace a file that is none of the writer's own. FileKept without it.
 void NeedConsent(const std::string& path);
 
-/// Raises unless `path` may be written: StoreError::Other for a protected file, CannotOpen for
-/// what is no regular file, ReadOnly for a file marked so, FileKept for another's file that is to
-/// stay. Whoever writes several files asks for all of them first.
+/// Raises unless `path` may be written: StoreError::Other for a protected file and for any other
+/// Cost Report File that is no output of this writer, whatever was consented; CannotOpen for what
+/// is no regular file, ReadOnly for a file marked so, FileKept for another's file that is to stay.
+/// Whoever writes several files asks for all of them first.
 void NeedMayWrite(const std::string& path, const OwnOutput& own);
 
 /// A file that is written aside and then put in place. Given up unless it is put.
