@@ -13,6 +13,7 @@
 #include "spreadsheet/FindingsSheet.h"
 #include "spreadsheet/Workbook.h"
 #include "store/session/Session.h"
+#include "worksheets/SheetTitles.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -24,8 +25,8 @@ constexpr const char* kOtherTables[] = {"CostCenters", "ES"};
 
 std::vector<std::string> AllItems() {
     std::vector<std::string> items;
-    for (const Worksheet& sheet : AllWorksheets())
-        if (gDB.HasTable(sheet.Item)) items.emplace_back(sheet.Item);
+    for (const std::string& sheet : SheetsByLetter())
+        if (gDB.HasTable(sheet)) items.push_back(sheet);
     for (const char* table : kOtherTables)
         if (gDB.HasTable(table)) items.emplace_back(table);
     return items;

@@ -6,29 +6,22 @@
 #include <optional>
 
 #include "core/Globals.h"
-#include "forms/FormTable.h"
 #include "spreadsheet/PassingRows.h"
+#include "spreadsheet/SheetPage.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/SheetNames.h"
+#include "worksheets/SheetTitles.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
 
 namespace {
 
-/// The form prints the others across the page.
-constexpr std::string_view kPortraits[] = {"A8", "A7p?", "G", "G1", "Sp1", "CostCenters", "ES"};
-
-bool IsLandscape(const std::string& item) {
-    return std::ranges::none_of(
-        kPortraits, [&](std::string_view pattern) { return FitsPattern(pattern, item); });
-}
-
 std::string TitleOf(const std::string& item) {
     if (FindWorksheet(item) == nullptr)
         return item == "ES" ? "Pooled Allocation Statistical Basis" : "Cost Centers";
-    return "Worksheet " + PrintedName(item);
+    return fmt::format("Worksheet {}: {}", PrintedName(item), SheetTitle(item));
 }
 
 /// A description that may come to nothing shows nothing then; any other shows 0.
@@ -51,8 +44,10 @@ ExportSheet::ExportSheet(Workbook& book, const SheetLayout& layout, const SheetH
         const int column = form_.ColumnOf(field);
         const FormColumn shown = form_.Columns.at(static_cast<std::size_t>(column));
         const std::string format = shown.IsNumber() ? shown.NumberFormat : "@";
-        columns_.push_back({shown, ColumnRules(layout.Item, field),
-                            book.Format({.NumberFormat = format, .Wrap = shown.Wrap})});
+        columns_.push_back(
+            {shown, ColumnRules(layout.Item, field),
+             book.Format(
+                 {.NumberFormat = format, .Wrap = shown.Wrap, .Indented = !shown.IsNumber()})});
     }
 }
 
@@ -67,22 +62,44 @@ void ExportSheet::Write() {
 void ExportSheet::SetUpPage() {
     constexpr std::uint8_t kLetter = 1;
     const auto frozen = static_cast<lxw_col_t>(form_.FrozenColumns);
-    if (IsLandscape(layout_.Item)) worksheet_set_landscape(sheet_);
+    const bool landscape = IsLandscape(layout_.Item);
+    const auto across = static_cast<std::uint16_t>(PagesAcross(form_, landscape));
+    if (landscape) worksheet_set_landscape(sheet_);
     worksheet_set_paper(sheet_, kLetter);
-    worksheet_fit_to_pages(sheet_, 1, 0);
+    worksheet_fit_to_pages(sheet_, across, 0);
     worksheet_repeat_rows(sheet_, 0, static_cast<lxw_row_t>(head_.TitleRow()));
     if (frozen > 0) worksheet_repeat_columns(sheet_, 0, static_cast<lxw_col_t>(frozen - 1));
     worksheet_freeze_panes(sheet_, static_cast<lxw_row_t>(head_.Rows()), frozen);
     worksheet_set_footer(sheet_, "&L&A&RPage &P of &N");
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        constexpr double kTwipsPerCharacter = 105;
         const FormColumn& shown = columns_[i].Shown;
         lxw_row_col_options options = {};
         options.hidden = shown.Hidden ? LXW_TRUE : LXW_FALSE;
         const auto column = static_cast<lxw_col_t>(i);
-        worksheet_set_column_opt(sheet_, column, column, shown.Width / kTwipsPerCharacter, nullptr,
-                                 &options);
+        worksheet_set_column_opt(sheet_, column, column, CharactersOf(shown), nullptr, &options);
     }
+}
+
+/// A word that is longer than its column, or does not fit behind the others, takes a line more.
+double ExportSheet::TitleHeight() const {
+    int lines = 1;
+    for (const Column& column : columns_) {
+        const std::string title = Replace(column.Shown.Title, "|", "\n");
+        const int told = LinesIn(title, CharactersOf(column.Shown));
+        lines = std::max(lines, told > 1 ? told + 1 : told);
+    }
+    return kLineHeight * lines;
+}
+
+/// Spreadsheets do not all make room for texts of several lines when they open a file.
+void ExportSheet::SetHeight(lxw_row_t row, const PassingRows& cells) {
+    int lines = 1;
+    for (int i = 0; i < cells.FieldCount(); ++i) {
+        const FormColumn& shown = columns_[static_cast<std::size_t>(i)].Shown;
+        if (shown.Wrap && !shown.IsNumber() && !shown.Hidden)
+            lines = std::max(lines, LinesIn(Text(cells[i]), CharactersOf(shown) - 2));
+    }
+    if (lines > 1) worksheet_set_row(sheet_, row, kLineHeight * lines, nullptr);
 }
 
 void ExportSheet::WriteHeadings() {
@@ -92,8 +109,7 @@ void ExportSheet::WriteHeadings() {
     const auto titles = static_cast<lxw_row_t>(head_.TitleRow());
     for (std::size_t i = 0; i < columns_.size(); ++i)
         PutText(sheet_, numbers, static_cast<int>(i), columns_[i].Shown.Number, heading);
-    constexpr double kTitleHeight = 60;
-    worksheet_set_row(sheet_, titles, kTitleHeight, nullptr);
+    worksheet_set_row(sheet_, titles, TitleHeight(), nullptr);
     for (std::size_t i = 0; i < columns_.size(); ++i)
         PutText(sheet_, titles, static_cast<int>(i), Replace(columns_[i].Shown.Title, "|", "\n"),
                 heading);
@@ -105,6 +121,7 @@ void ExportSheet::WriteRows() {
     for (; !rows.Eof(); rows.MoveNext(), ++row) {
         const Currency line = rows.Line();
         if (formulas_ != nullptr) formulas_->Cells.Pass(line);
+        SetHeight(row, rows);
         for (int column = 0; column < rows.FieldCount(); ++column)
             WriteCell(row, column, line, rows[column]);
     }
@@ -130,9 +147,10 @@ void ExportSheet::WriteFormula(lxw_row_t row, int column, const CellDescription&
         worksheet_write_formula_num(sheet_, row, place, ("=" + *formula).c_str(), told.Format,
                                     NumOr(value));
     else if (formula)
-        worksheet_write_formula_str(sheet_, row, place, ("=" + *formula).c_str(),
-                                    book_.Format({.NumberFormat = told.Shown.NumberFormat}),
-                                    SheetText(Text(value)).c_str());
+        worksheet_write_formula_str(
+            sheet_, row, place, ("=" + *formula).c_str(),
+            book_.Format({.NumberFormat = told.Shown.NumberFormat, .Indented = true}),
+            SheetText(Text(value)).c_str());
     else if (value.IsNumber())
         PutNumber(sheet_, row, column, value.Number(), told.Format);
     else

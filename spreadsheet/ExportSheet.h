@@ -33,6 +33,8 @@ private:
 
     void SetUpPage();
     void WriteHeadings();
+    double TitleHeight() const;
+    void SetHeight(lxw_row_t row, const PassingRows& cells);
     void WriteRows();
     void WriteCell(lxw_row_t row, int column, Currency line, const Variant& value);
     void WriteFormula(lxw_row_t row, int column, const CellDescription& rule, Currency line,

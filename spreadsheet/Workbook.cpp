@@ -76,6 +76,7 @@ lxw_format* Workbook::Format(const CellLook& look) {
     if (look.Wrap) format_set_text_wrap(format);
     if (look.Wrap || look.Centered) format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
     if (look.Centered) format_set_align(format, LXW_ALIGN_CENTER);
+    if (look.Indented) format_set_indent(format, 1);
     constexpr lxw_color_t kHeading = 0xE8ECF0;
     constexpr lxw_color_t kToKey = 0xFFFDE7;
     constexpr lxw_color_t kLink = 0x0B57A4;

@@ -246,7 +246,7 @@ TEST_F(Export, HasTheHeadTitlesFrozenPanesPrintTitlesAndThePageOfTheForm) {
     EXPECT_EQ(text("A8", 1, 0), "\"Northfield Health System\"");
     EXPECT_EQ(text("A8", 2, 0), "\"Provider CCN: 14-9012\"");
     EXPECT_EQ(text("A8", 3, 0), "\"Period from  1/1/2023  to  12/31/2023\"");
-    EXPECT_EQ(text("A8", 4, 0), "\"Worksheet A-8\"");
+    EXPECT_EQ(text("A8", 4, 0), "\"Worksheet A-8: Adjustments to expenses\"");
     EXPECT_EQ(text("A8", 6, 3), "\"3\"");
     EXPECT_EQ(text("A8", 7, 3), "\"Amount\"");
     EXPECT_NE(book.Xml("A8").find("<pane xSplit=\"2\" ySplit=\"7\""), std::string::npos);
@@ -254,6 +254,35 @@ TEST_F(Export, HasTheHeadTitlesFrozenPanesPrintTitlesAndThePageOfTheForm) {
     EXPECT_NE(book.Xml("A").find("orientation=\"landscape\""), std::string::npos);
     EXPECT_NE(book.Xml("Bp1").find("orientation=\"landscape\""), std::string::npos);
     ASSERT_TRUE(book.Names().contains("_xlnm.Print_Titles"));
+}
+
+TEST_F(Export, HasTheSheetsInTheOrderOfTheForm) {
+    test::MakeNorthfield(folder);
+    const std::vector<std::string> sheets = Written().Sheets();
+    ASSERT_GT(sheets.size(), 10u);
+    EXPECT_EQ(std::vector<std::string>(sheets.begin(), sheets.begin() + 9),
+              (std::vector<std::string>{"Sp1", "S1p1", "S1p2", "S2p1", "S2p2", "S2p3", "A", "A6",
+                                        "A7p1"}));
+    EXPECT_EQ(sheets.back(), "ES");
+}
+
+TEST_F(Export, PutsWideSchedulesOnSeveralPagesWithTheirFirstColumnsOnEach) {
+    test::MakeNorthfield(folder);
+    Book book = Written();
+    EXPECT_NE(book.Xml("A").find("fitToHeight=\"0\""), std::string::npos);
+    EXPECT_EQ(book.Xml("A").find("fitToWidth"), std::string::npos) << "one page across";
+    EXPECT_NE(book.Xml("Dp1").find("fitToWidth=\""), std::string::npos);
+    const std::string wide = book.Xml("Dp1");
+    EXPECT_GE(Val(wide.substr(wide.find("fitToWidth=\"") + 12)), 2);
+}
+
+TEST_F(Export, MakesRoomForTextsOfSeveralLines) {
+    test::MakeNorthfield(folder);
+    test::SetCell("S1p1", 1, "Col_1", std::string(40, 'x'));
+    const std::string xml = Written().Xml("S1p1");
+    const std::string row = xml.substr(xml.find("<row r=\"8\""));
+    EXPECT_GE(Val(row.substr(row.find(" ht=\"") + 5)), 30) << row.substr(0, 60);
+    EXPECT_EQ(xml.substr(xml.find("<row r=\"9\"")).substr(0, 14).find("ht="), std::string::npos);
 }
 
 TEST_F(Export, NamesTheTotals) {
@@ -286,7 +315,7 @@ TEST_F(Export, WritesPlainValuesWhereTheyAreAskedFor) {
 TEST_F(Export, OfSomeWorksheetsWritesWhatReadsOthersAsValues) {
     test::MakeNorthfield(folder);
     Book book = Written({.Items = {"g1", "A8", "A81P1"}});
-    EXPECT_EQ(book.Sheets(), (std::vector<std::string>{"A81p1", "A8", "G1"}));
+    EXPECT_EQ(book.Sheets(), (std::vector<std::string>{"A8", "A81p1", "G1"}));
     Faults faults;
     EXPECT_GT(ProveFormulas(book, faults), 0);
     EXPECT_EQ(faults, Faults{});
