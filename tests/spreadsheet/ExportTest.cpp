@@ -282,7 +282,7 @@ TEST_F(Export, MakesRoomForTextsOfSeveralLines) {
     const std::string xml = Written().Xml("S1p1");
     const std::string row = xml.substr(xml.find("<row r=\"8\""));
     EXPECT_GE(Val(row.substr(row.find(" ht=\"") + 5)), 30) << row.substr(0, 60);
-    EXPECT_EQ(xml.substr(xml.find("<row r=\"9\"")).substr(0, 14).find("ht="), std::string::npos);
+    EXPECT_NE(xml.find("<row r=\"10\">"), std::string::npos) << "a row of short texts";
 }
 
 TEST_F(Export, NamesTheTotals) {
