@@ -96,8 +96,9 @@ TEST_F(BookFaults, AFullDiskIsToldAndTheFormerFileStays) {
         const std::string path = In(writer.Name);
         writer.Write(path);
         const auto whole = fs::file_size(path);
-        // No room at all, for a part, for all but the end.
-        for (const auto limit : {std::uintmax_t{0}, whole / 3, whole * 2 / 3, whole - 1}) {
+        // No room at all, for a part, for all but the end. The time of its making is in a workbook,
+        // so that two differ by some bytes.
+        for (const auto limit : {std::uintmax_t{0}, whole / 3, whole * 2 / 3, whole - 100}) {
             SCOPED_TRACE(limit);
             fs::remove(path);
             Make(path);
@@ -113,7 +114,7 @@ TEST_F(BookFaults, AFullDiskIsToldAndTheFormerFileStays) {
                 });
             EXPECT_EQ(end.Status, 3) << end.Message;
             EXPECT_NE(end.Message.find(path), std::string::npos) << end.Message;
-            EXPECT_EQ(BytesOf(path), kFormer);
+            EXPECT_TRUE(BytesOf(path) == kFormer) << "the former file is gone";
             EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", writer.Name}));
         }
         fs::remove(path);
