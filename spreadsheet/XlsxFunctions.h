@@ -12,6 +12,7 @@
 #define format_set_bold ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_bold)
 #define format_set_border ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_border)
 #define format_set_font_color ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_font_color)
+#define format_set_indent ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_indent)
 #define format_set_num_format ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_num_format)
 #define format_set_text_wrap ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_text_wrap)
 #define format_set_underline ZOLMARA_FUNCTION_OF(XlsxLibrary, format_set_underline)
