@@ -87,7 +87,7 @@ constexpr const char* kTooMuchMemory = "it takes more memory than a file of cell
 /// Reads the file and sends its rows; never comes back.
 [[noreturn]] void Work(int file, std::uint64_t size, int pipe, SheetFileKind kind,
                        const SheetLimits& limits) {
-    SheetSender sender(pipe);
+    SheetSender sender(pipe, limits.RowBytes);
     try {
         CloseAllBut(file, pipe);
         SetLimits(limits);

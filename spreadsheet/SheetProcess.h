@@ -20,6 +20,7 @@ struct SheetLimits {
     std::uint64_t FileBytes = 256ULL * 1024 * 1024;
     std::uint64_t MemoryBytes = 1536ULL * 1024 * 1024;  ///< beside what the program has already
     unsigned CpuSeconds = 120;
+    std::uint64_t RowBytes = 512ULL * 1024 * 1024;  ///< of all rows that it gives
 };
 
 class SheetProcess {

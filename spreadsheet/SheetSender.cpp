@@ -1,8 +1,11 @@
 #include "spreadsheet/SheetSender.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <cerrno>
+
+#include "spreadsheet/SheetReaders.h"
 
 namespace zolmara {
 
@@ -30,6 +33,9 @@ void SheetSender::Send(const SheetRow& row) {
         Text(cell.Text);
     }
     if (buffer_.size() >= kPiece) Flush();
+    if (sent_ > most_)
+        throw UnreadableSheets(
+            fmt::format("its rows hold more than {} MB", most_ / (1024ULL * 1024ULL)));
 }
 
 void SheetSender::SendEnd(std::string_view reason) {
@@ -41,6 +47,7 @@ void SheetSender::SendEnd(std::string_view reason) {
 /// Nobody who could be told is left where the other end is closed.
 void SheetSender::Flush() {
     std::string_view rest = buffer_;
+    sent_ += rest.size();
     while (!rest.empty()) {
         const ssize_t sent = write(pipe_, rest.data(), rest.size());
         if (sent < 0 && errno == EINTR) continue;

@@ -16,13 +16,16 @@ enum class SheetRecord : std::uint32_t {
     End = 2,  ///< with the reason why not all was read, or an empty text
 };
 
-/// Longer texts are cut: no cell of the form takes as much.
-inline constexpr std::size_t kMaxSheetText = 64UL * 1024;
+/// Longer texts are cut: no cell of the form takes a quarter of it, and the import says so.
+inline constexpr std::size_t kMaxSheetText = 1024;
 
 class SheetSender {
 public:
-    explicit SheetSender(int pipe) : pipe_(pipe) {}
+    /// `most`: bytes of all rows together.
+    SheetSender(int pipe, std::uint64_t most) : pipe_(pipe), most_(most) {}
 
+    /// UnreadableSheets for more than that: a few bytes of a file can say that a row stands there a
+    /// million times.
     void Send(const SheetRow& row);
     void SendEnd(std::string_view reason);
 
@@ -32,6 +35,8 @@ private:
     void Flush();
 
     int pipe_;
+    std::uint64_t most_;
+    std::uint64_t sent_ = 0;
     std::string buffer_;
 };
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "import/ImportTools.h"
@@ -371,8 +372,9 @@ TEST_F(SheetImport, ReadsAMillionRowsToTheirEnd) {
 }
 
 /// Reads a file under limits and gives the reason why it was not read.
-std::string FailureUnder(const std::string& path, const SheetLimits& limits) {
-    SheetProcess process(path, SheetFileKind::Xlsx, limits);
+std::string FailureUnder(const std::string& path, const SheetLimits& limits,
+                         SheetFileKind kind = SheetFileKind::Xlsx) {
+    SheetProcess process(path, kind, limits);
     while (process.Next()) continue;
     return process.Failure();
 }
@@ -391,6 +393,85 @@ TEST_F(SheetImport, EndsAReaderThatTakesTooMuchTime) {
     test::WriteRawXlsx(File("a.xlsx"), xml);
     EXPECT_EQ(FailureUnder(File("a.xlsx"), {.CpuSeconds = 0}),
               "it takes more time or memory than a file of cells may");
+}
+
+std::string OdsText(const std::string& text, const std::string& attributes = "") {
+    return "<table:table-cell office:value-type=\"string\" " + attributes + "><text:p>" + text +
+           "</text:p></table:table-cell>";
+}
+std::string OdsRow(const Texts& texts, const std::string& attributes = "") {
+    std::string row = "<table:table-row " + attributes + ">";
+    for (const std::string& text : texts) row += OdsText(text);
+    return row + "</table:table-row>";
+}
+const Texts kFour = {"Worksheet", "Line", "Column", "Contents"};
+
+/// A file of less than a kilobyte.
+TEST_F(SheetImport, RefusesARowThatIsSaidToStandThereAMillionTimes) {
+    test::WriteRawOds(File("a.ods"),
+                      OdsRow(kFour) + OdsRow({"A", "8", "1", std::string(900, 'x')},
+                                             "table:number-rows-repeated=\"1000000\""));
+    EXPECT_LT(std::filesystem::file_size(File("a.ods")), 2000u);
+    EXPECT_EQ(FailureUnder(File("a.ods"), {.RowBytes = 8 << 20}, SheetFileKind::Ods),
+              "its rows hold more than 8 MB");
+}
+
+TEST_F(SheetImport, CutsATextThatNoCellTakesAndSaysThatItIsTooLong) {
+    for (const std::string& file :
+         {Csv("Worksheet,Line,Column,Contents\nS1p1,1,1," + std::string(3 << 20, 'x') + "\n"),
+          Xlsx({{"S1p1", "1", "1", std::string(3 << 20, 'x')}})}) {
+        EXPECT_FALSE(ImportFile(file));
+        EXPECT_NE(OnlyMessage().find("The Contents value is longer than 255 characters"),
+                  std::string::npos);
+        EXPECT_TRUE(test::Cell("S1p1", 1, "Col_1").IsNull());
+    }
+}
+
+TEST_F(SheetImport, OfOdsTellsErrorsFormulasAndMergedCells) {
+    const auto row = [](const std::string& contents) {
+        return "<table:table-row>" + OdsText("A") + OdsText("8") + OdsText("1") + contents +
+               "</table:table-row>";
+    };
+    test::WriteRawOds(
+        File("a.ods"),
+        OdsRow(kFour) +
+            row("<table:table-cell table:formula=\"of:=1/0\" office:value-type=\"string\">"
+                "<text:p>#DIV/0!</text:p></table:table-cell>") +
+            row("<table:table-cell table:formula=\"of:=1+1\"/>") +
+            row("<table:table-cell table:formula=\"of:=1+1\" office:value-type=\"float\" "
+                "office:value=\"2\"><text:p>2</text:p></table:table-cell>") +
+            row(OdsText("5", "table:number-rows-spanned=\"3\"")));
+    EXPECT_FALSE(ImportFile(File("a.ods")));
+    const Texts told = Told();
+    ASSERT_EQ(told.size(), 3u) << ::testing::PrintToString(told);
+    const auto says = [&](const char* words, const char* cell) {
+        return std::ranges::any_of(told, [&](const std::string& text) {
+            return text.starts_with(words) && text.find(cell) != std::string::npos;
+        });
+    };
+    EXPECT_TRUE(says("The cell holds an error instead of a value", "D2")) << told[0];
+    EXPECT_TRUE(says("The cell holds a formula without its result", "D3")) << told[1];
+    EXPECT_TRUE(says("Merged cells hold one value for several lines", "D5:D7")) << told[2];
+    EXPECT_EQ(A(8), Variant(7.0)) << "the good lines are there";
+}
+
+TEST_F(SheetImport, OfOdsRefusesABombAndBrokenXml) {
+    std::vector<test::ZipPart> parts = {{"content.xml", "<a/>"}};
+    const std::string zeros(64 << 20, ' ');
+    for (int i = 0; i < 9; ++i) parts.emplace_back(fmt::format("Pictures/{}", i), zeros);
+    test::WriteZip(File("bomb.ods"), parts);
+    EXPECT_REFUSED(File("bomb.ods"), "it unpacks to more than 512 MB");
+    test::WriteRawOds(File("a.ods"), OdsRow(kFour) + "<table:table-row>");
+    EXPECT_REFUSED(File("a.ods"), "content.xml");
+}
+
+TEST_F(SheetImport, OfCsvTellsErrorsAndRefusesWhatIsNoText) {
+    EXPECT_FALSE(ImportFile(Csv("Worksheet,Line,Column,Contents\nA,8,1,#DIV/0!\nA,9,1,5\n")));
+    EXPECT_EQ(OnlyMessage(),
+              "The cell holds an error instead of a value in ASCII Import line:  | D2: A, 8, 1");
+    EXPECT_EQ(A(9), Variant(5.0));
+    EXPECT_REFUSED(Csv(std::string("Worksheet,Line,Column,Contents\nA,8,1,\0\n", 38)),
+                   "it holds characters that are no text");
 }
 
 TEST_F(SheetImport, RefusesFilesThatAreTooLargeMissingOrNoFiles) {
