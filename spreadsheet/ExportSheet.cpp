@@ -97,7 +97,7 @@ void ExportSheet::SetHeight(lxw_row_t row, const PassingRows& cells) {
     for (int i = 0; i < cells.FieldCount(); ++i) {
         const FormColumn& shown = columns_[static_cast<std::size_t>(i)].Shown;
         if (shown.Wrap && !shown.IsNumber() && !shown.Hidden)
-            lines = std::max(lines, LinesIn(Text(cells[i]), CharactersOf(shown) - 2));
+            lines = std::max(lines, LinesIn(Text(cells[i]), CharactersOf(shown)));
     }
     if (lines > 1) worksheet_set_row(sheet_, row, kLineHeight * lines, nullptr);
 }
@@ -149,7 +149,8 @@ void ExportSheet::WriteFormula(lxw_row_t row, int column, const CellDescription&
     else if (formula)
         worksheet_write_formula_str(
             sheet_, row, place, ("=" + *formula).c_str(),
-            book_.Format({.NumberFormat = told.Shown.NumberFormat, .Indented = true}),
+            book_.Format(
+                {.NumberFormat = told.Shown.NumberFormat, .AtTop = true, .Indented = true}),
             SheetText(Text(value)).c_str());
     else if (value.IsNumber())
         PutNumber(sheet_, row, column, value.Number(), told.Format);

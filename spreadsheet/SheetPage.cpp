@@ -43,11 +43,13 @@ int PagesAcross(const WorksheetForm& form, bool landscape) {
 }
 
 int LinesIn(std::string_view text, double characters) {
+    constexpr double kLettersInFigure = 1.15;
+    const double letters = std::max(characters * kLettersInFigure, 1.0);
     int lines = 0;
     for (;;) {
         const std::size_t end = text.find('\n');
         const auto length = static_cast<double>(text.substr(0, end).size());
-        lines += std::max(1, static_cast<int>(std::ceil(length / std::max(characters, 1.0))));
+        lines += std::max(1, static_cast<int>(std::ceil(length / letters)));
         if (end == std::string_view::npos) return lines;
         text.remove_prefix(end + 1);
     }

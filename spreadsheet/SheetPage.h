@@ -18,7 +18,8 @@ double CharactersOf(const FormColumn& column);
 /// A schedule of many cost centers goes over several pages, with its first columns on each: on one
 /// nobody could read it.
 int PagesAcross(const WorksheetForm& form, bool landscape);
-/// The lines that a text takes in a column so wide, its own line ends counted.
+/// The lines that a text takes in a column so wide, its own line ends counted: its letters are
+/// narrower than the figures that widths are told in.
 int LinesIn(std::string_view text, double characters);
 
 }  // namespace zolmara

@@ -74,7 +74,7 @@ lxw_format* Workbook::Format(const CellLook& look) {
     if (!look.NumberFormat.empty()) format_set_num_format(format, look.NumberFormat.c_str());
     if (look.Bold) format_set_bold(format);
     if (look.Wrap) format_set_text_wrap(format);
-    if (look.Wrap || look.Centered) format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
+    if (look.Wrap || look.Centered || look.AtTop) format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
     if (look.Centered) format_set_align(format, LXW_ALIGN_CENTER);
     if (look.Indented) format_set_indent(format, 1);
     constexpr lxw_color_t kHeading = 0xE8ECF0;

@@ -24,6 +24,7 @@ struct CellLook {
     bool Shaded = false;    ///< a heading
     bool Unlocked = false;  ///< to be keyed, on a protected sheet
     bool Link = false;
+    bool AtTop = false;     ///< in rows of several lines
     bool Indented = false;  ///< apart from the number on its left
     auto operator<=>(const CellLook&) const = default;
 };
