@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QPointer>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTreeView>
 #include <algorithm>
 
@@ -147,6 +148,10 @@ TEST_F(ToolWindowsTest, TheThemeIsDarkOrLightAtOnceAndRemembered) {
     };
     EXPECT_TRUE(WaitFor([&] { return tone(QPalette::Window) < 128; }));
     EXPECT_GT(tone(QPalette::WindowText), 128);
+    const auto line = static_cast<QRgb>(
+        QApplication::style()->styleHint(QStyle::SH_Table_GridLineColor, nullptr));
+    EXPECT_GT(qGray(line) - qGray(QApplication::palette().color(QPalette::Base).rgb()), 40)
+        << "the lines between cells are seen";
     EXPECT_EQ(SavedTheme(), "dark");
     // What is not checked has an outline that can be told from the window.
     QCheckBox box("Box");

@@ -256,5 +256,27 @@ TEST_F(SheetKeys, ALockedCellTakesNoKeysAndSaysSo) {
               "Worksheet A, line 1, Description: CRC-B&F, locked");
 }
 
+TEST_F(SheetKeys, TheFrameOfTheCurrentCellStaysInSightWhileItIsKeyed) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Type("1");
+    const QWidget* editor = a->Grid().Editor();
+    ASSERT_NE(editor, nullptr);
+    const QRect cell = a->Grid().visualRect(a->Grid().currentIndex());
+    EXPECT_EQ(editor->geometry(), cell.adjusted(2, 2, -2, -2));
+}
+
+TEST_F(SheetKeys, InANarrowWindowTheStatusLineFoldsAndIsWhole) {
+    auto* a6 = Sheet("edit", "A6");
+    a6->resize(500, 400);
+    At(a6, 1, "Col_5");
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_NE(Status(a6).find("Average"), std::string::npos);
+    const auto* line = a6->findChild<QLabel*>("lblStatus");
+    ASSERT_GT(line->fontMetrics().horizontalAdvance(line->text()), line->width());
+    EXPECT_TRUE(WaitFor([&] { return line->height() >= line->heightForWidth(line->width()); }));
+    EXPECT_GT(line->height(), line->fontMetrics().lineSpacing() * 3 / 2);
+}
+
 }  // namespace
 }  // namespace zolmara::ui

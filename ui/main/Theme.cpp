@@ -52,10 +52,17 @@ QPalette PaletteOf(bool dark) {
     return palette;
 }
 
-/// Dark on dark, a box or button that is not checked would not be seen: it gets an outline.
+/// Dark on dark, the lines of a grid and a box or button that is not checked would not be seen:
+/// lines are lighter than the ground, and a box gets an outline.
 class DarkStyle : public QProxyStyle {
 public:
     DarkStyle() : QProxyStyle("Fusion") {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* more) const override {
+        constexpr QRgb kGridLine = 0xff55585e;
+        if (hint == SH_Table_GridLineColor) return static_cast<int>(kGridLine);
+        return QProxyStyle::styleHint(hint, option, widget, more);
+    }
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);

@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* kAsRead = "asRead";
 constexpr int kListButton = 16;
+constexpr int kFrame = 2;
 
 QColor Mixed(const QColor& a, const QColor& b, double share) {
     const auto mix = [share](double x, double y) { return x * (1 - share) + y * share; };
@@ -43,7 +44,7 @@ void PaintListButton(QPainter* painter, const QStyleOptionViewItem& option) {
 }
 
 void PaintFrame(QPainter* painter, const QStyleOptionViewItem& option) {
-    painter->setPen(QPen(option.palette.color(QPalette::Text), 2));
+    painter->setPen(QPen(option.palette.color(QPalette::Text), kFrame));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
 }
@@ -113,7 +114,8 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
 
 void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                         const QModelIndex& /*index*/) const {
-    editor->setGeometry(option.rect);
+    // The frame of the current cell stays in sight while it is keyed.
+    editor->setGeometry(option.rect.adjusted(kFrame, kFrame, -kFrame, -kFrame));
 }
 
 void CellDelegate::Finish(QWidget* editor, Step step) {

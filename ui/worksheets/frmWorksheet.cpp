@@ -43,6 +43,7 @@ frmWorksheet::frmWorksheet() : model_(this) {
     lblStatus_->setObjectName("lblStatus");
     lblStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblStatus_->setMinimumWidth(1);
+    lblStatus_->setWordWrap(true);
     picButtons_ = new QWidget;
     picButtons_->setObjectName("picButtons");
     auto* column = new QVBoxLayout(this);
