@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -69,6 +68,8 @@ int BeEntryChild(char** argv) {
     QApplication app(count, argv);
     const std::string crf = argv[2];
     TheDesktop().SplashTime = 0;
+    // Tests run beside one another.
+    TheDesktop().AnotherCopyRuns = [] { return false; };
     TheDesktop().MsgBox = [](const std::string& text, int style, const std::string&) {
         std::fprintf(stderr, "%s\n", text.c_str());
         return DefaultAnswer(style);
@@ -85,9 +86,7 @@ int BeEntryChild(char** argv) {
 int RunEntryChild(const EntryChild& child) {
     QFile::remove(Q(ReportOf(child.Crf)));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_RUNTIME_DIR", Q(FolderOf(child.Crf)) + ".run");
     environment.insert("XDG_DATA_HOME", Q(FolderOf(child.Crf)) + ".data");
-    QDir().mkpath(Q(FolderOf(child.Crf)) + ".run");
     QProcess program;
     program.setProcessEnvironment(environment);
     program.start(QCoreApplication::applicationFilePath(),
