@@ -28,7 +28,7 @@ TEST_F(DiffCommand, SameIsZeroAndDifferentIsTwo) {
     EXPECT_EQ(cell["percent"], 50);
     EXPECT_EQ(Run({"diff", here, there, "--format", "csv"}).Out,
               "item,line,column,name,here,there,difference,percent\n"
-              "A,8,Col_1,\"Salaries of Officers\",150,100,50,50\n");
+              "A,8,Col_1,Salaries of Officers,150,100,50,50\n");
     EXPECT_EQ(Run({"diff", here, there, "G", "A8"}).Status, 0);
     EXPECT_EQ(Run({"diff", here, there, "--over", "50"}).Status, 0);
     EXPECT_EQ(Run({"diff", here, there, "--over", "49", "--over-percent", "49"}).Status, 2);
