@@ -45,8 +45,11 @@ QTableWidget* MakeTable(const BlockResult& result) {
             table->setItem(row, column++, new QTableWidgetItem(cell));
         ++row;
     }
+    // A reason is a sentence or two: it folds in what the others leave.
     table->resizeColumnsToContents();
-    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setSectionResizeMode(static_cast<int>(kTitles.size()) - 1,
+                                                    QHeaderView::Stretch);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     return table;
 }
 
