@@ -9,7 +9,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "forms/CellAddress.h"
-#include "forms/WhereKeyed.h"
+#include "forms/ExplainByForm.h"
 #include "store/session/Session.h"
 #include "worksheets/Explain.h"
 
@@ -72,7 +72,7 @@ struct Question {
                 fmt::format("More than {} cells would have to be told; choose a smaller --depth",
                             Figure(kMostCells)));
         Explanation told = Teller.Explain(cell);
-        TellWhereKeyed(told);
+        TellByForm(told);
         return told;
     }
 

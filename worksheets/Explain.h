@@ -38,7 +38,7 @@ struct Explanation {
     Variant Value;      ///< as stored: a number, a text or Null
     CellState Kind = CellState::Fixed;
     /// The rule in words of the form. Of a keyed cell: where it is keyed, and what a calculation
-    /// does to it; forms/WhereKeyed.h tells it for the very cell. Where the stored figure is not
+    /// does to it; forms/ExplainByForm.h tells it for the very cell. Where the stored figure is not
     /// what the formula comes to, that too.
     std::string Rule = {};
     /// The rule with the figures in it: "0.134482 of 1,250,000 = 168,102.50, rounded 168,103".

@@ -1,7 +1,7 @@
 #include "ui/tools/ExplainTree.h"
 
 #include "core/Globals.h"
-#include "forms/WhereKeyed.h"
+#include "forms/ExplainByForm.h"
 #include "store/Dao.h"
 #include "ui/main/QtText.h"
 
@@ -105,7 +105,7 @@ void ExplainTree::fetchMore(const QModelIndex& parent) {
 
 Explanation ExplainTree::Told(const CellRef& cell) {
     Explanation told = explainer_->Explain(cell);
-    TellWhereKeyed(told);
+    TellByForm(told);
     return told;
 }
 
@@ -114,7 +114,7 @@ Explanation ExplainTree::Told(const CellRef& cell) {
 QVariant ExplainTree::Text(Node& node, int column) const {
     if (!node.Glance) {
         node.Glance = explainer_->Glance(node.Cell);
-        TellWhereKeyed(*node.Glance);
+        TellByForm(*node.Glance);
     }
     switch (column) {
         case kCell:

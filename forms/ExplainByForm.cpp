@@ -1,4 +1,4 @@
-#include "forms/WhereKeyed.h"
+#include "forms/ExplainByForm.h"
 
 #include <fmt/format.h>
 
@@ -6,6 +6,7 @@
 #include "forms/CellAddress.h"
 #include "forms/CellRoads.h"
 #include "forms/CellRules.h"
+#include "forms/WorksheetForm.h"
 #include "store/session/Session.h"
 #include "worksheets/Descriptions.h"
 
@@ -41,9 +42,17 @@ std::string WhereKeyed(const CellRef& cell) {
     return "";
 }
 
+std::string TitleOf(const CellRef& cell) {
+    const auto form = DescribeForm(FormMode::View, cell.Item == "CostCenters" ? "CCs" : cell.Item);
+    const int column = form ? form->ColumnOf(cell.Field) : -1;
+    if (column < 0) return "";
+    return Replace(TitleOnRow(*form, BeginRow(*form, cell.Line), column), "|", " ");
+}
+
 }  // namespace
 
-void TellWhereKeyed(Explanation& told) {
+void TellByForm(Explanation& told) {
+    if (told.Title.empty()) told.Title = TitleOf(told.Cell);
     if (told.Kind != CellState::Keyed || !HasRow(told.Cell.Item, told.Cell.Line)) return;
     const CellDescription* over = FindOverwriting(told.Cell);
     std::string where = WhereKeyed(told.Cell);
