@@ -128,15 +128,24 @@ void ReportPage::Begin(std::string_view label, std::span<const std::string_view>
     Print();
 }
 
+namespace {
+
+std::vector<std::string> TextsOf(const std::vector<TextLine>& lines) {
+    std::vector<std::string> texts;
+    texts.reserve(lines.size());
+    for (const TextLine& line : lines) texts.push_back(line.Text());
+    return texts;
+}
+
+}  // namespace
+
 std::vector<std::string> HeadLines(std::span<const HeadText> head, std::string_view section) {
     std::vector<TextLine> lines(head.empty() ? 0 : static_cast<std::size_t>(head.back().Line));
     for (const HeadText& text : head) {
         lines[static_cast<std::size_t>(text.Line - 1)].At(
             text.Tab, text.Text == kSectionWord ? section : text.Text);
     }
-    std::vector<std::string> texts;
-    for (const TextLine& line : lines) texts.push_back(line.Text());
-    return texts;
+    return TextsOf(lines);
 }
 
 std::string CellText(const Variant& value, CellForm form, int width) {
@@ -166,12 +175,6 @@ void PutCell(std::vector<TextLine>& lines, const Variant& value, const CellLayou
         const int tab = TabOf(cell, texts[i]);
         IsSummed(cell.Form) ? lines[i].AmountAt(tab, texts[i]) : lines[i].At(tab, texts[i]);
     }
-}
-
-std::vector<std::string> TextsOf(const std::vector<TextLine>& lines) {
-    std::vector<std::string> texts;
-    for (const TextLine& line : lines) texts.push_back(line.Text());
-    return texts;
 }
 
 }  // namespace

@@ -133,9 +133,7 @@ Variant ConstantOf(const Node& node) {
     return node.Text.empty() ? Variant(node.Number) : Variant(node.Text);
 }
 
-}  // namespace
-
-namespace {
+double RatioOf(double amount, double divisor) { return divisor == 0 ? 0 : amount / divisor; }
 
 Variant NameOf(const Variant& line, CellSource& cells) {
     return line.IsNull() ? Variant() : cells.Value({"CostCenters", CurOr(line), "CCName"});
@@ -177,10 +175,8 @@ Variant Evaluator::Value(const Node& node, const CellRef& own) {
             return RestOf(node, own);
         case NodeKind::Product:
             return Number(node.Parts[0], own) * Number(node.Parts[1], own);
-        case NodeKind::Ratio: {
-            const double divisor = Number(node.Parts[1], own);
-            return divisor == 0 ? 0 : Number(node.Parts[0], own) / divisor;
-        }
+        case NodeKind::Ratio:
+            return RatioOf(Number(node.Parts[0], own), Number(node.Parts[1], own));
         case NodeKind::Rounded:
             return RoundTo(Number(node.Parts[0], own), node.Digits);
         case NodeKind::InText:
