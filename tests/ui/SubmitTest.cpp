@@ -72,6 +72,13 @@ TEST_F(Submit, CancelWipesAnEarlierSignature) {
     EXPECT_EQ(FindForm("frmESCert"), nullptr);
     EXPECT_EQ(Master("ESLastName"), Variant());
     EXPECT_TRUE(Dialogs.size() == 1);
+    EXPECT_EQ(Done(), "Not signed: the earlier signature was taken back");
+}
+
+TEST_F(Submit, CancelWithoutASignatureHasNothingToSay) {
+    Trigger("mnuReportElectronically");
+    Click("frmESCert", "cmdCancel");
+    EXPECT_EQ(Done(), "");
 }
 
 TEST_F(Submit, AcceptBuildsTheFilesAndOffersToCopyThem) {

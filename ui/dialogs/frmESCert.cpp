@@ -12,6 +12,7 @@
 
 #include "ecr/Certification.h"
 #include "ui/main/Buttons.h"
+#include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
 
@@ -44,6 +45,12 @@ QScrollArea* Scrolled(QLabel* label) {
     return area;
 }
 
+/// The window, and the button with what it holds, goes on the way.
+void Cancel(bool wasSigned) {
+    CancelCertification();
+    if (wasSigned) TellDone("Not signed: the earlier signature was taken back");
+}
+
 }  // namespace
 
 frmESCert::frmESCert() {
@@ -61,7 +68,8 @@ frmESCert::frmESCert() {
         AcceptCertification(S(txtESFirst_->text()), S(txtESLast_->text()), S(txtESTitle_->text()));
     });
     auto* manually = MakeButton("cmdManually", "Sign Manually", [] { SignManually(); });
-    auto* cancel = MakeButton("cmdCancel", "&Cancel", [] { CancelCertification(); });
+    const bool wasSigned = !texts.txtESLast.empty();
+    auto* cancel = MakeButton("cmdCancel", "&Cancel", [wasSigned] { Cancel(wasSigned); });
     auto* choices = new QGridLayout;
     choices->setColumnStretch(0, 1);
     choices->addWidget(TextLabel("lblAccept",
