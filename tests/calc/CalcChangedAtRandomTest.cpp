@@ -97,7 +97,8 @@ private:
         return "texts";
     }
 
-    /// Behind the last subscript of its line, or in the place of one.
+    /// Behind the last subscript of its line, or in the place of one. With two and more behind it
+    /// the columns cannot move up: it is refused, ahead of any change.
     std::string AddCenter() {
         const int group = 8 + Below(20);
         const auto subscripts =
@@ -106,7 +107,11 @@ private:
                 .size();
         if (subscripts > 4) return "nothing";
         const double line = group + 0.01 * (1 + Below(static_cast<int>(subscripts) + 1));
-        AddCostCenter(Currency(line));
+        try {
+            AddCostCenter(Currency(line));
+        } catch (const StoreError&) {
+            return fmt::format("cost center {} refused", line);
+        }
         return fmt::format("new cost center {}", line);
     }
 

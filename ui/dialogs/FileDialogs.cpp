@@ -105,7 +105,7 @@ QString FirstFilter(const FileDialog& dialog) {
 QString ExtensionToSave(const QString& kind, const FileDialog& dialog) {
     const QStringList parts = Q(dialog.Filter).split('|', Qt::SkipEmptyParts);
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString extension = ExtensionOf(parts[i + 1]);
+        QString extension = ExtensionOf(parts[i + 1]);
         if (!extension.isEmpty() && NameFilter(parts[i], parts[i + 1]) == kind) return extension;
     }
     return Q(dialog.DefaultExt);
