@@ -86,7 +86,7 @@ std::string NameOfEntry(const RowEntry& row) { return "Enter " + LineTitle(row.T
 RowEntry WriteRow(const RowEntry& row) {
     auto stored = gDB.OpenRecordset(
         fmt::format("SELECT * FROM [{}] WHERE {}=?;", row.Table, LineKeyOf(row.Table)), {row.Line});
-    const RowEntry changes = Changes(row, stored);
+    RowEntry changes = Changes(row, stored);
     if (changes.Changed()) RunAct(NameOfEntry(row), [&] { Write(changes, stored); });
     return changes;
 }

@@ -177,6 +177,12 @@ private:
 
 // --- Two files, cell by cell -----------------------------------------------------------------
 
+std::string_view BytesOf(sqlite3_stmt* row, int column) {
+    const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+    const int size = sqlite3_column_bytes(row, column);
+    return bytes == nullptr ? "" : std::string_view(bytes, static_cast<std::size_t>(size));
+}
+
 bool SameCell(sqlite3_stmt* one, sqlite3_stmt* other, int column) {
     const int type = sqlite3_column_type(one, column);
     if (type != sqlite3_column_type(other, column)) return false;
@@ -186,10 +192,7 @@ bool SameCell(sqlite3_stmt* one, sqlite3_stmt* other, int column) {
         const double b = sqlite3_column_double(other, column);
         return std::memcmp(&a, &b, sizeof a) == 0;
     }
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(one, column));
-    return size == static_cast<std::size_t>(sqlite3_column_bytes(other, column)) &&
-           std::memcmp(sqlite3_column_blob(one, column), sqlite3_column_blob(other, column),
-                       size) == 0;
+    return BytesOf(one, column) == BytesOf(other, column);
 }
 
 /// Where the rows differ; empty where they do not.
