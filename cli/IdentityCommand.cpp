@@ -57,7 +57,7 @@ void Show() {
 /// A copy takes no file's place.
 std::string NewFile(const Inputs& inputs) {
     if (inputs.Text("--save-as").empty()) throw CommandLineError{"--save-as must not be empty"};
-    const std::string path = FullPath(inputs.Text("--save-as"));
+    std::string path = FullPath(inputs.Text("--save-as"));
     if (FileExists(path) && !IsSameFile(path, gCRFPath))
         throw std::runtime_error(fmt::format("{} is there already", path));
     // A place that takes no file is told as that, and not as a copy that failed.

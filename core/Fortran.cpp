@@ -69,7 +69,7 @@ std::string KindM(const Field& field) {
     return RightMost(std::string(field.Width, ' ') + digits, field.Width);
 }
 
-std::string BlankIfZero(const Field& field, std::size_t width, std::string result) {
+std::string BlankIfZero(const Field& field, std::size_t width, const std::string& result) {
     const bool blank = field.BlankZero && field.Fill == " " && Val(result) == 0;
     return blank ? std::string(width, ' ') : result;
 }

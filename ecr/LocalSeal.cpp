@@ -48,7 +48,7 @@ std::string DigestOf(const std::string& path) {
 }  // namespace
 
 std::string SealLocally(const std::string& path, bool printImage) {
-    const std::string seal = std::string(kSealName) + DigestOf(path);
+    std::string seal = std::string(kSealName) + DigestOf(path);
     const std::string line =
         printImage ? fmt::format("{} {}\r\n", kPiFingerprintMark, seal) : "4" + seal + "\r\n";
     std::ofstream file(path, std::ios::binary | std::ios::app);

@@ -12,7 +12,7 @@ namespace zolmara {
 class TextFile {
 public:
     /// The longest piece of a line that is given; what is behind it in the line is passed over.
-    static constexpr std::size_t kMaxLine = 64 * 1024;
+    static constexpr std::size_t kMaxLine = std::size_t{64} * 1024;
 
     /// Opens the file and looks through it once. StoreError::CannotOpen, with the path, for one
     /// that is not there, is a folder or a device, or cannot be read.

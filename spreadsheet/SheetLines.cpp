@@ -110,7 +110,7 @@ std::vector<std::string> SheetLines::Notes() const {
 
 void SheetLines::BeginSheet(const std::string& name) {
     EndSheet();
-    sheet_.emplace();
+    sheet_ = Sheet{};
     sheet_->Name = name;
 }
 

@@ -159,7 +159,7 @@ double SheetProcess::PartRead() const {
 
 /// Sees to it that so many bytes lie ready. False where the process ends before that.
 bool SheetProcess::Fill(std::size_t bytes) {
-    constexpr std::size_t kPiece = 256 * 1024;
+    constexpr std::size_t kPiece = std::size_t{256} * 1024;
     if (buffer_.size() - at_ >= bytes) return true;
     buffer_.erase(0, at_);
     at_ = 0;

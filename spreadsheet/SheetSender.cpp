@@ -21,7 +21,7 @@ void SheetSender::Text(std::string_view text) {
 }
 
 void SheetSender::Send(const SheetRow& row) {
-    constexpr std::size_t kPiece = 64 * 1024;
+    constexpr std::size_t kPiece = std::size_t{64} * 1024;
     Number(static_cast<std::uint32_t>(SheetRecord::Row));
     Text(row.Sheet);
     Number(static_cast<std::uint64_t>(row.Row));

@@ -9,7 +9,7 @@ namespace zolmara {
 
 namespace {
 
-constexpr std::uint64_t kMegabyte = 1024 * 1024;
+constexpr std::uint64_t kMegabyte = std::uint64_t{1024} * 1024;
 /// Half a million cells of the four columns unpack to some 100 MB.
 constexpr std::uint64_t kMaxUnpacked = 512 * kMegabyte;
 constexpr zip_int64_t kMaxEntries = 10000;

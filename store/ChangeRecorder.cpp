@@ -125,7 +125,7 @@ bool ChangeRecorder::CompareTable(const std::string& table, const Rows& rows, Ba
             changes.Rows.push_back(
                 {row, before.has_value(), exists, 0, 0, before.value_or(""), now});
     }
-    if (changes.Rows.empty()) return false;
+    if (!keep || changes.Rows.empty()) return false;
     keep->Tables.push_back(std::move(changes));
     return true;
 }

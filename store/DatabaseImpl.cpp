@@ -30,13 +30,13 @@ Variant AsNumber(const Variant& value) {
 }
 
 Variant AsCurrency(const Variant& value) {
-    const Variant number = AsNumber(value);
+    Variant number = AsNumber(value);
     if (!number.IsNumber() || !Currency::Holds(number.Number())) return number;
     return Currency(number.Number()).ToDouble();
 }
 
 Variant AsInteger(const Variant& value) {
-    const Variant number = AsNumber(value);
+    Variant number = AsNumber(value);
     if (!number.IsNumber() || std::abs(number.Number()) > 1e15) return number;
     return std::int64_t{std::llrint(number.Number())};
 }

@@ -34,6 +34,7 @@ void AddSubtotal(DescriptionTable& rules, Currency line, std::string_view column
     }
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table.
 DescriptionTable MakeDescriptions() {
     const std::string noneHere = "The other capital related lines carry no amount in this column.";
     DescriptionTable rules = {

@@ -55,15 +55,15 @@ void frmMain::MakeMenu(const MenuEntry& entry) {
         parents_[entry.Name] = menu;
         menus_[entry.Name] = menu->menuAction();
     } else {
-        MakeCommand(entry, parent);
+        MakeCommand(entry, *parent);
     }
 }
 
-void frmMain::MakeCommand(const MenuEntry& entry, QMenu* parent) {
+void frmMain::MakeCommand(const MenuEntry& entry, QMenu& parent) {
     auto* const action = new QAction(Q(entry.Caption), this);
     action->setObjectName(Q(entry.Name));
     if (!entry.Shortcut.empty()) action->setShortcut(QKeySequence(Q(entry.Shortcut)));
-    parent->addAction(action);
+    parent.addAction(action);
     menus_[entry.Name] = action;
     connect(action, &QAction::triggered, this,
             [this, action, mode = entry.Mode, item = entry.Item] {

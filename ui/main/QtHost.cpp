@@ -42,7 +42,7 @@ QtHost::QtHost(Settings settings, std::string programFolder)
 }
 
 QtHost::~QtHost() {
-    SetPointer(Pointer::Normal);
+    QtHost::SetPointer(Pointer::Normal);
     InstallHost(former_);
     theHost = nullptr;
 }

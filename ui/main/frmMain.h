@@ -80,7 +80,7 @@ private:
     void MakeMenus();
     void OpenMenuBar();
     void MakeMenu(const MenuEntry& entry);
-    void MakeCommand(const MenuEntry& entry, QMenu* parent);
+    void MakeCommand(const MenuEntry& entry, QMenu& parent);
     QWidget* MakeWelcome();
     QWidget* MakeRecent();
     void ShowRecent();

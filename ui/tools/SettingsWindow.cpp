@@ -11,6 +11,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 #include <array>
+#include <cmath>
 #include <filesystem>
 
 #include "core/Dialogs.h"
@@ -98,7 +99,8 @@ SettingsWindow::SettingsWindow() {
     form->addRow(chkEntry_);
     chkQuality_ = MakeSwitch("chkQuality", "&High quality printing", HighQualityPrinting());
     form->addRow(chkQuality_);
-    numZoom_ = MakeNumber("numZoom", 50, 300, static_cast<int>(SavedZoom() * 100 + 0.5), " %");
+    numZoom_ =
+        MakeNumber("numZoom", 50, 300, static_cast<int>(std::lround(SavedZoom() * 100)), " %");
     form->addRow("&Zoom of worksheets:", numZoom_);
     cboTheme_ = new QComboBox;
     cboTheme_->setObjectName("cboTheme");

@@ -34,6 +34,7 @@ void ToggleEntryCalculation() {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-function-size): a table.
 std::vector<Tool>& Tools() {
     static std::vector<Tool> tools = {
         {.Name = "tlsEntryCalculation",

@@ -30,7 +30,7 @@ void OpenNextFinding() {
     if (!CrfIsOpen() || !TableExists("Error", false)) return TheDialogs().Beep();
     const ErrorView view = ReadErrorView();
     auto* window = dynamic_cast<frmViewError*>(FindForm("frmViewError"));
-    if (window) position = static_cast<std::size_t>(window->Selected() + 1);
+    if (window) position = static_cast<std::size_t>(window->Selected()) + 1;
     for (std::size_t step = 0; step < view.Rows.size(); ++step)
         if (OpenAt(view, (position + step) % view.Rows.size(), window)) return;
     TheDialogs().Beep();

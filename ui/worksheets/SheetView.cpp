@@ -30,7 +30,7 @@ SheetView::SheetView(SheetModel& model, const CellActs& acts, QWidget* parent)
     setCornerButtonEnabled(true);
     verticalHeader()->setFixedWidth(kSelectorWidth);
     MakeFrozen();
-    setModel(&model);
+    SheetView::setModel(&model);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int column, int /*before*/, int width) { ColumnResized(column, width); });
     connect(frozen_->horizontalHeader(), &QHeaderView::sectionResized, this,
