@@ -55,7 +55,7 @@ void frmMain::MakeMenu(const MenuEntry& entry) {
         parents_[entry.Name] = menu;
         menus_[entry.Name] = menu->menuAction();
     } else {
-        MakeCommand(entry, *parent);
+        MakeCommand(entry, *parents_.at(entry.Parent));
     }
 }
 
