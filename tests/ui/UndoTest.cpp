@@ -50,6 +50,16 @@ protected:
         return In<QTableView>(window, "grd")->model()->rowCount();
     }
     using SheetTest::At;
+    /// Opens a statement and compares it with its copy of before one cell was changed.
+    void CompareOneChange() {
+        const std::string other = MakeSample("Other.CRF");
+        const std::string path = folder.File("One.CRF");
+        fs::copy_file(other, path);
+        Open(path);
+        gDB.Execute("UPDATE A SET Col_1=1234567 WHERE LineNum=8;");
+        Files.emplace_back(other);
+        Entry("tlsCompare")->trigger();
+    }
 };
 
 TEST_F(UndoWindows, CtrlZTakesTheLastActBackAndCtrlYDoesItAgain) {
@@ -170,13 +180,7 @@ TEST_F(UndoWindows, ARestoreThatIsDeclinedChangesNothing) {
 // --- Comparison ----------------------------------------------------------------------------
 
 TEST_F(UndoWindows, TheComparisonTellsPrintsAndSavesWhatDiffers) {
-    const std::string other = MakeSample("Other.CRF");
-    const std::string path = folder.File("One.CRF");
-    fs::copy_file(other, path);
-    Open(path);
-    gDB.Execute("UPDATE A SET Col_1=1234567 WHERE LineNum=8;");
-    Files.emplace_back(other);
-    Entry("tlsCompare")->trigger();
+    CompareOneChange();
     ASSERT_EQ(RowsOf("frmCompare"), 1);
     EXPECT_EQ(At("frmCompare", 0, 0), "A");
     EXPECT_EQ(At("frmCompare", 0, 2), "Col_1");
@@ -210,13 +214,7 @@ TEST_F(UndoWindows, TheComparisonTellsPrintsAndSavesWhatDiffers) {
 }
 
 TEST_F(UndoWindows, TheComparisonKeepsToTheGatesOfTheMenusAndClosesWithItsFile) {
-    const std::string other = MakeSample("Other.CRF");
-    const std::string path = folder.File("One.CRF");
-    fs::copy_file(other, path);
-    Open(path);
-    gDB.Execute("UPDATE A SET Col_1=1234567 WHERE LineNum=8;");
-    Files.emplace_back(other);
-    Entry("tlsCompare")->trigger();
+    CompareOneChange();
     auto* const grid = In<QTableView>("frmCompare", "grd");
     Sheet("edit", "CCs");
     Boxes.clear();
