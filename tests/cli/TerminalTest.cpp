@@ -2,12 +2,13 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 
 #include "cli/CliRunner.h"
@@ -19,7 +20,7 @@ namespace {
 /// The controlling end of a terminal, and the name of the other end.
 class Terminal {
 public:
-    Terminal() : master_(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+    Terminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
         if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0)
             throw std::runtime_error("no terminal");
         // Held open, what the program wrote stays to be read after its end.
@@ -33,16 +34,32 @@ public:
     Terminal& operator=(const Terminal&) = delete;
 
     std::string Name() const { return ptsname(master_); }
-    /// All that was written to it.
+    /// All that is written to it up to `Close`, taken as it comes: a terminal holds a page, and
+    /// behind that the program waits for its reader.
     std::string Written() const {
         std::string text;
-        std::array<char, 4096> buffer{};
-        for (ssize_t count = 0; (count = read(master_, buffer.data(), buffer.size())) > 0;)
+        while (!text.ends_with(kLastWord)) {
+            pollfd ready{.fd = master_, .events = POLLIN, .revents = 0};
+            if (poll(&ready, 1, -1) < 0) break;
+            std::array<char, 4096> buffer{};
+            const ssize_t count = read(master_, buffer.data(), buffer.size());
+            if (count <= 0) break;
             text.append(buffer.data(), static_cast<std::size_t>(count));
+        }
+        if (text.ends_with(kLastWord)) text.resize(text.size() - kLastWord.size());
         return text;
+    }
+    /// Nothing more comes. A terminal passes on what it was given some time after the writer went
+    /// on, so its reader waits for a last word and not for a silence.
+    void Close() const {
+        if (write(slave_, kLastWord.data(), kLastWord.size()) !=
+            static_cast<ssize_t>(kLastWord.size()))
+            throw std::runtime_error("the terminal took no last word");
     }
 
 private:
+    static constexpr std::string_view kLastWord = "<no more is written>";
+
     int master_;
     int slave_;
 };
@@ -61,18 +78,12 @@ protected:
         CliSetting setting;
         setting.OutputFile = terminal.Name();
         std::string text;
-        std::atomic<bool> ended = false;
-        // A terminal takes a page; behind that the program waits for its reader.
-        std::jthread reader([&] {
-            while (!ended) {
-                text += terminal.Written();
-                std::this_thread::yield();
-            }
-        });
-        Run(words, setting);
-        ended = true;
-        reader.join();
-        return text + terminal.Written();
+        {
+            const std::jthread reader([&] { text = terminal.Written(); });
+            Run(words, setting);
+            terminal.Close();
+        }
+        return text;
     }
 
     /// It clears the screen, by the one byte form as well, rings and goes back; the quotes and the
