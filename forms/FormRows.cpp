@@ -18,10 +18,11 @@ bool IsUnitCost(const std::string& format, Currency line) {
     return line == kUnitCostMultiplier && format.starts_with("#,###,###");
 }
 
-std::string Shown(const std::string& format, const Variant& value) {
+std::string Shown(const std::string& format, Currency line, const Variant& value) {
     if (value.IsNull()) return "";
     if (value.IsDate()) return FormatDate(value.AsDate(), "mm/dd/yyyy");
-    return format.empty() ? Text(value) : FormatNumber(value, format);
+    if (format.empty()) return Text(value);
+    return FormatNumber(value, IsUnitCost(format, line) ? kUnitCost : format);
 }
 
 }  // namespace
@@ -76,9 +77,7 @@ Variant FormRows::Cell(int row, std::string_view field) const {
 
 std::string FormRows::CellText(int row, int column) const {
     if (column < 0 || static_cast<std::size_t>(column) >= formats_.size()) return "";
-    const std::string& format = formats_[static_cast<std::size_t>(column)];
-    if (IsUnitCost(format, Line(row))) return Shown(std::string(kUnitCost), Cell(row, column));
-    return Shown(format, Cell(row, column));
+    return Shown(formats_[static_cast<std::size_t>(column)], Line(row), Cell(row, column));
 }
 
 Currency FormRows::Line(int row) const { return CurOr(Cell(row, key_)); }
@@ -91,8 +90,8 @@ int FormRows::RowOf(Currency line) const {
     return found == marks_.end() ? -1 : static_cast<int>(found - marks_.begin());
 }
 
-std::string ShownText(const FormColumn& column, const Variant& value) {
-    return Shown(column.NumberFormat, value);
+std::string ShownText(const FormColumn& column, Currency line, const Variant& value) {
+    return Shown(column.NumberFormat, line, value);
 }
 
 }  // namespace zolmara

@@ -97,7 +97,7 @@ private:
     bool IsHarmless(const RowEntry& row, const PastedCell& cell) const {
         if (onLocked_ == OnLocked::PassOver || PlainText(cell.Text).empty()) return true;
         const Variant stored = CellOfRow(form_, row, cell.Column);
-        return PlainText(cell.Text) == ShownText(ColumnAt(form_, cell.Column), stored) ||
+        return PlainText(cell.Text) == ShownText(ColumnAt(form_, cell.Column), row.Line, stored) ||
                PlainNumber(cell.Text) == Text(stored);
     }
 

@@ -149,8 +149,8 @@ private:
     mutable std::map<int, std::vector<Variant>> read_;
 };
 
-/// A value as a cell of the column shows it.
-std::string ShownText(const FormColumn& column, const Variant& value);
+/// A value as the column shows it on a line: a unit cost multiplier has its six decimals.
+std::string ShownText(const FormColumn& column, Currency line, const Variant& value);
 
 // --- What holds on a row ------------------------------------------------------------------------
 

@@ -254,6 +254,7 @@ void Evaluator::Gather(Group& group, const Closing& closing, const CellRef& own)
             column.emplace_back(line, share.IsNull() ? std::nullopt : std::optional(NumOr(share)));
             shares.Got += NumOr(share);
             const Variant weight = closing.Weight ? Value(*closing.Weight, member) : share;
+            shares.AllZero = shares.AllZero && NumOr(weight) == 0;
             ofItem.Take(item, line, SizeOf(closing, weight));
         }
         if (ofItem.Found) largest.Take(item, ofItem.Line, Against(closing, ofItem.Size));

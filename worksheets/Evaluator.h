@@ -30,8 +30,9 @@ bool IsPosted(const EntrySource& source, Currency entry, CellSource& cells);
 struct ClosedShares {
     double Got = 0;
     double Want = 0;
-    bool Moves = false;  ///< one of them takes the difference
-    std::string Item;    ///< whose row does
+    bool Moves = false;   ///< one of them takes the difference
+    bool AllZero = true;  ///< none is the largest: the first one takes it
+    std::string Item;     ///< whose row does
     Currency Line;
 };
 

@@ -40,7 +40,8 @@ public:
                 return fmt::format("{} {} {} = {}", Number(node.Parts[0]), node.Text,
                                    Number(node.Parts[1]), Number(node));
             case NodeKind::Ratio:
-                return fmt::format("{} / {} = {}", Number(node.Parts[0]), Number(node.Parts[1]),
+                return fmt::format("{} / {} {} {}", Number(node.Parts[0]), Number(node.Parts[1]),
+                                   IsZero(node.Parts[1]) ? "is taken as" : "=",
                                    FineFigure(walker_.Number(node, own_)));
             case NodeKind::Rounded:
                 return TellRounded(node);
@@ -120,9 +121,15 @@ private:
         const ClosedShares& shares = walker_.Shares(closing, own_);
         if (!shares.Moves || shares.Line != own_.Line || shares.Item != own_.Item) return text;
         const double moved = ThroughText(shares.Want - shares.Got);
-        return text + fmt::format("; {} {} {}, since line {} has {}", Figure(std::abs(moved)),
+        return text + fmt::format("; {} {} {}, since {}", Figure(std::abs(moved)),
                                   moved < 0 ? "taken off" : "added", closing.Closes,
-                                  NumberText(own_.Line), closing.Because);
+                                  WhyThisLine(closing, shares));
+    }
+
+    std::string WhyThisLine(const Closing& closing, const ClosedShares& shares) const {
+        const std::string line = NumberText(own_.Line);
+        if (shares.AllZero) return fmt::format("all of them are 0 and line {} is the first", line);
+        return fmt::format("line {} has {}", line, closing.Because);
     }
 
     const CellRef& own_;

@@ -76,6 +76,13 @@ TEST_F(SheetForms, AScheduleHasAColumnForEachCostCenterItHas) {
     EXPECT_EQ(fields, lines);
 }
 
+TEST_F(SheetForms, AUnitCostMultiplierIsShownWithItsSixDecimals) {
+    // 3,845,117 of cost over 80,706 square feet.
+    auto* c1 = Sheet("view", "C1p3");
+    EXPECT_EQ(Shown(c1, 54, "CC_100"), "47.643509");
+    EXPECT_EQ(Shown(c1, 53, "CC_100"), "3,845,117");
+}
+
 TEST_F(SheetForms, HeadingsAreFoldedToTheColumnAndFoldedAgainWhenItIsResized) {
     auto* a = Sheet("view", "A");
     const auto lines = [&] {

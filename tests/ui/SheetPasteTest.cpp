@@ -92,6 +92,32 @@ TEST_F(SheetPaste, ABlockOf100By10WithErrorsInIt) {
     Report()->close();
 }
 
+TEST_F(SheetPaste, AnEmptyWorksheetTakesABlockFromItsFirstColumnOn) {
+    gDB.Execute("DELETE FROM A6 WHERE LineNum < 100;");
+    auto* a6 = Sheet("edit", "A6");
+    ASSERT_EQ(a6->Model().rowCount(), 0);
+    Clip("Rent\tA\t\t16\t1,200\t\t17\t1,200\nRent\tA\t\t18\t50\t\t17\t50\n");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(a6->Model().rowCount(), 2);
+    EXPECT_EQ(Stored("A6", 1, "Col_1"), "Rent");
+    EXPECT_EQ(Stored("A6", 1, "Col_5"), "1200");
+    EXPECT_EQ(Stored("A6", 2, "Col_8"), "50");
+    EXPECT_EQ(Report(), nullptr);
+}
+
+TEST_F(SheetPaste, AnEmptyWorksheetThatTakesNoLinesSaysSo) {
+    Trigger("mnuReportClose");
+    Open(MakeCrf("New.CRF"));
+    auto* s2 = Sheet("edit", "S2p2");
+    ASSERT_EQ(s2->Model().rowCount(), 0);
+    Clip("Northfield Clinic\n");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_NE(Report(), nullptr);
+    EXPECT_EQ(ReportCell(0, 3), "Northfield Clinic");
+    EXPECT_EQ(ReportCell(0, 5), "The worksheet has no line there, and takes none.");
+    EXPECT_EQ(s2->Model().rowCount(), 0);
+}
+
 TEST_F(SheetPaste, RowsPastTheEndOfAFormsOwnLinesAreRefused) {
     auto* a = Sheet("edit", "A");
     const int rows = a->Model().rowCount();

@@ -230,6 +230,62 @@ TEST_F(SheetWindow, ARefusedRowStaysKeyedUnderTheCursorAndHoldsTheWindow) {
     EXPECT_TRUE(a6->close());
 }
 
+TEST_F(SheetWindow, ABoxThatTakesTheKeysLeavesTheRowAndItsCellAlone) {
+    // The box is a window of its own, as the user has it: the worksheet is not the active one then.
+    TheDesktop().MsgBox = [this](const std::string& text, int style, const std::string& title) {
+        Boxes.push_back({text, style, title, kOk});
+        QTimer answer;
+        answer.callOnTimeout([&] {
+            QWidget* const box = QApplication::activeModalWidget();
+            if (!box || !box->isActiveWindow()) return;
+            answer.stop();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        answer.start(1);
+        return RealDesktop().MsgBox(text, style, title);
+    };
+    auto* a7 = Sheet("edit", "A7p1");
+    const std::string before = Stored("A7p1", 1, "Col_1");
+    At(a7, 1, "Col_1");
+    Type("777");
+    Press(Qt::Key_Tab);
+    ASSERT_EQ(Current(a7), "1 Col_2");
+    for (const char* entry : {"abc", "1.5"}) {
+        Boxes.clear();
+        Activate(a7);
+        At(a7, 1, "Col_2");
+        Type(entry);
+        Press(Qt::Key_Return);
+        ASSERT_EQ(Boxes.size(), 1U) << entry;
+        EXPECT_EQ(Stored("A7p1", 1, "Col_1"), before) << "the row has not been left";
+        EXPECT_EQ(a7->Model().KeyedRow(), 0);
+    }
+    EXPECT_EQ(Shown(a7, 1, "Col_1"), "777");
+    EXPECT_EQ(Shown(a7, 1, "Col_2"), "2");
+    Activate(a7);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Stored("A7p1", 1, "Col_1"), "777");
+    EXPECT_EQ(Stored("A7p1", 1, "Col_2"), "2");
+}
+
+TEST_F(SheetWindow, ARowThatIsGivenUpIsTakenBackAndTheNextOneIsStored) {
+    auto* a = Sheet("edit", "A");
+    Enter(a, 8, "Col_1", "111");
+    ASSERT_TRUE(a->CommitGrid());
+    auto* a6 = Sheet("edit", "A6");
+    Enter(a6, 1, "Col_1", " ");
+    Answers = {kOk, kYes};
+    main->findChild<QAction*>("tlsUndo")->trigger();
+    EXPECT_NE(Stored("A", 8, "Col_1"), "111") << "taken back";
+    EXPECT_EQ(a6->Model().KeyedRow(), -1);
+    Activate(a6);
+    Enter(a6, 1, "Col_1", "Another explanation");
+    Boxes.clear();
+    EXPECT_TRUE(a6->close());
+    EXPECT_EQ(BoxTexts(), std::vector<std::string>());
+    EXPECT_EQ(Stored("A6", 1, "Col_1"), "Another explanation");
+}
+
 TEST_F(SheetWindow, CloseAllFormsTellsOfAWindowThatWouldNotClose) {
     auto* a6 = Sheet("edit", "A6");
     Button(a6, "cmdAdd")->click();

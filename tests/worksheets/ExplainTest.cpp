@@ -133,8 +133,9 @@ TEST_F(ExplainTest, ACostWithoutStatisticsGoesWholeToTheFirstLine) {
     SetCell("C1p3", 53, "CC_200", 500);
     Calc_All();
     EXPECT_EQ(Told("Cp1", 2, "CC_200").Formula,
-              "there is no statistic; 500 added to close the column on the dollar, since line 2 "
-              "has the largest amount");
+              "there is no statistic; 500 added to close the column on the dollar, since all of "
+              "them are 0 and line 2 is the first");
+    EXPECT_EQ(Told("C1p3", 54, "CC_200").Formula, "500 / 0 is taken as 0");
 }
 
 TEST_F(ExplainTest, ALongSumIsCounted) {

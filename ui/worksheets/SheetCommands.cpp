@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QPointer>
+#include <algorithm>
 #include <cmath>
 
 #include "calc/Calc_All.h"
@@ -146,6 +147,15 @@ void frmWorksheet::Copy(bool withHeadings) {
     QApplication::clipboard()->setText(WriteBlock(rows));
 }
 
+/// Where the first row of an empty worksheet will begin to be keyed.
+BlockRange frmWorksheet::AheadOfRows() const {
+    const auto& columns = Form().Columns;
+    const auto open = std::ranges::find_if(
+        columns, [](const FormColumn& column) { return !column.Locked && !column.Hidden; });
+    const int column = open == columns.end() ? 0 : static_cast<int>(open - columns.begin());
+    return {0, 0, column, column};
+}
+
 /// A single value goes into every cell of the selection.
 void frmWorksheet::Paste() {
     if (!CommitGrid()) return;
@@ -154,7 +164,7 @@ void frmWorksheet::Paste() {
         auto& texts = cells.emplace_back();
         for (const QString& cell : row) texts.push_back(S(cell));
     }
-    const BlockRange range = Selected();
+    const BlockRange range = model_.rowCount() == 0 ? AheadOfRows() : Selected();
     if (cells.empty() || range.FirstRow < 0) return;
     if (cells.size() == 1 && cells.front().size() == 1) {
         std::size_t width = 0;

@@ -128,12 +128,12 @@ Variant SheetModel::Value(int row, int column) const {
 }
 
 QString SheetModel::Shown(int row, int column) const {
-    return Q(ShownText(Column(column), Value(row, column)));
+    return Q(ShownText(Column(column), Line(row), Value(row, column)));
 }
 
 QString SheetModel::Plain(int row, int column) const {
     const Variant value = Value(row, column);
-    return Column(column).IsNumber() ? Q(Text(value)) : Q(ShownText(Column(column), value));
+    return Column(column).IsNumber() ? Q(Text(value)) : Shown(row, column);
 }
 
 Currency SheetModel::Line(int row) const {

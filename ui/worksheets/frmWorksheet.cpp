@@ -158,12 +158,12 @@ void frmWorksheet::showEvent(QShowEvent* event) {
 
 // --- Storing -------------------------------------------------------------------------------
 
-bool frmWorksheet::HasOpenRow() const {
-    return model_.KeyedRow() >= 0 || (grd_->Editor() && !givenUp_);
-}
+bool frmWorksheet::HasOpenRow() const { return model_.KeyedRow() >= 0 || grd_->Editor(); }
 
 bool frmWorksheet::CommitGrid() {
     if (committing_) return true;
+    // The box that tells of an entry takes the keys from the window; its cell is not done yet.
+    if (keying_) return false;
     committing_ = true;
     refused_ = false;
     const bool keyed = model_.KeyedRow() >= 0 || grd_->Editor();
@@ -179,6 +179,11 @@ bool frmWorksheet::CommitGrid() {
     if (keyed) tmrStatus_->start();
     if (stored) EntryCalculation::RowSaved();
     return done;
+}
+
+void frmWorksheet::GiveUp() {
+    model_.TakeBack();
+    tmrStatus_->start();
 }
 
 bool frmWorksheet::MayClose() {
@@ -200,7 +205,7 @@ bool frmWorksheet::MayClose() {
 void frmWorksheet::closeEvent(QCloseEvent* event) {
     // A step that holds the program closes the windows itself; the user does not meanwhile.
     if (event->spontaneous() && TheQtHost().InLongStep()) return event->ignore();
-    if (CrfIsOpen() && !givenUp_ && !MayClose()) return event->ignore();
+    if (CrfIsOpen() && !MayClose()) return event->ignore();
     RememberWindow(*this);
     event->accept();
 }
@@ -275,10 +280,12 @@ bool frmWorksheet::KeyEntry(const QModelIndex& cell, const QString& text) {
     const QPersistentModelIndex at = cell;
     bool taken = false;
     EntryCalculation::Typed();
+    keying_ = true;
     Guarded([&] {
         const std::string value = S(text);
         taken = model_.Key(at.row(), at.column(), value.empty() ? Variant() : Variant(value));
     });
+    keying_ = false;
     if (!taken) refused_ = true;
     if (!taken && !committing_)
         QTimer::singleShot(0, this, [this, at] {

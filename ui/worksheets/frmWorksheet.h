@@ -47,8 +47,8 @@ public:
     /// The cell that is current; none without a row.
     std::optional<CellRef> CurrentCell() const;
     void Zoom(double zoom);
-    /// Lets the window close whatever stands in it.
-    void GiveUp() { givenUp_ = true; }
+    /// Takes back what has been keyed and not been stored.
+    void GiveUp();
 
     // --- Commands of keys and the context menu
     void Copy(bool withHeadings);
@@ -84,6 +84,7 @@ private:
     QString CodeText() const;
     void AddUp();
     BlockRange Selected() const;
+    BlockRange AheadOfRows() const;
     std::vector<std::string> CellsOfRow(int row, const BlockRange& range) const;
     void AfterBlock(const BlockResult& result, const QString& what);
     std::optional<Currency> CurrentLine() const;
@@ -114,9 +115,9 @@ private:
     QTimer* tmrSum_ = nullptr;
     std::map<std::string, QPushButton*> buttons_;
     bool committing_ = false;
+    bool keying_ = false;
     bool refused_ = false;
     bool wasReset_ = false;
-    bool givenUp_ = false;
     bool placed_ = false;
 };
 
