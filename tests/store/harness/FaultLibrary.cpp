@@ -14,6 +14,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "store/harness/Power.h"
+
 namespace {
 
 char folder[PATH_MAX];
@@ -175,11 +177,15 @@ ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t at) {
 }
 int fsync(int file) {
     if (Fails("fsync", file)) return -1;
-    return Real<int (*)(int)>("fsync")(file);
+    const int result = Real<int (*)(int)>("fsync")(file);
+    if (result == 0) PowerSynced(file);
+    return result;
 }
 int fdatasync(int file) {
     if (Fails("fsync", file)) return -1;
-    return Real<int (*)(int)>("fdatasync")(file);
+    const int result = Real<int (*)(int)>("fdatasync")(file);
+    if (result == 0) PowerSynced(file);
+    return result;
 }
 int ftruncate(int file, off_t size) {
     if (Fails("ftruncate", file)) return -1;
