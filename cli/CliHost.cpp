@@ -79,17 +79,17 @@ int CliHost::MsgBox(const std::string& text, int style, const std::string& /*tit
         line += fmt::format("\t{}", AnswerName(answer));
     else
         ++messages_;
-    fmt::print(stderr, "{}\n", line);
+    PutError(line + "\n");
     return answer;
 }
 
 void CliHost::ShowCalcMsg(const std::string& text) {
-    status_ = std::string(Trim(text));
+    status_ = OneLine(Trim(text));
     if (options_.Quiet) return;
     if (terminal_)
         DrawProgress();
     else
-        fmt::print(stderr, "{}\n", status_);
+        PutError(status_ + "\n");
 }
 
 void CliHost::HideCalcMsg() { ClearProgress(); }
@@ -102,16 +102,14 @@ void CliHost::ShowProgress(double part) {
 void CliHost::DrawProgress() {
     const int filled = static_cast<int>(part_ * kBarWidth);
     const std::string status(LeftText(status_, 40));
-    fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {:3.0f}%  {:<40}", "", filled, "", kBarWidth - filled,
-               part_ * 100, status);
-    std::fflush(stderr);
+    PutError(fmt::format("\r[{:#<{}}{:.<{}}] {:3.0f}%  {:<40}", "", filled, "", kBarWidth - filled,
+                         part_ * 100, status));
     barShown_ = true;
 }
 
 void CliHost::ClearProgress() {
     if (!barShown_) return;
-    fmt::print(stderr, "\r\033[K");
-    std::fflush(stderr);
+    PutError("\r\033[K");
     barShown_ = false;
 }
 

@@ -16,6 +16,7 @@
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "core/Host.h"
+#include "core/StandardFiles.h"
 #include "store/PlainWords.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
@@ -191,7 +192,7 @@ private:
 
 void Complain(std::string_view text) {
     TheCliHost().ClearProgress();
-    fmt::print(stderr, "ERROR\t{}\n", OneLine(text));
+    PutError(fmt::format("ERROR\t{}\n", OneLine(text)));
 }
 
 void Prepare(const CommonOptions& options) {
@@ -261,6 +262,7 @@ void Inputs::Give(std::string_view name, std::string value) {
 }
 
 int RunCommandLine(int count, const char* const* words) {
+    HoldStandardFiles();
     // A file limit or a closed pipe is an error to report, not a reason to die in the middle.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);

@@ -191,6 +191,11 @@ void PrintLine(std::string_view line) {
     if (gFormat == OutputFormat::Text) Put(ForPeople(line) + "\n");
 }
 
+void PutError(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::fflush(stderr);
+}
+
 std::string ForPeople(std::string_view text) {
     std::string shown;
     for (std::size_t at = 0; at < text.size();) {

@@ -37,6 +37,10 @@ void PrintValue(const Variant& value);
 /// A line for people; nothing in CSV and JSON.
 void PrintLine(std::string_view line);
 
+/// Text on standard error, at once. Where that takes nothing it is lost: a run that was asked for
+/// does not end because nobody hears of it.
+void PutError(std::string_view text);
+
 /// A text as a terminal may have it: a control character of a file must not steer it. Tabs and
 /// line feeds stay; what is no character is "?".
 std::string ForPeople(std::string_view text);

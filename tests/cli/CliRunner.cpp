@@ -31,11 +31,11 @@ struct Pipe {
                                const CliSetting& setting, const Pipe& out, const Pipe& err) {
     setenv("XDG_CONFIG_HOME", config.c_str(), 1);
     setenv("XDG_DATA_HOME", (config + "/data").c_str(), 1);
-    const int target = setting.OutputFile.empty()
-                           ? out.Write()
-                           : open(setting.OutputFile.c_str(), O_WRONLY | O_CREAT, 0600);
-    dup2(target, STDOUT_FILENO);
-    dup2(err.Write(), STDERR_FILENO);
+    const auto take = [](const std::string& file, const Pipe& pipe, int as) {
+        dup2(file.empty() ? pipe.Write() : open(file.c_str(), O_WRONLY | O_CREAT, 0600), as);
+    };
+    take(setting.OutputFile, out, STDOUT_FILENO);
+    take(setting.ErrorFile, err, STDERR_FILENO);
     for (const Pipe* pipe : {&out, &err})
         for (const int end : pipe->Ends) close(end);
     if (setting.FileLimit >= 0) {
@@ -45,6 +45,8 @@ struct Pipe {
         std::signal(SIGXFSZ, SIG_IGN);
     }
     if (setting.Faults) PutFaultsIntoEnvironment(*setting.Faults);
+    if (setting.NoStandardFiles)
+        for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(file);
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);

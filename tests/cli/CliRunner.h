@@ -27,6 +27,8 @@ struct CliSetting {
     long FileLimit = -1;              ///< bytes that a file may grow to; none below 0
     std::optional<FaultPlan> Faults;  ///< calls that fail, or kill it
     std::string OutputFile;           ///< standard output goes there
+    std::string ErrorFile;            ///< and standard error there
+    bool NoStandardFiles = false;     ///< neither input nor output nor error is open
     std::string Program;              ///< a copy of the program, with what lies beside it
 };
 

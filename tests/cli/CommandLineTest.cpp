@@ -1,6 +1,7 @@
 #include <sstream>
 
 #include "cli/CliRunner.h"
+#include "store/Dao.h"
 
 namespace zolmara::test {
 
@@ -150,6 +151,44 @@ TEST_F(CommandLine, ProgressGoesToStandardErrorAndIsSilentWithQuiet) {
     const CliResult quiet = Run({"--quiet", "calc", crf});
     EXPECT_EQ(quiet.Status, 0);
     EXPECT_EQ(quiet.Err, "");
+}
+
+TEST_F(CommandLine, MessagesThatNobodyTakesEndNoRun) {
+    const std::string crf = NewCrf();
+    Do({"set", crf, "A", "8", "1", "100"});
+    CliSetting full;
+    full.ErrorFile = "/dev/full";
+    EXPECT_EQ(Run({"calc", crf}, full).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "A", "100", "5"}), "100\n");
+    EXPECT_EQ(Run({"get", crf, "A", "8", "77"}, full).Status, 2);
+    EXPECT_EQ(Run({"no such command"}, full).Status, 1);
+}
+
+// The first files that are opened would be standard output and error, and what is printed would
+// go into them.
+TEST_F(CommandLine, WithoutStandardFilesNothingIsPrintedIntoOtherFiles) {
+    const std::string crf = NewCrf();
+    Do({"set", crf, "A", "8", "1", "100"});
+    CliSetting none;
+    none.NoStandardFiles = true;
+    EXPECT_EQ(Run({"calc", crf}, none).Status, 0);
+    EXPECT_EQ(Do({"get", crf, "A", "100", "5"}), "100\n");
+    EXPECT_EQ(Run({"compact", crf}, none).Status, 0);
+    EXPECT_EQ(Run({"cells", crf, File("none.txt")}, none).Status, 0);
+    Do({"cells", crf, File("all.txt")});
+    EXPECT_EQ(ContentOf(File("none.txt")), ContentOf(File("all.txt")));
+    // What was asked for and could not be shown is no success.
+    EXPECT_EQ(Run({"show", crf, "A"}, none).Status, 4);
+    EXPECT_FALSE(DBEngine::RepairDatabase(crf).WasDamaged);
+}
+
+TEST_F(CommandLine, ProgressDoesNotSteerATerminal) {
+    const std::string crf = NewCrf();
+    const std::string text = TextFile("a\033[2Jb\nc.txt", "A\t8\t1\t77\n");
+    const CliResult result = Run({"import", crf, text});
+    EXPECT_EQ(result.Status, 0) << result.Err;
+    EXPECT_EQ(result.Err.find('\033'), std::string::npos) << result.Err;
+    EXPECT_NE(result.Err.find("a?[2Jb c.txt Import ASCII:"), std::string::npos) << result.Err;
 }
 
 TEST_F(CommandLine, OutputThatCannotBeWrittenIsNoSuccess) {

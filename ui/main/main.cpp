@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "core/StandardFiles.h"
 #include "store/session/Session.h"
 #include "store/session/Settings.h"
 #include "ui/main/FileRoads.h"
@@ -53,6 +54,7 @@ std::string FullPath(const char* path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    zolmara::HoldStandardFiles();
     if (!HasDisplay()) {
         std::fprintf(stderr,
                      "Zolmara 287-22 shows windows and there is no display here (DISPLAY is not "
