@@ -45,6 +45,16 @@ void CheckText(std::string_view argument, const std::string& text) {
         throw CommandLineError{fmt::format("{} must be text in UTF-8", argument)};
 }
 
+/// The arguments that name a file or a folder. An empty text would be the present folder to some
+/// and a file of no name to others.
+constexpr std::string_view kPathArguments[] = {"FILE",   "TEXTFILE", "SOURCE", "OTHER",    "OUT",
+                                               "--from", "--out",    "--pdf",  "--save-as"};
+
+void CheckPath(std::string_view argument, const std::string& text) {
+    if (std::ranges::find(kPathArguments, argument) == std::end(kPathArguments)) return;
+    if (text.empty()) throw CommandLineError{fmt::format("{} must not be empty", argument)};
+}
+
 /// What one command's arguments were given as, kept until the command runs.
 struct Given {
     const Command* Which = nullptr;
@@ -55,8 +65,10 @@ struct Given {
 
     Inputs Collect() const {
         Inputs inputs;
-        for (std::size_t i = 0; i < Options.size(); ++i)
+        for (std::size_t i = 0; i < Options.size(); ++i) {
             CheckText(Which->Arguments[i].Name, Texts[i]);
+            if (Options[i]->count() > 0) CheckPath(Which->Arguments[i].Name, Texts[i]);
+        }
         for (std::size_t i = 0; i < Options.size(); ++i) {
             const Argument& argument = Which->Arguments[i];
             if (argument.Kind == ArgumentKind::Several)

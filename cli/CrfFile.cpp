@@ -24,7 +24,6 @@ std::string FullPath(const std::string& path) {
 }
 
 bool OpenFile(const Inputs& inputs) {
-    if (inputs.Text("FILE").empty()) throw CommandLineError{"FILE must not be empty"};
     const auto path = FullPath(inputs.Text("FILE"));
     try {
         return OpenCrf(path);

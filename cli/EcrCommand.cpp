@@ -88,8 +88,6 @@ ExitStatus CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& 
 /// Figures, findings and signature belong to the files that are built: they are one act.
 ExitStatus Ecr(const Inputs& inputs) {
     const std::optional<Signer> signer = SignerOf(inputs);
-    if (inputs.Has("--out") && inputs.Text("--out").empty())
-        throw CommandLineError{"--out needs a folder"};
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     NeedMayBuild(EcrPathOf(inputs));

@@ -56,7 +56,6 @@ void Show() {
 
 /// A copy takes no file's place.
 std::string NewFile(const Inputs& inputs) {
-    if (inputs.Text("--save-as").empty()) throw CommandLineError{"--save-as must not be empty"};
     std::string path = FullPath(inputs.Text("--save-as"));
     if (FileExists(path) && !IsSameFile(path, gCRFPath))
         throw std::runtime_error(fmt::format("{} is there already", path));

@@ -75,7 +75,6 @@ ExitStatus FromLastYear(const fs::path& path, const Inputs& inputs) {
 }
 
 ExitStatus New(const Inputs& inputs) {
-    if (inputs.Text("FILE").empty()) throw CommandLineError{"FILE must not be empty"};
     const fs::path path = FullPath(inputs.Text("FILE"));
     return inputs.Has("--from") ? FromLastYear(path, inputs) : NewFromNothing(path, inputs);
 }

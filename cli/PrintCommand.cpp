@@ -90,7 +90,6 @@ void PrintEntries(const std::vector<std::string>& entries) {
 
 ExitStatus Print(const Inputs& inputs) {
     const std::string pdf = inputs.Text("--pdf");
-    if (inputs.Has("--pdf") && pdf.empty()) throw CommandLineError{"--pdf needs a file name"};
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     const std::vector<std::string> entries = EntriesOf(inputs.Texts("ITEM"));

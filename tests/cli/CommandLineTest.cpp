@@ -164,6 +164,28 @@ TEST_F(CommandLine, MessagesThatNobodyTakesEndNoRun) {
     EXPECT_EQ(Run({"no such command"}, full).Status, 1);
 }
 
+TEST_F(CommandLine, AFileOfNoNameIsNoFile) {
+    const std::string crf = NewCrf();
+    const std::vector<std::pair<std::string, std::vector<std::string>>> commands{
+        {"FILE", {"info", ""}},
+        {"FILE", {"backup", "list", ""}},
+        {"TEXTFILE", {"import", crf, ""}},
+        {"SOURCE", {"import-crf", crf, "", "--all"}},
+        {"OTHER", {"diff", crf, ""}},
+        {"--out", {"diff", crf, crf, "--out", ""}},
+        {"OUT", {"cells", crf, ""}},
+        {"OUT", {"export", crf, ""}},
+        {"--from", {"new", File("New.CRF"), "--from", ""}},
+        {"--pdf", {"print", crf, "A", "--pdf", ""}},
+        {"--out", {"ecr", crf, "--manual", "--out", ""}},
+        {"--save-as", {"identity", crf, "--name", "N", "--save-as", ""}}};
+    for (const auto& [name, words] : commands) {
+        const CliResult result = Run(words);
+        EXPECT_EQ(result.Status, 1) << words.front();
+        EXPECT_EQ(result.Err, "ERROR\t" + name + " must not be empty\n") << words.front();
+    }
+}
+
 // The first files that are opened would be standard output and error, and what is printed would
 // go into them.
 TEST_F(CommandLine, WithoutStandardFilesNothingIsPrintedIntoOtherFiles) {
