@@ -66,17 +66,23 @@ double TableCells::Amount(Row row, int position) const {
 
 bool TableCells::IsNull(Row row, int position) const { return std::isnan(CellsOf(row)[position]); }
 
-/// A statement goes by the index of the lines where there is one, else through the table.
-double TableCells::SumBelow(int position, Currency line) const {
-    const bool byLine = std::ranges::any_of(info_->Def.Indexes, [&](const IndexDef& index) {
+Variant TableCells::Value(Row row, int position) const {
+    const double number = CellsOf(row)[position];
+    if (std::isnan(number)) return {};
+    switch (info_->Def.Fields[static_cast<std::size_t>(position)].Type) {
+        case FieldType::dbCurrency:
+            return Currency::Holds(number) ? Variant(Currency(number)) : Variant(number);
+        case FieldType::dbInteger:
+            return std::int64_t{std::llrint(number)};
+        default:
+            return number;
+    }
+}
+
+bool TableCells::HasIndexOfLines() const {
+    return std::ranges::any_of(info_->Def.Indexes, [&](const IndexDef& index) {
         return !index.Fields.empty() && SameText(index.Fields.front(), FieldName(0));
     });
-    double sum = 0;
-    for (Row i = 0; i < order_.size(); ++i) {
-        const Row row = byLine ? order_[i] : i;
-        if (lines_[row] < line) sum += Amount(row, position);
-    }
-    return sum;
 }
 
 // --- Keeping up ------------------------------------------------------------------------------
@@ -109,6 +115,7 @@ void TableCells::Load(Database::Impl& db) {
         Take(select, rowids_.size() - 1);
     }
     PutInOrder();
+    sumsByLine_ = HasIndexOfLines();
     lost_ = false;
 }
 

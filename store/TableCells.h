@@ -35,14 +35,31 @@ public:
     /// All rows, in the order of their lines: the table's first field.
     const std::vector<Row>& Rows() const { return order_; }
     Currency Line(Row row) const { return lines_[row]; }
+    /// How many there are. As stored they are numbered from 0 on.
+    std::size_t RowCount() const { return lines_.size(); }
     /// The first row on a line.
     std::optional<Row> RowOn(Currency line) const;
 
     /// A number, 0 for Null. Texts and dates are not kept and count as Null.
     double Amount(Row row, int position) const;
     bool IsNull(Row row, int position) const;
-    /// The column's sum over the lines below one, as Sum in a statement adds it up.
-    double SumBelow(int position, Currency line) const;
+    /// The same as a recordset has it, by the field's type.
+    Variant Value(Row row, int position) const;
+    /// The column's sum over the lines for which a condition holds, as Sum in a statement adds it
+    /// up; 0 without any. On a row without a line no condition holds.
+    template <class IsWanted>
+    double Sum(int position, const IsWanted& isWanted) const {
+        double sum = 0;
+        for (Row i = 0; i < order_.size(); ++i) {
+            const Row row = sumsByLine_ ? order_[i] : i;
+            if (!IsNull(row, 0) && isWanted(lines_[row])) sum += Amount(row, position);
+        }
+        return sum;
+    }
+    /// The same over the lines below one.
+    double SumBelow(int position, Currency below) const {
+        return Sum(position, [&](Currency line) { return line < below; });
+    }
     /// True where a text of the table may hold a line break.
     bool HasLineBreaks() const { return lineBreaks_; }
 
@@ -57,6 +74,7 @@ private:
     void ReadDirtyRows(Database::Impl& db);
     void Take(const SqliteStatement& select, Row row);
     void PutInOrder();
+    bool HasIndexOfLines() const;
     bool IsInStep() const;
     void RowWritten(bool isUpdate, std::int64_t rowid);
     void Replace(Row row, const std::vector<double>& cells);
@@ -78,6 +96,7 @@ private:
     std::map<Row, std::vector<double>> before_;  ///< rows that were changed, as the store has them
     std::vector<std::int64_t> dirty_;            ///< rowids written to by others
     std::int64_t version_ = 0;                   ///< of the table, up to which every write is known
+    bool sumsByLine_ = false;  ///< a statement goes by the index of the lines, not by the rows
     bool lineBreaks_ = false;
     bool lost_ = true;
     bool writing_ = false;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/Globals.h"
+
 namespace zolmara {
 namespace {
 
@@ -15,6 +17,20 @@ Node With(NodeKind kind, std::vector<Node> parts) {
 }
 
 }  // namespace
+
+bool TakesEntry(const EntrySource& source, Currency entry, const Variant& line, double amount) {
+    switch (source.Takes) {
+        case EntrySource::Condition::AmountAboveZero:
+            return entry < kTotalOfEntries && amount > 0;
+        case EntrySource::Condition::LineAboveZero:
+            return entry < kTotalOfEntries && NumOr(line) > 0;
+        case EntrySource::Condition::AmountAndLine:
+            return amount != 0 && !line.IsNull();
+        case EntrySource::Condition::LineOfA:
+            return NumOr(line) > 0 && NumOr(line) < kTotalOfA.ToDouble();
+    }
+    return false;
+}
 
 LineSpan LinesBelow(Currency line) { return {kBeforeAll, line}; }
 LineSpan OnLine(Currency line) { return {line, line + kStep}; }

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Variant.h"
 #include "worksheets/FormLines.h"
 
 namespace zolmara {
@@ -46,6 +47,10 @@ struct EntrySource {
     int Sign;
     Condition Takes;
 };
+
+/// True where the source takes an entry to be posted: the one on line `entry` of its worksheet,
+/// which names `line`.
+bool TakesEntry(const EntrySource& source, Currency entry, const Variant& line, double amount);
 
 struct Closing;
 

@@ -19,9 +19,28 @@ TableCells::Row RequiredRow(const TableCells& cells, Currency line) {
                      fmt::format("Worksheet {} has no line {}.", cells.Name(), NumberText(line)));
 }
 
-CellCursor::CellCursor(const TableCells& cells, Currency below) : cells_(cells) {
+int RequiredPosition(const TableCells& cells, std::string_view field) {
+    const int position = cells.Position(field);
+    if (position >= 0) return position;
+    throw StoreError(StoreError::Kind::NoSuchItem,
+                     fmt::format("no such column: {} in {}", field, cells.Name()));
+}
+
+void SetOnLine(TableCells& cells, Currency line, int position, double amount) {
+    const auto row = cells.RowOn(line);
+    if (!row) return;
+    RowEdit edit(cells, *row);
+    edit.Set(position, amount);
+    edit.Update();
+}
+
+void PutOnLine(TableCells& cells, Currency line, int position, double amount) {
+    SetOnLine(cells, line, position, ThroughText(amount));
+}
+
+CellCursor::CellCursor(const TableCells& cells, std::optional<Currency> below) : cells_(cells) {
     for (const TableCells::Row row : cells.Rows())
-        if (cells.Line(row) < below) rows_.push_back(row);
+        if (!below || cells.Line(row) < *below) rows_.push_back(row);
 }
 
 void CellCursor::Seek(Currency line) {

@@ -2,6 +2,7 @@
 
 // Rows of amounts of a table in memory, as calculations want them.
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -18,11 +19,20 @@ Amounts AmountsOf(const TableCells& cells, TableCells::Row row);
 /// The row on a line that must be there. StoreError that names the place otherwise.
 TableCells::Row RequiredRow(const TableCells& cells, Currency line);
 
-/// The rows below a line, asked for lines that do not go down. A line that is not among them
-/// leaves the amounts those of the line found before, or of the first row.
+/// The position of a field that must be there. StoreError::NoSuchItem otherwise.
+int RequiredPosition(const TableCells& cells, std::string_view field);
+
+/// Sets a cell of a line, if it is there. StoreError for what no field can hold.
+void SetOnLine(TableCells& cells, Currency line, int position, double amount);
+/// The same with what a statement carries into a cell: the number that the text of 15 digits reads
+/// as.
+void PutOnLine(TableCells& cells, Currency line, int position, double amount);
+
+/// The rows below a line, or all, asked for lines that do not go down. A line that is not among
+/// them leaves the amounts those of the line found before, or of the first row.
 class CellCursor {
 public:
-    CellCursor(const TableCells& cells, Currency below);
+    explicit CellCursor(const TableCells& cells, std::optional<Currency> below = {});
 
     /// Takes the line's row.
     void Seek(Currency line);

@@ -57,21 +57,10 @@ std::vector<std::string> ColumnsOfRow(const Node& row, const std::string& item, 
 }
 
 bool IsPosted(const EntrySource& source, Currency entry, CellSource& cells) {
-    using enum EntrySource::Condition;
     const std::string item(source.Item);
     const Variant line = cells.Value({item, entry, std::string(source.LineField)});
     const double amount = NumOr(cells.Value({item, entry, std::string(source.AmountField)}));
-    switch (source.Takes) {
-        case AmountAboveZero:
-            return entry < kTotalOfEntries && amount > 0 && !line.IsNull();
-        case LineAboveZero:
-            return entry < kTotalOfEntries && NumOr(line) > 0;
-        case AmountAndLine:
-            return amount != 0 && !line.IsNull();
-        case LineOfA:
-            return NumOr(line) > 0 && NumOr(line) < kTotalOfA.ToDouble();
-    }
-    return false;
+    return !line.IsNull() && TakesEntry(source, entry, line, amount);
 }
 
 // --- Values ----------------------------------------------------------------------------------

@@ -3,7 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <map>
+#include <array>
+#include <span>
 
 #include "core/Globals.h"
 #include "store/session/Acts.h"
@@ -11,7 +12,8 @@
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/CalcMessages.h"
-#include "worksheets/Rows.h"
+#include "worksheets/CellRows.h"
+#include "worksheets/NumberedSheet.h"
 #include "worksheets/Schedules.h"
 
 namespace zolmara {
@@ -20,137 +22,137 @@ namespace {
 using enum FieldType;
 using enum CellKind;
 
-/// The rows of A by line, to post entries to.
-class Postings {
-public:
-    Postings() : rows_(gDB.OpenRecordset("SELECT * FROM A Order By LineNum")) {
-        for (; !rows_.Eof(); rows_.MoveNext()) marks_[LineOf(rows_)] = rows_.Bookmark();
-    }
+constexpr int kReclassifications = 2;
+constexpr int kAdjustmentColumn = 4;
+constexpr int kDirect = 6;
+constexpr int kFunctional = 7;
 
-    /// Adds to a column of the line; False where A has no such line.
-    bool Add(const Variant& line, std::string_view column, double amount) {
-        const auto found = marks_.find(CurOr(line));
-        if (line.IsNull() || found == marks_.end()) return false;
-        rows_.SetBookmark(found->second);
-        rows_.Edit();
-        rows_.Set(column, NumOr(rows_[column]) + amount);
-        rows_.Update();
-        return true;
-    }
-
-private:
-    Recordset rows_;
-    std::map<Currency, std::int64_t> marks_;
-};
+/// Adds to a column of the line; False where A has no such line.
+bool PostTo(const NumberedSheet& sheet, const Variant& line, int column, double amount) {
+    if (line.IsNull()) return false;
+    const auto row = sheet.Cells().RowOn(CurOr(line));
+    if (!row) return false;
+    NumberedRow edit(sheet, *row);
+    edit.Set(column, edit.Amount(column) + amount);
+    edit.Update();
+    return true;
+}
 
 /// Entries that are posted to a column of A line by line.
 struct Source {
-    std::string_view Sql;
     EntrySource Entries;
-    std::string_view Column;  ///< of A
+    int Column;  ///< of A
     std::string_view MessageEnd;
 };
 
 constexpr std::array<Source, 4> kSources = {{
-    {"SELECT * FROM A6 WHERE Col_5 > 0 AND LineNum < 100;", kUpEntries, "Col_2",
-     " does not exist."},
-    {"SELECT * FROM A6 WHERE Col_7 > 0 AND LineNum < 100;", kDownEntries, "Col_2", "."},
-    {"SELECT * FROM A8 WHERE Col_3<>0 And Col_5 is not null;", kAdjustments, "Col_4",
-     " does not exist."},
-    {"SELECT * FROM A81p1 WHERE Col_1 > 0 AND Col_1 < 100;", kRelatedCosts, "Col_4",
-     " does not exist."},
+    {kUpEntries, kReclassifications, " does not exist."},
+    {kDownEntries, kReclassifications, "."},
+    {kAdjustments, kAdjustmentColumn, " does not exist."},
+    {kRelatedCosts, kAdjustmentColumn, " does not exist."},
 }};
 
-void Post(Postings& postings, const Source& source) {
-    Recordset entries = gDB.OpenRecordset(source.Sql, dbOpenSnapshot);
-    for (; !entries.Eof(); entries.MoveNext()) {
-        const Variant& line = entries[source.Entries.LineField];
-        const double amount = NumOr(entries[source.Entries.AmountField]);
-        if (postings.Add(line, source.Column, source.Entries.Sign * amount)) continue;
+/// Posts the entries in the order in which they are stored.
+void Post(const NumberedSheet& sheet, const Source& source) {
+    const EntrySource& entries = source.Entries;
+    const TableCells& cells = CellsOf(gDB, entries.Item);
+    const int linePosition = RequiredPosition(cells, entries.LineField);
+    const int amountPosition = RequiredPosition(cells, entries.AmountField);
+    for (TableCells::Row row = 0; row < cells.RowCount(); ++row) {
+        const Variant line = cells.Value(row, linePosition);
+        const double amount = cells.Amount(row, amountPosition);
+        const Currency entry = cells.IsNull(row, 0) ? kTotalOfEntries : cells.Line(row);
+        if (!TakesEntry(entries, entry, line, amount)) continue;
+        if (PostTo(sheet, line, source.Column, entries.Sign * amount)) continue;
         TellInCalculation(
             fmt::format("No A record found matching the {} record for Cost Center {}{}",
-                        source.Entries.Item, Text(line), source.MessageEnd));
+                        entries.Item, Text(line), source.MessageEnd));
     }
 }
 
 /// Posts the grand total of a schedule to the lines of its cost centers. The schedules of one
 /// column have no cost center in common.
-void PostAllocation(const Schedule& schedule, std::string_view column) {
-    const Recordset total = RequiredRow(TableOf(schedule, 3), kGrandTotal);
-    const std::string sql = fmt::format("Update A Set {}=? Where LineNum=?;", column);
-    for (int i = schedule.FirstColumn; i < total.FieldCount(); ++i) {
-        if (!IsCostCenterColumn(total.FieldName(i))) continue;
-        gDB.Execute(sql, {NumOr(total[i]), LineOfColumn(total.FieldName(i))});
+void PostAllocation(const NumberedSheet& sheet, const Schedule& schedule, int column) {
+    const TableCells& cells = CellsOf(gDB, TableOf(schedule, 3));
+    const TableCells::Row total = RequiredRow(cells, kGrandTotal);
+    for (int i = schedule.FirstColumn; i < cells.FieldCount(); ++i) {
+        if (!IsCostCenterColumn(cells.FieldName(i))) continue;
+        sheet.Put(LineOfColumn(cells.FieldName(i)), column, cells.Amount(total, i));
     }
 }
 
-void PostAllocations() {
+void PostAllocations(const NumberedSheet& sheet) {
     for (const Schedule& schedule : AllSchedules()) {
-        if (schedule.Kind == ScheduleKind::Direct) PostAllocation(schedule, "Col_6");
-        if (schedule.Kind == ScheduleKind::Functional) PostAllocation(schedule, "Col_7");
+        if (schedule.Kind == ScheduleKind::Direct) PostAllocation(sheet, schedule, kDirect);
+        if (schedule.Kind == ScheduleKind::Functional) PostAllocation(sheet, schedule, kFunctional);
     }
 }
 
 /// A subtotal of A: the columns that it sums, over the lines between two others.
 struct Subtotal {
     Currency Line;
-    std::string_view Columns;
+    std::span<const int> Columns;
     Currency Above;
     Currency Below;
 };
 
-constexpr std::string_view kAllColumns = "12345678";
+constexpr std::array<int, 8> kAllColumns = {1, 2, 3, 4, 5, 6, 7, 8};
+constexpr std::array<int, 5> kOtherCapitalColumns = {1, 2, 3, 5, 6};
 constexpr Currency kBeforeAll = Currency::FromWhole(-10000);
 
 constexpr Subtotal kCapital = {kCapitalSubtotal, kAllColumns, kBeforeAll, kCapitalSubtotal};
-constexpr Subtotal kOtherCapital = {kOtherCapitalSubtotal, "12356", kCapitalSubtotal,
+constexpr Subtotal kOtherCapital = {kOtherCapitalSubtotal, kOtherCapitalColumns, kCapitalSubtotal,
                                     kOtherCapitalSubtotal};
 constexpr Subtotal kNonCapital = {kNonCapitalSubtotal, kAllColumns, kOtherCapitalSubtotal,
                                   kNonCapitalSubtotal};
 
-void WriteSums(Currency line, std::string_view columns, std::string_view condition,
-               std::initializer_list<Variant> args) {
-    std::string sums;
-    std::string sets;
-    for (const char column : columns) {
-        sums += fmt::format("{}Sum(Col_{}) As C{}", sums.empty() ? "" : ", ", column, column);
-        sets += fmt::format("{}Col_{}=?", sets.empty() ? "" : ",", column);
-    }
-    const Recordset totals = gDB.OpenRecordset(
-        fmt::format("Select {} From A Where {};", sums, condition), args, dbOpenSnapshot);
-    std::vector<Variant> values;
-    for (int i = 0; i < totals.FieldCount(); ++i) values.emplace_back(NumOr(totals[i]));
-    values.emplace_back(line);
-    gDB.Execute(fmt::format("Update A Set {} Where LineNum=?;", sets), values);
+void WriteSubtotal(const NumberedSheet& sheet, const Subtotal& subtotal) {
+    const auto isSummed = [&](Currency line) {
+        return subtotal.Above < line && line < subtotal.Below;
+    };
+    for (const int column : subtotal.Columns)
+        sheet.Put(subtotal.Line, column, sheet.Sum(column, isSummed));
 }
 
-void WriteSubtotal(const Subtotal& subtotal) {
-    WriteSums(subtotal.Line, subtotal.Columns, "LineNum>? And LineNum<?",
-              {subtotal.Above, subtotal.Below});
+void WriteTotal(const NumberedSheet& sheet) {
+    const auto isSubtotal = [](Currency line) {
+        return line == kCapitalSubtotal || line == kOtherCapitalSubtotal ||
+               line == kNonCapitalSubtotal;
+    };
+    for (const int column : kAllColumns)
+        sheet.Put(kTotalOfA, column, sheet.Sum(column, isSubtotal));
 }
 
-void WriteTotal() {
-    WriteSums(kTotalOfA, kAllColumns, "LineNum In(?,?,?)",
-              {kCapitalSubtotal, kOtherCapitalSubtotal, kNonCapitalSubtotal});
+/// The other capital related lines, their subtotal with them, carry no adjustment, functional or
+/// pooled amount on this form. Columns 3 and 5 keep the adjustment that was in them.
+void ClearOtherCapital(const NumberedSheet& sheet) {
+    const auto isOther = [](Currency line) {
+        return kCapitalSubtotal < line && line < Currency::FromWhole(8);
+    };
+    ChangeRows(sheet, isOther, [](NumberedRow& row) {
+        for (const int column : {4, 7, 8}) row.Set(column, 0);
+    });
 }
 
-void Calculate() {
-    gDB.Execute("UPDATE A SET Col_2=0, Col_4=0;");
-    Postings postings;
-    for (const Source& source : kSources) Post(postings, source);
-    gDB.Execute("UPDATE A SET Col_3=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_2),0,Col_2);");
-    gDB.Execute("UPDATE A SET Col_5=IIF(IsNull(Col_3),0,Col_3)+IIF(IsNull(Col_4),0,Col_4);");
-    PostAllocations();
-    gDB.Execute(
-        "UPDATE A SET Col_8=IIF(IsNull(Col_5),0,Col_5)-IIF(IsNull(Col_6),0,Col_6)"
-        "-IIF(IsNull(Col_7),0,Col_7);");
-    WriteSubtotal(kCapital);
-    WriteSubtotal(kOtherCapital);
-    WriteSubtotal(kNonCapital);
-    // The other capital related lines carry no adjustment, functional or pooled amount on this
-    // form. Columns 3 and 5 keep the adjustment that was in them.
-    gDB.Execute("UPDATE A SET Col_4=0,Col_7=0,Col_8=0 Where LineNum>3 and LineNum<8;");
-    WriteTotal();
+void CalculateSheet() {
+    const NumberedSheet sheet("A");
+    ChangeRows(sheet, [](NumberedRow& row) {
+        row.Set(kReclassifications, 0);
+        row.Set(kAdjustmentColumn, 0);
+    });
+    for (const Source& source : kSources) Post(sheet, source);
+    ChangeRows(sheet, [](NumberedRow& row) {
+        row.Set(3, row.Amount(1) + row.Amount(2));
+        row.Set(5, row.Amount(3) + row.Amount(4));
+    });
+    PostAllocations(sheet);
+    ChangeRows(sheet, [](NumberedRow& row) {
+        row.Set(8, row.Amount(5) - row.Amount(kDirect) - row.Amount(kFunctional));
+    });
+    for (const Subtotal& subtotal : {kCapital, kOtherCapital, kNonCapital})
+        WriteSubtotal(sheet, subtotal);
+    ClearOtherCapital(sheet);
+    WriteTotal(sheet);
 }
 
 bool IsComputedLine_A(Currency line) {
@@ -190,7 +192,9 @@ void Build_A() {
     RegisterBuiltWorksheet("A");
 }
 
-void Calc_A() { RunUnnamedAct(Calculate); }
+void Calc_A() {
+    RunUnnamedAct([] { ChangeCells(gDB, CalculateSheet); });
+}
 
 std::string ValidateCell_A(Currency lineNum, int column) {
     static const std::string refusal =

@@ -1,13 +1,15 @@
 #include "worksheets/W_A7.h"
 
-#include <fmt/format.h>
+#include <array>
+#include <optional>
 
 #include "core/Globals.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/CellRows.h"
 #include "worksheets/FormLines.h"
-#include "worksheets/Rows.h"
+#include "worksheets/NumberedSheet.h"
 #include "worksheets/W_A.h"
 #include "worksheets/WholeForm.h"
 
@@ -55,109 +57,144 @@ const std::vector<WorksheetField>& FieldsOfPart2() {
     return fields;
 }
 
-void WriteRollForward(int line, const std::array<double, 7>& amounts) {
-    gDB.Execute(
-        "Update A7p1 Set Col_1=?,Col_2=?,Col_3=?,Col_4=?,Col_5=?,Col_6=?,Col_7=? Where LineNum=?;",
-        {amounts[0], amounts[1], amounts[2], amounts[3], amounts[4], amounts[5], amounts[6], line});
+// --- Part I ----------------------------------------------------------------------------------
+
+constexpr Currency Line(int whole) { return Currency::FromWhole(whole); }
+
+constexpr std::size_t kColumnsOfPart1 = 7;
+using RollForward = std::array<double, kColumnsOfPart1>;
+
+void WriteRollForward(const NumberedSheet& sheet, int line, const RollForward& amounts) {
+    for (std::size_t i = 0; i < amounts.size(); ++i)
+        sheet.Put(Line(line), static_cast<int>(i) + 1, amounts[i]);
 }
 
-void TotalKeyedColumns() {
-    const Recordset sums = gDB.OpenRecordset(
-        "Select Sum(Col_1) As S1, Sum(Col_2) As S2, Sum(Col_9) As S9, Sum(Col_10) As S10, "
-        "Sum(Col_11) As S11, Sum(Col_12) As S12, Sum(Col_13) As S13, Sum(Col_14) As S14 From A7p2 "
-        "Where LineNum<3;");
-    gDB.Execute(
-        "Update A7p2 Set Col_1=?,Col_2=?,Col_9=?,Col_10=?,Col_11=?,Col_12=?,Col_13=?,Col_14=? "
-        "Where LineNum=3;",
-        {NumOr(sums[0]), NumOr(sums[1]), NumOr(sums[2]), NumOr(sums[3]), NumOr(sums[4]),
-         NumOr(sums[5]), NumOr(sums[6]), NumOr(sums[7])});
+void CalculatePart1() {
+    const NumberedSheet sheet("A7p1");
+    const auto isNoTotal = [](Currency line) { return line != Line(7) && line != Line(9); };
+    ChangeRows(sheet, isNoTotal, [](NumberedRow& row) {
+        row.Set(4, row.Amount(2) + row.Amount(3));
+        row.Set(6, row.Amount(1) + row.Amount(4) - row.Amount(5));
+    });
+    RollForward totals = {};
+    for (std::size_t i = 0; i < totals.size(); ++i)
+        totals[i] =
+            sheet.Sum(static_cast<int>(i) + 1, [](Currency line) { return line < Line(7); });
+    WriteRollForward(sheet, 7, totals);
+    const NumberedSheet::Row reconciling = RequiredRow(sheet.Cells(), Line(8));
+    for (std::size_t i = 0; i < totals.size(); ++i)
+        totals[i] += sheet.Amount(reconciling, static_cast<int>(i) + 1);
+    WriteRollForward(sheet, 9, totals);
 }
 
-constexpr Currency kTotalLine = kCapitalSubtotal;  ///< of Part II
+// --- Part II ---------------------------------------------------------------------------------
 
-void CalcRatios() {
-    const double total = SumOf("Select Col_3 From A7p2 Where LineNum=3;");
+constexpr Currency kTotalLine = kCapitalSubtotal;
+
+bool IsCapitalLine(Currency line) { return line < kTotalLine; }
+
+void TotalKeyedColumns(const NumberedSheet& sheet) {
+    for (const int column : {1, 2, 9, 10, 11, 12, 13, 14})
+        sheet.Put(kTotalLine, column, sheet.Sum(column, IsCapitalLine));
+}
+
+void CalcRatios(const NumberedSheet& sheet) {
+    const double total = sheet.OnLine(kTotalLine, 3);
     double largest = 0;
     Currency largestLine;
     double sum = 0;
-    Recordset rows = gDB.OpenRecordset("Select * From A7p2 Order by LineNum;");
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const double ratio = total == 0 ? 0 : RoundTo(NumOr(rows["Col_3"]) / total, 6);
-        rows.Edit();
-        rows.Set("Col_4", ratio);
-        rows.Update();
-        if (LineOf(rows) == kTotalLine) continue;
+    for (const NumberedSheet::Row row : sheet.Rows()) {
+        NumberedRow edit(sheet, row);
+        const double ratio = total == 0 ? 0 : RoundTo(edit.Amount(3) / total, 6);
+        edit.Set(4, ratio);
+        edit.Update();
+        const Currency line = sheet.Cells().Line(row);
+        if (line == kTotalLine) continue;
         if (ratio > largest) {
             largest = ratio;
-            largestLine = LineOf(rows);
+            largestLine = line;
         }
         sum += ratio;
     }
-    if (sum != 1) {
-        gDB.Execute("Update A7p2 Set Col_4=? Where LineNum=?;", {largest - sum + 1, largestLine});
-    }
+    if (sum != 1) sheet.Put(largestLine, 4, largest - sum + 1);
 }
 
-/// What lines 4, 5 and 6 of A leave to spread: the books less the direct allocations. The rows
-/// are taken by position.
-std::array<double, 3> OtherCapitalCosts() {
-    Recordset rows = gDB.OpenRecordset("Select * From A Where LineNum In(4,5,6) Order By LineNum;");
-    std::array<double, 3> costs = {};
-    for (double& cost : costs) {
-        if (rows.Eof()) {
+constexpr std::array<int, 3> kSpread = {5, 6, 7};  ///< columns that lines 4 to 6 of A go to
+using SpreadAmounts = std::array<double, 3>;
+
+/// What lines 4, 5 and 6 of A leave to spread: the books less the direct allocations.
+SpreadAmounts OtherCapitalCosts() {
+    const NumberedSheet expenses("A");
+    SpreadAmounts costs = {};
+    for (std::size_t i = 0; i < costs.size(); ++i) {
+        const auto row = expenses.Cells().RowOn(Line(static_cast<int>(i) + 4));
+        if (!row) {
             throw StoreError(StoreError::Kind::Other, "Worksheet A lacks one of the lines 4 to 6.");
         }
-        cost = NumOr(rows["Col_1"]) - NumOr(rows["Col_6"]);
-        rows.MoveNext();
+        costs[i] = expenses.Amount(*row, 1) - expenses.Amount(*row, 6);
     }
     return costs;
 }
 
-void SpreadCosts(const std::array<double, 3>& costs) {
-    static constexpr std::string_view kWrite =
-        "Update A7p2 Set Col_5=?,Col_6=?,Col_7=? Where LineNum=?;";
-    gDB.Execute(kWrite, {costs[0], costs[1], costs[2], 3});
-    Recordset rows = gDB.OpenRecordset("Select * From A7p2 Order by LineNum;");
-    for (; !rows.Eof() && LineOf(rows) != kTotalLine; rows.MoveNext()) {
-        const double ratio = NumOr(rows["Col_4"]);
-        gDB.Execute(kWrite, {RoundTo(ratio * costs[0], 0), RoundTo(ratio * costs[1], 0),
-                             RoundTo(ratio * costs[2], 0), rows["LineNum"]});
+void SpreadCosts(const NumberedSheet& sheet, const SpreadAmounts& costs) {
+    for (std::size_t i = 0; i < costs.size(); ++i) sheet.Put(kTotalLine, kSpread[i], costs[i]);
+    for (const NumberedSheet::Row row : sheet.Rows()) {
+        if (sheet.Cells().Line(row) == kTotalLine) break;
+        NumberedRow edit(sheet, row);
+        for (std::size_t i = 0; i < costs.size(); ++i)
+            edit.Set(kSpread[i], ThroughText(RoundTo(edit.Amount(4) * costs[i], 0)));
+        edit.Update();
     }
+}
+
+/// The line with the largest share, the lowest of several; a Null is the smallest of all.
+std::optional<NumberedSheet::Row> LargestShare(const NumberedSheet& sheet, int column) {
+    const TableCells& cells = sheet.Cells();
+    const int position = sheet.At(column);
+    std::optional<NumberedSheet::Row> largest;
+    const auto isAbove = [&](NumberedSheet::Row row) {
+        if (cells.IsNull(row, position)) return false;
+        return cells.IsNull(*largest, position) ||
+               cells.Amount(row, position) > cells.Amount(*largest, position);
+    };
+    for (const NumberedSheet::Row row : sheet.Rows()) {
+        if (cells.Line(row) >= kTotalLine) break;
+        if (!largest || isAbove(row)) largest = row;
+    }
+    return largest;
 }
 
 /// The largest share takes what the rounded shares miss of the cost, or have too much of it.
-void CloseColumn(int column, double wanted, double sum) {
+void CloseColumn(const NumberedSheet& sheet, int column, double wanted, double sum) {
     if (wanted == sum) return;
-    const Recordset largest = gDB.OpenRecordset(
-        fmt::format("Select Top 1 * From A7p2 Where LineNum<3 Order By Col_{} Desc;", column));
-    if (largest.Eof()) return;
-    const std::string field = fmt::format("Col_{}", column);
-    gDB.Execute(fmt::format("Update A7p2 Set {}=? Where LineNum=?;", field),
-                {NumOr(largest[field]) + wanted - sum, largest["LineNum"]});
+    const auto largest = LargestShare(sheet, column);
+    if (!largest) return;
+    sheet.Put(sheet.Cells().Line(*largest), column, sheet.Amount(*largest, column) + wanted - sum);
 }
 
-void CloseColumns() {
-    const Recordset total = RequiredRow("A7p2", kTotalLine);
-    const Recordset sums = gDB.OpenRecordset(
-        "Select Sum(Col_5) As S5, Sum(Col_6) As S6, Sum(Col_7) As S7 From A7p2 Where LineNum<3;",
-        dbOpenSnapshot);
-    for (int column = 5; column <= 7; ++column) {
-        CloseColumn(column, NumOr(total[fmt::format("Col_{}", column)]), NumOr(sums[column - 5]));
-    }
+void CloseColumns(const NumberedSheet& sheet) {
+    const NumberedSheet::Row total = RequiredRow(sheet.Cells(), kTotalLine);
+    for (const int column : kSpread)
+        CloseColumn(sheet, column, sheet.Amount(total, column), sheet.Sum(column, IsCapitalLine));
+}
+
+void TotalRows(const NumberedSheet& sheet) {
+    ChangeRows(sheet, [](NumberedRow& row) {
+        row.Set(8, row.Amount(5) + row.Amount(6) + row.Amount(7));
+        row.Set(15, row.Amount(9) + row.Amount(10) + row.Amount(11) + row.Amount(12) +
+                        row.Amount(13) + row.Amount(14));
+    });
 }
 
 void CalculatePart2() {
-    TotalKeyedColumns();
-    gDB.Execute("UPDATE A7p2 SET Col_3=IIF(IsNull(Col_1),0,Col_1)-IIF(IsNull(Col_2),0,Col_2);");
-    CalcRatios();
+    const NumberedSheet sheet("A7p2");
+    TotalKeyedColumns(sheet);
+    ChangeRows(sheet, [](NumberedRow& row) { row.Set(3, row.Amount(1) - row.Amount(2)); });
+    CalcRatios(sheet);
     Calc_A();
-    SpreadCosts(OtherCapitalCosts());
-    CloseColumns();
-    gDB.Execute(
-        "UPDATE A7p2 SET Col_8=IIF(IsNull(Col_5),0,Col_5)+IIF(IsNull(Col_6),0,Col_6)"
-        "+IIF(IsNull(Col_7),0,Col_7),Col_15=IIF(IsNull(Col_9),0,Col_9)"
-        "+IIF(IsNull(Col_10),0,Col_10)+IIF(IsNull(Col_11),0,Col_11)+IIF(IsNull(Col_12),0,Col_12)"
-        "+IIF(IsNull(Col_13),0,Col_13)+IIF(IsNull(Col_14),0,Col_14);");
+    SpreadCosts(sheet, OtherCapitalCosts());
+    CloseColumns(sheet);
+    TotalRows(sheet);
 }
 
 }  // namespace
@@ -193,31 +230,12 @@ void Build_A7p2() {
     RegisterBuiltWorksheet("A7p2");
 }
 
-void Calc_A7p1() {
-    gDB.Execute(
-        "UPDATE A7p1 SET Col_4=IIF(IsNull(Col_2),0,Col_2)+IIF(IsNull(Col_3),0,Col_3) Where LineNum "
-        "Not In(7,9);");
-    gDB.Execute(
-        "UPDATE A7p1 SET Col_6=IIF(IsNull(Col_1),0,Col_1)+IIF(IsNull(Col_4),0,Col_4)"
-        "-IIF(IsNull(Col_5),0,Col_5) Where LineNum Not In(7,9);");
-    const Recordset sums = gDB.OpenRecordset(
-        "Select Sum(Col_1) As T1,Sum(Col_2) As T2,Sum(Col_3) As T3, Sum(Col_4) As T4, Sum(Col_5) "
-        "As T5, Sum(Col_6) As T6, Sum(Col_7) As T7 From A7p1 Where LineNum<7;",
-        dbOpenSnapshot);
-    std::array<double, 7> totals = {};
-    for (int i = 0; i < 7; ++i) totals.at(static_cast<std::size_t>(i)) = NumOr(sums[i]);
-    WriteRollForward(7, totals);
-    const Recordset reconciling = RequiredRow("A7p1", Currency::FromWhole(8));
-    for (int i = 0; i < 7; ++i) {
-        totals.at(static_cast<std::size_t>(i)) += NumOr(reconciling[i + 2]);
-    }
-    WriteRollForward(9, totals);
-}
+void Calc_A7p1() { ChangeCells(gDB, CalculatePart1); }
 
 void Calc_A7p2() {
     // It brings A up to date and takes its amounts.
     NeedWholeForm("A");
-    RunUnnamedAct(CalculatePart2);
+    RunUnnamedAct([] { ChangeCells(gDB, CalculatePart2); });
 }
 
 }  // namespace zolmara

@@ -228,6 +228,14 @@ const std::vector<WorksheetField>& FixedFields_Bpx(std::string_view item) {
     return all.at(schedule).at(static_cast<std::size_t>(PartOf(item) - '1'));
 }
 
+std::vector<Currency> CostCenterLines(const Schedule& schedule) {
+    const TableCells& centers = CellsOf(gDB, "CostCenters");
+    std::vector<Currency> lines;
+    for (const Row row : centers.Rows())
+        if (TakesColumn(schedule, centers.Line(row))) lines.push_back(centers.Line(row));
+    return lines;
+}
+
 std::vector<WorksheetField> CostCenterFields(const Schedule& schedule, CellKind kind,
                                              bool withBasis) {
     std::vector<WorksheetField> fields;

@@ -30,7 +30,10 @@ void Build_Bpx(std::string_view item);
 /// where a line that it needs is missing or not calculated.
 void Calc_Bpx(std::string_view item);
 
-/// The fields of the cost centers that have a column in the schedule, in the order of their lines.
+/// The lines of the cost centers that have a column in the schedule, in their order.
+std::vector<Currency> CostCenterLines(const Schedule& schedule);
+
+/// The fields of these cost centers.
 /// With `withBasis` the title has the words of the statistical basis ahead of the name.
 std::vector<WorksheetField> CostCenterFields(const Schedule& schedule, CellKind kind,
                                              bool withBasis);

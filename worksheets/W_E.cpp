@@ -2,10 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
 #include "core/Globals.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
-#include "worksheets/Rows.h"
+#include "worksheets/CellRows.h"
+#include "worksheets/NumberedSheet.h"
 #include "worksheets/Schedules.h"
 #include "worksheets/W_Ex.h"
 
@@ -14,59 +20,76 @@ namespace {
 
 using PartAmounts = std::array<double, 3>;
 
+constexpr int kPooledOnA = 8;  ///< the column of A that holds the pools
+
 double Total(const PartAmounts& parts) {
     double total = 0;
     for (const double part : parts) total += part;
     return total;
 }
 
+bool IsPart(Currency line) { return line < kTotalOfE; }
+
 /// Sums each part's statistics and writes the sums to the parts' totals.
 PartAmounts SumStatistics() {
     PartAmounts sums = {};
     for (std::size_t i = 0; i < sums.size(); ++i) {
-        sums[i] = SumOf(fmt::format("Select Sum(Col_1) As C1 From E1p{} Where LineNum<?;", i + 1),
-                        {kPartTotal});
-        gDB.Execute(fmt::format("Update E1p{} Set Col_1=? Where LineNum=?;", i + 1),
-                    {sums[i], kPartTotal});
+        TableCells& cells = CellsOf(gDB, fmt::format("E1p{}", i + 1));
+        const int statistics = RequiredPosition(cells, "Col_1");
+        sums[i] = cells.SumBelow(statistics, kPartTotal);
+        PutOnLine(cells, kPartTotal, statistics, sums[i]);
     }
     return sums;
 }
 
 /// Without any statistics the ratios stay those of the last run.
-void WriteRatios(const PartAmounts& sums) {
+void WriteRatios(const NumberedSheet& sheet, const PartAmounts& sums) {
     const double total = Total(sums);
     if (total == 0) return;
     for (std::size_t i = 0; i < sums.size(); ++i) {
-        gDB.Execute("Update E Set Col_1=?,Col_2=? Where LineNum=?;",
-                    {sums[i], RoundTo(sums[i] / total, 6), static_cast<int>(i) + 1});
+        const Currency line = Currency::FromWhole(static_cast<std::int64_t>(i) + 1);
+        sheet.Put(line, 1, sums[i]);
+        sheet.Put(line, 2, RoundTo(sums[i] / total, 6));
     }
-    gDB.Execute("Update E Set Col_1=?,Col_2=1 Where LineNum=4;", {total});
+    sheet.Put(kTotalOfE, 1, total);
+    sheet.Put(kTotalOfE, 2, 1);
+}
+
+/// The part with the largest statistic, the lowest of several; a Null is the smallest of all.
+NumberedSheet::Row LargestPart(const NumberedSheet& sheet) {
+    constexpr double kNullSize = -1;
+    std::optional<NumberedSheet::Row> largest;
+    double size = 0;
+    for (const NumberedSheet::Row row : sheet.Rows()) {
+        if (!IsPart(sheet.Cells().Line(row))) break;
+        const bool isNull = sheet.Cells().IsNull(row, sheet.At(1));
+        const double own = isNull ? kNullSize : std::abs(sheet.Amount(row, 1));
+        if (largest && own <= size) continue;
+        largest = row;
+        size = own;
+    }
+    if (largest) return *largest;
+    throw StoreError(StoreError::Kind::Other, "Worksheet E lacks its lines 1 to 3.");
 }
 
 /// Closes the ratios to 1, and gives the part with the largest statistic, counted from 0.
-std::size_t CloseRatios() {
-    const double sum = SumOf("Select Sum(Col_2) As C2 From E Where LineNum<4;");
-    const Recordset largest = gDB.OpenRecordset(
-        "Select Top 1 LineNum,Col_1,Col_2 From E Where LineNum<4 Order By abs(Col_1) Desc;",
-        dbOpenSnapshot);
-    if (largest.Eof()) {
-        throw StoreError(StoreError::Kind::Other, "Worksheet E lacks its lines 1 to 3.");
-    }
-    if (sum != 1 && sum != 0) {
-        gDB.Execute("Update E Set Col_2=? Where LineNum=?;",
-                    {NumOr(largest["Col_2"]) - sum + 1, largest["LineNum"]});
-    }
-    return static_cast<std::size_t>(LineOf(largest).Whole() - 1);
+std::size_t CloseRatios(const NumberedSheet& sheet) {
+    const double sum = sheet.Sum(2, IsPart);
+    const NumberedSheet::Row largest = LargestPart(sheet);
+    const Currency line = sheet.Cells().Line(largest);
+    if (sum != 1 && sum != 0) sheet.Put(line, 2, sheet.Amount(largest, 2) - sum + 1);
+    return static_cast<std::size_t>(line.Whole() - 1);
 }
 
-PartAmounts ReadRatios() {
+/// The ratios of the first three lines, by the parts that these are.
+PartAmounts ReadRatios(const NumberedSheet& sheet) {
     PartAmounts ratios = {};
-    Recordset rows = gDB.OpenRecordset("Select * From E Order by LineNum;", dbOpenSnapshot);
-    for (int i = 0; i < 3 && !rows.Eof(); ++i, rows.MoveNext()) {
-        const std::int64_t part = LineOf(rows).Whole();
-        if (Between<std::int64_t>(part, 1, 3)) {
-            ratios.at(static_cast<std::size_t>(part - 1)) = NumOr(rows["Col_2"]);
-        }
+    const std::size_t count = std::min(ratios.size(), sheet.Rows().size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const NumberedSheet::Row row = sheet.Rows()[i];
+        const std::int64_t part = sheet.Cells().Line(row).Whole();
+        if (Between<std::int64_t>(part, 1, 3))
+            ratios.at(static_cast<std::size_t>(part - 1)) = sheet.Amount(row, 2);
     }
     return ratios;
 }
@@ -89,49 +112,54 @@ Pool Split(const std::string& field, double amount, const PartAmounts& ratios,
     return pool;
 }
 
-std::vector<Pool> SplitPools(const PartAmounts& ratios, std::size_t largest) {
+bool IsOfAllOtherPools(Currency line) { return ClassOfLine(line) == CostClass::AllOther; }
+
+std::vector<Pool> SplitPools(const NumberedSheet& sheet, const PartAmounts& ratios,
+                             std::size_t largest) {
     std::vector<Pool> pools;
-    const Recordset row = gDB.OpenRecordset("Select * From E Where LineNum=4;", dbOpenSnapshot);
-    LineCursor trialBalance("A", "Select LineNum,Col_8 From A Order by LineNum;");
-    for (int i = FindSchedule("E")->FirstColumn; i < row.FieldCount(); ++i) {
-        const std::string& field = row.FieldName(i);
+    const TableCells& cells = sheet.Cells();
+    const NumberedSheet expenses("A");
+    CellCursor trialBalance(expenses.Cells());
+    for (int i = FindSchedule("E")->FirstColumn; i < cells.FieldCount(); ++i) {
+        const std::string& field = cells.FieldName(i);
         if (!IsCostCenterColumn(field)) continue;
         trialBalance.Seek(LineOfColumn(field));
-        pools.push_back(Split(field, trialBalance.Amount(1), ratios, largest));
+        const double amount = trialBalance.Amount(expenses.At(kPooledOnA));
+        pools.push_back(Split(field, amount, ratios, largest));
     }
-    const double others = SumOf(
-        fmt::format("Select Sum(Col_8) As C8 From A Where {};", ConditionFor(CostClass::AllOther)));
+    const double others = expenses.Sum(kPooledOnA, IsOfAllOtherPools);
     pools.push_back(Split(std::string(kAllOtherPools), others, ratios, largest));
     return pools;
 }
 
 /// Writes one number of each pool to a row; what is written counts in its text form.
 template <class Number>
-void WriteRow(std::string_view table, Currency line, const std::vector<Pool>& pools,
-              Number number) {
-    Recordset row =
-        gDB.OpenRecordset(fmt::format("Select * From {} Where LineNum=?;", table), {line});
-    if (row.Eof()) return;
-    row.Edit();
-    for (const Pool& pool : pools) row.Set(pool.Field, ThroughText(number(pool)));
-    row.Update();
+void WriteRow(TableCells& cells, Currency line, const std::vector<Pool>& pools, Number number) {
+    const auto row = cells.RowOn(line);
+    if (!row) return;
+    RowEdit edit(cells, *row);
+    for (const Pool& pool : pools)
+        edit.Set(RequiredPosition(cells, pool.Field), ThroughText(number(pool)));
+    edit.Update();
 }
 
-}  // namespace
-
-void Calc_E() {
-    const PartAmounts sums = SumStatistics();
-    WriteRatios(sums);
-    const std::size_t largest = CloseRatios();
-    const std::vector<Pool> pools = SplitPools(ReadRatios(), largest);
+void Calculate() {
+    const NumberedSheet sheet("E");
+    WriteRatios(sheet, SumStatistics());
+    const std::size_t largest = CloseRatios(sheet);
+    const std::vector<Pool> pools = SplitPools(sheet, ReadRatios(sheet), largest);
     for (int part = 1; part <= 3; ++part) {
         const auto share = [&](const Pool& pool) {
             return pool.Shares.at(static_cast<std::size_t>(part - 1));
         };
-        WriteRow("E", Currency::FromWhole(part), pools, share);
-        WriteRow(fmt::format("E1p{}", part), kPartTotal, pools, share);
+        WriteRow(sheet.Cells(), Currency::FromWhole(part), pools, share);
+        WriteRow(CellsOf(gDB, fmt::format("E1p{}", part)), kPartTotal, pools, share);
     }
-    WriteRow("E", kTotalOfE, pools, [](const Pool& pool) { return pool.Amount; });
+    WriteRow(sheet.Cells(), kTotalOfE, pools, [](const Pool& pool) { return pool.Amount; });
 }
+
+}  // namespace
+
+void Calc_E() { ChangeCells(gDB, Calculate); }
 
 }  // namespace zolmara

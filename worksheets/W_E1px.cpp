@@ -33,11 +33,7 @@ struct Ratios {
 
     /// Sets a cell of a line, if it is there, to what a statement carries into it.
     void Put(Currency line, int position, double amount) const {
-        const auto row = Cells.RowOn(line);
-        if (!row) return;
-        RowEdit edit(Cells, *row);
-        edit.Put(position, ThroughText(amount));
-        edit.Update();
+        PutOnLine(Cells, line, position, amount);
     }
 };
 

@@ -3,10 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
-#include "worksheets/Rows.h"
+#include "worksheets/NumberedSheet.h"
 
 namespace zolmara {
 namespace {
@@ -65,20 +66,43 @@ constexpr std::array<SeedRow, 48> kSeeds = {{
     {48, "Total liabilities and retained earnings"},
 }};
 
+constexpr int kAmount = 1;  ///< the column of the general fund
+
+/// The lines from one to another, both counted.
+auto From(int first, int last) {
+    return [=](Currency line) {
+        return Currency::FromWhole(first) <= line && line <= Currency::FromWhole(last);
+    };
+}
+
+/// Some whole lines.
+auto AnyOf(std::initializer_list<int> lines) {
+    return [lines = std::vector<int>(lines)](Currency line) {
+        return std::ranges::any_of(lines,
+                                   [&](int one) { return line == Currency::FromWhole(one); });
+    };
+}
+
 /// The line whose balance is being made, which a refusal names.
 class Balance {
 public:
-    explicit Balance(int line) : line_(line) {}
+    Balance(const NumberedSheet& sheet, int line) : sheet_(sheet), line_(line) {}
 
-    Balance& Add(std::string_view sql) { return Add(Held(SumOf(sql))); }
-    Balance& Less(std::string_view sql) { return Add(-Held(SumOf(sql))); }
-    Balance& Add(Currency amount) {
+    template <class IsWanted>
+    Balance& Add(const IsWanted& lines) {
+        return AddAmount(Held(sheet_.Sum(kAmount, lines)));
+    }
+    template <class IsWanted>
+    Balance& Less(const IsWanted& lines) {
+        return AddAmount(-Held(sheet_.Sum(kAmount, lines)));
+    }
+    Balance& AddAmount(Currency amount) {
         Held(sum_.ToDouble() + amount.ToDouble());
         sum_ += amount;
         return *this;
     }
     Currency Write() const {
-        gDB.Execute("UPDATE G SET Col_1=? WHERE LineNum=?;", {sum_, line_});
+        sheet_.Set(Currency::FromWhole(line_), kAmount, sum_.ToDouble());
         return sum_;
     }
 
@@ -89,9 +113,29 @@ private:
                          fmt::format("Worksheet G: the balance of line {} is too large.", line_));
     }
 
+    const NumberedSheet& sheet_;
     int line_;
     Currency sum_;
 };
+
+void Calculate() {
+    const NumberedSheet sheet("G");
+    const auto balance = [&](int line) { return Balance(sheet, line); };
+    const auto currentAssets = [](Currency line) {
+        return From(1, 9)(line) && line != Currency::FromWhole(6);
+    };
+    const Currency current = balance(10).Add(currentAssets).Less(AnyOf({6})).Write();
+    const Currency fixed = balance(26)
+                               .Add(AnyOf({11, 12, 14, 16, 18, 20, 22, 24, 25}))
+                               .Less(AnyOf({13, 15, 17, 19, 21, 23}))
+                               .Write();
+    const Currency other = balance(31).Add(From(27, 30)).Write();
+    balance(32).AddAmount(current).AddAmount(fixed).AddAmount(other).Write();
+    const Currency currentLiabilities = balance(40).Add(From(33, 39)).Write();
+    const Currency longTerm = balance(45).Add(From(41, 44)).Write();
+    balance(46).AddAmount(currentLiabilities).AddAmount(longTerm).Write();
+    balance(48).Add(AnyOf({46, 47})).Write();
+}
 
 }  // namespace
 
@@ -114,37 +158,7 @@ void Build_G() {
     RegisterBuiltWorksheet("G");
 }
 
-void Calc_G() {
-    const Currency current =
-        Balance(10)
-            .Add(
-                "SELECT SUM(Col_1) AS Sum1 FROM G WHERE (LineNum BETWEEN 1 AND 9) AND (LineNum <> "
-                "6);")
-            .Less("SELECT Col_1 FROM G WHERE LineNum = 6;")
-            .Write();
-    const Currency fixed =
-        Balance(26)
-            .Add(
-                "SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum "
-                "IN(11,12,14,16,18,20,22,24,25);")
-            .Less("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum IN(13,15,17,19,21,23);")
-            .Write();
-    const Currency other =
-        Balance(31)
-            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 27 AND 30;")
-            .Write();
-    Balance(32).Add(current).Add(fixed).Add(other).Write();
-    const Currency currentLiabilities =
-        Balance(40)
-            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 33 AND 39;")
-            .Write();
-    const Currency longTerm =
-        Balance(45)
-            .Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum BETWEEN 41 AND 44;")
-            .Write();
-    Balance(46).Add(currentLiabilities).Add(longTerm).Write();
-    Balance(48).Add("SELECT Sum(Col_1) AS Sum1 FROM G WHERE LineNum In(46,47);").Write();
-}
+void Calc_G() { ChangeCells(gDB, Calculate); }
 
 std::string ValidateCell_G(Currency lineNum) {
     const bool computed = std::ranges::any_of(

@@ -1,10 +1,10 @@
 #include "worksheets/W_G1.h"
 
-#include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/CellRows.h"
 #include "worksheets/FormLines.h"
-#include "worksheets/Rows.h"
+#include "worksheets/NumberedSheet.h"
 
 namespace zolmara {
 namespace {
@@ -12,23 +12,47 @@ namespace {
 using enum FieldType;
 using enum CellKind;
 
-void Write(int line, double amount) {
-    gDB.Execute("Update G1 Set Col_2=? Where LineNum=?;", {amount, line});
-}
+constexpr int kAmount = 2;  ///< the column of the amounts
 
-/// Revenue on line 1 less everything else up to line 2, a subscript of line 1 too.
-double OperatingProfit() {
+constexpr Currency Line(int whole) { return Currency::FromWhole(whole); }
+
+/// Revenue on line 1 less everything else up to line 2, a subscript of line 1 too, in the order in
+/// which the rows are stored.
+double OperatingProfit(const NumberedSheet& sheet) {
+    const TableCells& cells = sheet.Cells();
     double profit = 0;
-    Recordset rows = gDB.OpenRecordset("SELECT * FROM G1 WHERE LineNum<=2;");
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const double amount = NumOr(rows["Col_2"]);
-        if (LineOf(rows) == Currency::FromWhole(1)) {
+    for (NumberedSheet::Row row = 0; row < cells.RowCount(); ++row) {
+        if (cells.IsNull(row, 0) || cells.Line(row) > Line(2)) continue;
+        const double amount = sheet.Amount(row, kAmount);
+        if (cells.Line(row) == Line(1)) {
             profit += amount;
         } else {
             profit -= amount;
         }
     }
     return profit;
+}
+
+/// The lines from one up to but not including another.
+double SumOfLines(const NumberedSheet& sheet, int from, int below) {
+    return sheet.Sum(kAmount,
+                     [&](Currency line) { return Line(from) <= line && line < Line(below); });
+}
+
+void Calculate() {
+    const NumberedSheet sheet("G1");
+    const NumberedSheet expenses("A");
+    const auto write = [&](int line, double amount) { sheet.Put(Line(line), kAmount, amount); };
+    write(2, expenses.Amount(RequiredRow(expenses.Cells(), kTotalOfA), 3));
+    double profit = OperatingProfit(sheet);
+    write(3, profit);
+    const double income = SumOfLines(sheet, 4, 15);
+    write(15, income);
+    profit += income;
+    const double otherExpenses = SumOfLines(sheet, 16, 21);
+    write(21, otherExpenses);
+    profit -= otherExpenses;
+    write(22, profit);
 }
 
 }  // namespace
@@ -62,18 +86,6 @@ void Build_G1() {
     RegisterBuiltWorksheet("G1");
 }
 
-void Calc_G1() {
-    Write(2, NumOr(RequiredRow("A", kTotalOfA)["Col_3"]));
-    double profit = OperatingProfit();
-    Write(3, profit);
-    const double income = SumOf("Select Sum(Col_2) As C2 From G1 Where LineNum>=4 And LineNum<15;");
-    Write(15, income);
-    profit += income;
-    const double expenses =
-        SumOf("Select Sum(Col_2) As C2 From G1 Where LineNum>=16 And LineNum<21;");
-    Write(21, expenses);
-    profit -= expenses;
-    Write(22, profit);
-}
+void Calc_G1() { ChangeCells(gDB, Calculate); }
 
 }  // namespace zolmara

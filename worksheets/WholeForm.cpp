@@ -16,6 +16,7 @@
 #include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 #include "worksheets/Schedules.h"
+#include "worksheets/W_Bpx.h"
 
 namespace zolmara {
 namespace {
@@ -129,17 +130,40 @@ std::string OfStranger(std::string_view item, std::string_view column) {
     return fmt::format("Worksheet {} has a column that is not the form's: {}.", item, column);
 }
 
-bool AreTheColumns(const TableDef& table, const FieldList& fields) {
-    return std::ranges::equal(table.Fields, fields,
-                              [](const FieldDef& column, const WorksheetField& field) {
-                                  return column.Name == field.Name;
-                              });
+/// The columns of the cost centers in a schedule; all other pools stand right ahead of interest
+/// income.
+std::vector<std::string> CenterNames(const Schedule& schedule) {
+    std::vector<std::string> names;
+    for (const Currency line : CostCenterLines(schedule)) {
+        if (schedule.Kind == ScheduleKind::Pooled && line == kInterestIncome)
+            names.emplace_back(kAllOtherPools);
+        names.push_back(CostCenterColumn(line));
+    }
+    return names;
+}
+
+/// The names of the worksheet's fields in their order, without the titles that these take time to
+/// make.
+std::vector<std::string> ColumnNames(const Worksheet& sheet) {
+    std::vector<std::string> names;
+    for (const WorksheetField& field : sheet.FixedFields(sheet.Item)) names.push_back(field.Name);
+    const Schedule* schedule = sheet.CostCenterCells ? FindSchedule(sheet.Item) : nullptr;
+    if (!schedule) return names;
+    if (schedule->Kind == ScheduleKind::Pooled) names.pop_back();
+    const std::vector<std::string> centers = CenterNames(*schedule);
+    names.insert(names.begin() + schedule->FirstColumn, centers.begin(), centers.end());
+    return names;
+}
+
+bool AreTheColumns(const TableDef& table, const Worksheet& sheet) {
+    return std::ranges::equal(
+        table.Fields, ColumnNames(sheet),
+        [](const FieldDef& column, const std::string& name) { return column.Name == name; });
 }
 
 /// What is wrong with the columns of a table; empty where nothing is. Those of a schedule are
 /// counted, so each must stand in its place.
 std::string WrongColumn(const TableDef& table, const FieldList& fields) {
-    if (AreTheColumns(table, fields)) return {};
     for (const WorksheetField& field : fields)
         if (table.FieldIndex(field.Name) < 0)
             return fmt::format("Worksheet {} has no column {}.", table.Name, field.Name);
@@ -154,7 +178,9 @@ std::string WrongColumn(const TableDef& table, const FieldList& fields) {
 }
 
 void NeedColumns(const Worksheet& sheet) {
-    const std::string wrong = WrongColumn(gDB.Table(sheet.Item), sheet.Fields(sheet.Item));
+    const TableDef& table = gDB.Table(sheet.Item);
+    if (AreTheColumns(table, sheet)) return;
+    const std::string wrong = WrongColumn(table, sheet.Fields(sheet.Item));
     if (!wrong.empty()) throw StoreError(StoreError::Kind::Other, wrong);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "store/DatabaseImpl.h"
 #include "worksheets/Sheets.h"
 #include "worksheets/W_A.h"
 
@@ -214,6 +215,35 @@ TEST_F(W_ATest, TwoRunsGiveTheSame) {
     const auto first = Dump();
     Calc_A();
     EXPECT_EQ(Dump(), first);
+}
+
+TEST_F(W_ATest, ARowIsWrittenOnceAndOneThatStaysNotAtAll) {
+    Reclassify(1, 8, 100, 9, 100);
+    SetCell("A", 8, "Col_1", 1000);
+    Calc_A();
+    const auto written = [] {
+        const auto before = sqlite3_total_changes64(gDB.impl().Handle);
+        Calc_A();
+        return sqlite3_total_changes64(gDB.impl().Handle) - before;
+    };
+    EXPECT_EQ(written(), 0) << "what was posted is posted again to the same figures";
+    SetCell("A", 8, "Col_1", 1500);
+    EXPECT_EQ(written(), 3) << "lines 8, 99 and 100";
+    EXPECT_EQ(Num("A", 8, "Col_8"), 1600);
+    EXPECT_EQ(Num("A", 100, "Col_8"), 1500);
+}
+
+TEST_F(W_ATest, AnAmountBeyondAllMeasureNamesItsCell) {
+    SetCell("A", 8, "Col_1", 1e308);
+    SetCell("A", 9, "Col_1", 1e308);
+    try {
+        Calc_A();
+        FAIL() << "a sum that no field can hold was stored";
+    } catch (const StoreError& error) {
+        EXPECT_STREQ(error.what(), "A line 99 Col_1 takes numbers only, not \"inf\"");
+    }
+    EXPECT_FALSE(gDB.InBatch());
+    EXPECT_EQ(Num("A", 8, "Col_8"), 1e308) << "what was made before the failure stays";
 }
 
 TEST_F(W_ATest, AMissingScheduleIsAFailure) {

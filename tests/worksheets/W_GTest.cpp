@@ -78,6 +78,13 @@ TEST_F(W_GTest, AnAmountTooLargeForFourDecimalsIsAFailure) {
     EXPECT_THROW(Calc_G(), StoreError);
 }
 
+TEST_F(W_GTest, ABalanceKeepsItsFourDecimalsWhateverItsSize) {
+    Key(1, 123456789012.25);
+    Key(2, 0.0625);
+    Calc_G();
+    EXPECT_EQ(G(10), 123456789012.3125) << "sixteen digits";
+}
+
 /// What the calculation of G stops with.
 std::string Refusal() {
     try {
