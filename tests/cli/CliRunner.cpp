@@ -6,11 +6,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 
 #include "support/Paths.h"
 
@@ -18,39 +20,78 @@ namespace zolmara::test {
 
 namespace {
 
+/// Other children that are started meanwhile do not hold it open.
 struct Pipe {
     std::array<int, 2> Ends{};
     Pipe() {
-        if (pipe(Ends.data()) != 0) throw std::runtime_error("no pipe");
+        if (pipe2(Ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     }
     int Read() const { return Ends[0]; }
     int Write() const { return Ends[1]; }
 };
 
-[[noreturn]] void BeTheProgram(std::vector<std::string>& words, const std::string& config,
-                               const CliSetting& setting, const Pipe& out, const Pipe& err) {
-    setenv("XDG_CONFIG_HOME", config.c_str(), 1);
-    setenv("XDG_DATA_HOME", (config + "/data").c_str(), 1);
+/// A list of texts as the system takes it.
+class TextList {
+public:
+    explicit TextList(std::vector<std::string> texts) : texts_(std::move(texts)) {
+        for (std::string& text : texts_) pointers_.push_back(text.data());
+        pointers_.push_back(nullptr);
+    }
+    TextList(const TextList&) = delete;
+    TextList& operator=(const TextList&) = delete;
+
+    char** Data() { return pointers_.data(); }
+
+private:
+    std::vector<std::string> texts_;
+    std::vector<char*> pointers_;
+};
+
+/// This program's environment with some variables set anew.
+std::vector<std::string> EnvironmentWith(const std::vector<std::string>& settings) {
+    const auto nameOf = [](std::string_view setting) {
+        return setting.substr(0, setting.find('='));
+    };
+    std::vector<std::string> all = settings;
+    for (char** at = environ; *at; ++at)
+        if (std::ranges::find(settings, nameOf(*at), nameOf) == settings.end())
+            all.emplace_back(*at);
+    return all;
+}
+
+std::vector<std::string> SettingsOf(const std::string& config, const CliSetting& setting) {
+    std::vector<std::string> settings{"XDG_CONFIG_HOME=" + config,
+                                      "XDG_DATA_HOME=" + config + "/data"};
+    if (setting.Faults)
+        for (const std::string& each : FaultEnvironment(*setting.Faults)) settings.push_back(each);
+    return settings;
+}
+
+/// What the child needs, made ahead of it: behind a fork from among several threads nothing may
+/// be allocated, since another thread may have held the allocator's lock at that moment.
+struct Start {
+    TextList Words;
+    TextList Environment;
+    std::string Program;
+};
+
+[[noreturn]] void BeTheProgram(Start& start, const CliSetting& setting, const Pipe& out,
+                               const Pipe& err) {
     const auto take = [](const std::string& file, const Pipe& pipe, int as) {
-        dup2(file.empty() ? pipe.Write() : open(file.c_str(), O_WRONLY | O_CREAT, 0600), as);
+        const int flags = O_WRONLY | O_CREAT | O_CLOEXEC;
+        dup2(file.empty() ? pipe.Write() : open(file.c_str(), flags, 0600), as);
     };
     take(setting.OutputFile, out, STDOUT_FILENO);
     take(setting.ErrorFile, err, STDERR_FILENO);
-    for (const Pipe* pipe : {&out, &err})
-        for (const int end : pipe->Ends) close(end);
     if (setting.FileLimit >= 0) {
         const auto limit = static_cast<rlim_t>(setting.FileLimit);
         const rlimit limits{limit, limit};
         setrlimit(RLIMIT_FSIZE, &limits);
         std::signal(SIGXFSZ, SIG_IGN);
     }
-    if (setting.Faults) PutFaultsIntoEnvironment(*setting.Faults);
     if (setting.NoStandardFiles)
         for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(file);
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    execv(setting.Program.empty() ? kCli : setting.Program.c_str(), arguments.data());
+    execve(start.Program.c_str(), start.Words.Data(), start.Environment.Data());
     _exit(127);
 }
 
@@ -59,11 +100,13 @@ void Collect(int outEnd, int errEnd, CliResult& result) {
     std::array<pollfd, 2> ends{pollfd{outEnd, POLLIN, 0}, pollfd{errEnd, POLLIN, 0}};
     std::array<std::string*, 2> texts{&result.Out, &result.Err};
     for (int open = 2; open > 0;) {
-        poll(ends.data(), ends.size(), -1);
+        if (poll(ends.data(), ends.size(), -1) < 0 && errno != EINTR)
+            throw std::runtime_error("no poll");
         for (std::size_t i = 0; i < ends.size(); ++i) {
             if (ends[i].fd < 0 || ends[i].revents == 0) continue;
             std::array<char, 4096> buffer{};
             const ssize_t count = read(ends[i].fd, buffer.data(), buffer.size());
+            if (count < 0 && errno == EINTR) continue;
             if (count > 0) {
                 texts[i]->append(buffer.data(), static_cast<std::size_t>(count));
             } else {
@@ -79,10 +122,14 @@ void Collect(int outEnd, int errEnd, CliResult& result) {
 
 CliResult CliTest::Run(std::vector<std::string> words, const CliSetting& setting) {
     words.insert(words.begin(), "zolmara-cli");
-    Pipe out;
-    Pipe err;
+    Start start{TextList(std::move(words)),
+                TextList(EnvironmentWith(SettingsOf(File("config"), setting))),
+                setting.Program.empty() ? kCli : setting.Program};
+    const Pipe out;
+    const Pipe err;
     const pid_t child = fork();
-    if (child == 0) BeTheProgram(words, File("config"), setting, out, err);
+    if (child < 0) throw std::runtime_error("no process");
+    if (child == 0) BeTheProgram(start, setting, out, err);
     close(out.Write());
     close(err.Write());
     CliResult result;

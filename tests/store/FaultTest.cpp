@@ -203,9 +203,11 @@ protected:
         for (std::thread& thread : threads) thread.join();
         return results;
     }
-    /// Gives a close something to do.
+    /// Gives a close something to do, where the closes before did not get in each other's way and
+    /// leave it.
     static void Fatten(const std::string& crf) {
         Database file = DBEngine::OpenDatabase(crf);
+        if (file.HasTable("tblWork")) return;
         file.Execute("SELECT * INTO tblWork FROM Bp1;");
     }
 };

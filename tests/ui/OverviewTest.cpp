@@ -47,7 +47,7 @@ protected:
     static void Settle() { QCoreApplication::processEvents(); }
     template <class Condition>
     static bool Told(const Condition& condition) {
-        return QTest::qWaitFor(condition, 10000);
+        return WaitFor(condition);
     }
     template <class T>
     T* Part(const char* name) const {

@@ -48,7 +48,7 @@ protected:
         field->setText(Q(text));
         auto* const count = Part<QLabel>("wndSearch", "lblCount");
         count->setText("waiting");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return count->text() != "waiting"; }, 10000));
+        EXPECT_TRUE(WaitFor([&] { return count->text() != "waiting"; }));
         return Found()->model()->rowCount();
     }
 };

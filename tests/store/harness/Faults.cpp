@@ -1,21 +1,18 @@
 #include "store/harness/Faults.h"
 
-#include <cstdlib>
 #include <fstream>
 
 #include "support/Paths.h"
 
 namespace zolmara::test {
 
-void PutFaultsIntoEnvironment(const FaultPlan& plan) {
-    setenv("LD_PRELOAD", kFaultLibrary, 1);
-    // A program that is built with a sanitizer wants that in front of everything else.
-    setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
-    setenv("ZOLMARA_FAULT_FOLDER", plan.Folder.c_str(), 1);
-    setenv("ZOLMARA_FAULT_AT", std::to_string(plan.At).c_str(), 1);
-    setenv("ZOLMARA_FAULT_ERROR", std::to_string(plan.Error).c_str(), 1);
-    setenv("ZOLMARA_FAULT_ONLY", plan.Only.c_str(), 1);
-    setenv("ZOLMARA_FAULT_REPORT", plan.Report.c_str(), 1);
+std::vector<std::string> FaultEnvironment(const FaultPlan& plan) {
+    return {std::string("LD_PRELOAD=") + kFaultLibrary,
+            // A program that is built with a sanitizer wants that in front of everything else.
+            "ASAN_OPTIONS=verify_asan_link_order=0", "ZOLMARA_FAULT_FOLDER=" + plan.Folder,
+            "ZOLMARA_FAULT_AT=" + std::to_string(plan.At),
+            "ZOLMARA_FAULT_ERROR=" + std::to_string(plan.Error), "ZOLMARA_FAULT_ONLY=" + plan.Only,
+            "ZOLMARA_FAULT_REPORT=" + plan.Report};
 }
 
 FaultReport ReadFaultReport(const FaultPlan& plan) {

@@ -5,6 +5,7 @@
 // into the programs that they start.
 
 #include <string>
+#include <vector>
 
 extern "C" {
 /// From here on the n-th call that changes a file below the folder fails with this error number,
@@ -28,8 +29,8 @@ struct FaultPlan {
     std::string Only;
     std::string Report;
 };
-/// Sets them for this process's children, with the library preloaded.
-void PutFaultsIntoEnvironment(const FaultPlan& plan);
+/// They, "NAME=value" each, with the library preloaded.
+std::vector<std::string> FaultEnvironment(const FaultPlan& plan);
 
 /// What a program reported: calls and dropped locks; -1 when it died.
 struct FaultReport {
