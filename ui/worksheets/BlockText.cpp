@@ -1,5 +1,7 @@
 #include "ui/worksheets/BlockText.h"
 
+#include "ui/main/QtText.h"
+
 namespace zolmara::ui {
 namespace {
 
@@ -58,11 +60,6 @@ private:
     std::vector<QStringList> rows_;
 };
 
-QString Quoted(const QString& cell) {
-    if (!cell.contains('\t') && !cell.contains('\n') && !cell.startsWith('"')) return cell;
-    return '"' + QString(cell).replace("\"", "\"\"") + '"';
-}
-
 }  // namespace
 
 std::vector<QStringList> ReadBlock(const QString& text) {
@@ -70,14 +67,26 @@ std::vector<QStringList> ReadBlock(const QString& text) {
     return BlockReader(plain).Read();
 }
 
-QString WriteBlock(const std::vector<QStringList>& rows) {
-    QString text;
-    for (const QStringList& row : rows) {
-        QStringList cells;
-        for (const QString& cell : row) cells << Quoted(cell);
-        text += cells.join('\t') + '\n';
+void AppendCell(std::string& text, std::string_view cell) {
+    if (cell.find_first_of("\t\n") == std::string_view::npos && !cell.starts_with('"')) {
+        text += cell;
+        return;
     }
-    return text;
+    text += '"';
+    for (const char c : cell) text.append(c == '"' ? 2 : 1, c);
+    text += '"';
+}
+
+QString WriteBlock(const std::vector<QStringList>& rows) {
+    std::string text;
+    for (const QStringList& row : rows) {
+        for (qsizetype at = 0; at < row.size(); ++at) {
+            if (at > 0) text += '\t';
+            AppendCell(text, S(row[at]));
+        }
+        text += '\n';
+    }
+    return Q(text);
 }
 
 }  // namespace zolmara::ui

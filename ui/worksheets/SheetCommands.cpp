@@ -24,6 +24,7 @@
 #include "ui/overview/StatementNotes.h"
 #include "ui/tools/EntryCalculation.h"
 #include "ui/tools/ExplainWindow.h"
+#include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/BlockReport.h"
 #include "ui/worksheets/BlockText.h"
 #include "ui/worksheets/FindBar.h"
@@ -37,6 +38,8 @@ namespace zolmara::ui {
 namespace {
 
 constexpr double kZoomStep = 1.1;
+/// More cells than these go to the clipboard in slices.
+constexpr std::size_t kCopiedAtOnce = 20'000;
 
 /// The form is blocked and the pointer an hourglass for the length of a step.
 class Blocked {
@@ -121,30 +124,35 @@ void frmWorksheet::MakeCommands() {
 
 // --- Blocks --------------------------------------------------------------------------------
 
-std::vector<std::string> frmWorksheet::CellsOfRow(int row, const BlockRange& range) const {
-    std::vector<std::string> cells;
+std::vector<int> frmWorksheet::ShownColumns(const BlockRange& range) const {
+    std::vector<int> columns;
     for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
-        if (!grd_->isColumnHidden(column)) cells.push_back(S(model_.Plain(row, column)));
-    return cells;
+        if (!grd_->isColumnHidden(column)) columns.push_back(column);
+    return columns;
 }
 
 void frmWorksheet::Copy(bool withHeadings) {
     const BlockRange range = Selected();
     if (range.FirstRow < 0) return;
     const Hourglass hourglass;
-    std::vector<QStringList> rows;
-    if (withHeadings) {
-        QStringList titles;
-        for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
-            if (!grd_->isColumnHidden(column)) titles << model_.TitleAt(range.FirstRow, column);
-        rows.push_back(titles);
-    }
-    for (int row = range.FirstRow; row <= range.LastRow; ++row) {
-        QStringList cells;
-        for (const std::string& cell : CellsOfRow(row, range)) cells << Q(cell);
-        rows.push_back(cells);
-    }
-    QApplication::clipboard()->setText(WriteBlock(rows));
+    std::vector<int> columns = ShownColumns(range);
+    std::string text;
+    const auto append = [&](const auto& cellOf) {
+        for (std::size_t at = 0; at < columns.size(); ++at) {
+            if (at > 0) text += '\t';
+            AppendCell(text, S(cellOf(columns[at])));
+        }
+        text += '\n';
+    };
+    if (withHeadings) append([&](int column) { return model_.TitleAt(range.FirstRow, column); });
+    const auto rows = static_cast<std::size_t>(range.LastRow - range.FirstRow) + 1;
+    if (rows * columns.size() > kCopiedAtOnce)
+        return StartCopy(
+            std::make_unique<BlockSource>(model_, range, std::move(columns), std::move(text)), this,
+            [this] { ShowStatus(); });
+    for (int row = range.FirstRow; row <= range.LastRow; ++row)
+        append([&](int column) { return model_.Plain(row, column); });
+    QApplication::clipboard()->setText(Q(text));
 }
 
 /// Where the first row of an empty worksheet will begin to be keyed.
@@ -158,6 +166,7 @@ BlockRange frmWorksheet::AheadOfRows() const {
 
 /// A single value goes into every cell of the selection.
 void frmWorksheet::Paste() {
+    FinishCopy();
     if (!CommitGrid()) return;
     std::vector<std::vector<std::string>> cells;
     for (const QStringList& row : ReadBlock(QApplication::clipboard()->text())) {
@@ -167,10 +176,7 @@ void frmWorksheet::Paste() {
     const BlockRange range = model_.rowCount() == 0 ? AheadOfRows() : Selected();
     if (cells.empty() || range.FirstRow < 0) return;
     if (cells.size() == 1 && cells.front().size() == 1) {
-        std::size_t width = 0;
-        for (int column = range.FirstColumn; column <= range.LastColumn; ++column)
-            if (!grd_->isColumnHidden(column)) ++width;
-        cells.front().assign(width, cells.front().front());
+        cells.front().assign(ShownColumns(range).size(), cells.front().front());
         cells.assign(static_cast<std::size_t>(range.LastRow - range.FirstRow) + 1, cells.front());
     }
     AfterBlock(InOneAct("Paste into " + PrintedName(Form().Item),

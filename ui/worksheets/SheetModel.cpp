@@ -30,6 +30,10 @@ Qt::Alignment AlignmentOf(CellAlign align) {
 
 }  // namespace
 
+std::string PlainText(const FormColumn& column, Currency line, const Variant& value) {
+    return column.IsNumber() ? Text(value) : ShownText(column, line, value);
+}
+
 // --- Showing -------------------------------------------------------------------------------
 
 void SheetModel::Show(WorksheetForm form) {
@@ -132,8 +136,7 @@ QString SheetModel::Shown(int row, int column) const {
 }
 
 QString SheetModel::Plain(int row, int column) const {
-    const Variant value = Value(row, column);
-    return Column(column).IsNumber() ? Q(Text(value)) : Shown(row, column);
+    return Q(PlainText(Column(column), Line(row), Value(row, column)));
 }
 
 Currency SheetModel::Line(int row) const {

@@ -16,6 +16,9 @@ namespace zolmara::ui {
 /// True for a cell of an editor that takes no entry.
 inline constexpr int kLockedRole = Qt::UserRole;
 
+/// The value of a cell as it is keyed and copied: a number without its signs.
+std::string PlainText(const FormColumn& column, Currency line, const Variant& value);
+
 class SheetModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
@@ -73,7 +76,7 @@ public:
 
     /// The value of a cell as the grid shows it.
     QString Shown(int row, int column) const;
-    /// The value of a cell as it is keyed and copied: a number without its signs.
+    /// Its PlainText.
     QString Plain(int row, int column) const;
     Variant Value(int row, int column) const;
 

@@ -9,6 +9,7 @@
 #include "store/session/Session.h"
 #include "ui/main/QtText.h"
 #include "ui/tools/EntryCalculation.h"
+#include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/SheetView.h"
 #include "ui/worksheets/frmWorksheet.h"
 
@@ -28,6 +29,10 @@ QString TextOf(const BlockSums& sums) {
         .arg(shown(sums.Sum))
         .arg(sums.Count)
         .arg(shown(sums.Average()));
+}
+
+QString CopyText(std::optional<int> percent) {
+    return percent ? QString("Copying ... %1 % (Escape stops it)").arg(*percent) : QString();
 }
 
 }  // namespace
@@ -98,7 +103,8 @@ void frmWorksheet::ShowStatus() {
         if (Form().Mode == FormMode::Edit && current.isValid() &&
             !model_.IsOpen(current.row(), current.column()))
             parts << "Locked cell";
-        parts << CodeText() << SumsText() << EntryCalculation::Note();
+        parts << CopyText(CopyPercent(this)) << CodeText() << SumsText()
+              << EntryCalculation::Note();
     } catch (const StoreError&) {
         // The next refresh shows them.
     }

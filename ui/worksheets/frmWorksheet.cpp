@@ -21,6 +21,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/tools/EntryCalculation.h"
+#include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/FindBar.h"
 #include "ui/worksheets/SheetView.h"
 #include "ui/worksheets/WindowPlace.h"
@@ -206,6 +207,7 @@ void frmWorksheet::closeEvent(QCloseEvent* event) {
     // A step that holds the program closes the windows itself; the user does not meanwhile.
     if (event->spontaneous() && TheQtHost().InLongStep()) return event->ignore();
     if (CrfIsOpen() && !MayClose()) return event->ignore();
+    if (CopyPercent(this)) FinishCopy();
     RememberWindow(*this);
     event->accept();
 }
@@ -260,6 +262,7 @@ void frmWorksheet::MakeActs() {
     };
     acts_.Move = [this](Step step) { Move(step); };
     acts_.TakeBack = [this] {
+        if (StopCopy(this)) return;
         model_.TakeBack();
         tmrStatus_->start();
     };

@@ -85,7 +85,7 @@ private:
     void AddUp();
     BlockRange Selected() const;
     BlockRange AheadOfRows() const;
-    std::vector<std::string> CellsOfRow(int row, const BlockRange& range) const;
+    std::vector<int> ShownColumns(const BlockRange& range) const;
     void AfterBlock(const BlockResult& result, const QString& what);
     std::optional<Currency> CurrentLine() const;
     std::vector<Currency> SelectedLines() const;
