@@ -465,17 +465,39 @@ TEST_F(OverviewTest, ADroppedWorkbookAsksToBeImported) {
     EXPECT_NE(Boxes[1].Text.find("Save it as .xlsx."), std::string::npos) << Boxes[1].Text;
 }
 
-TEST_F(OverviewTest, SeveralFilesAndWhatIsNoFileAreNotTaken) {
+TEST_F(OverviewTest, OfSeveralFilesNoneIsTakenAndItIsToldWhy) {
     const std::string one = MakeCrf("One.CRF");
     const std::string two = MakeCrf("Two.CRF");
-    EXPECT_FALSE(Drop({one, two}));
+    Open(one);
+    EXPECT_TRUE(Drop({two, folder.File("cells.txt")}));
+    EXPECT_EQ(BoxTexts(),
+              std::vector<std::string>{
+                  "These are 2 files: Two.CRF, cells.txt.\rOne file is opened or "
+                  "imported at a time, so none of them was taken.  Please choose one."});
+    EXPECT_EQ(gCRFPath, one);
+    EXPECT_TRUE(CrfIsOpen());
+    Boxes.clear();
+    EXPECT_TRUE(Drop({"/1", "/2", "/3", "/4", "/5", "/6", "/7"}));
+    ASSERT_EQ(Boxes.size(), 1u);
+    EXPECT_TRUE(Boxes[0].Text.starts_with("These are 7 files: 1, 2, 3, 4, 5 and 2 more.\r"))
+        << Boxes[0].Text;
+    EXPECT_TRUE(Drop({two}));
+    EXPECT_EQ(gCRFPath, two);
+}
+
+TEST_F(OverviewTest, WhatIsNoFileIsNotTaken) {
+    const std::string one = MakeCrf("One.CRF");
     EXPECT_FALSE(Drop({}));
+    QMimeData page;
+    page.setUrls({QUrl::fromLocalFile(Q(one)), QUrl("https://example.org/One.CRF")});
     QMimeData text;
     text.setText("A\t8\t1\t4711");
-    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-    enter.ignore();
-    QCoreApplication::sendEvent(main.get(), &enter);
-    EXPECT_FALSE(enter.isAccepted());
+    for (const QMimeData* data : {&page, &text}) {
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QCoreApplication::sendEvent(main.get(), &enter);
+        EXPECT_FALSE(enter.isAccepted());
+    }
     EXPECT_FALSE(CrfIsOpen());
     EXPECT_TRUE(Boxes.empty());
     host->ShowCalcMsg(" Calculating");

@@ -26,6 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kSection = "Recent";
 constexpr int kMostRecent = 8;
+constexpr std::size_t kMostNamed = 5;
 
 /// What asks to be imported; one of the older kind is refused there, in words.
 constexpr std::array<std::string_view, 7> kImported = {".TXT", ".CSV", ".XLSX", ".XLSM",
@@ -119,6 +120,20 @@ void TakeFile(const std::string& path) {
     } else {
         mnuReportImportASCII(path, ImportAndTell);
     }
+}
+
+/// Which of several is meant is not guessed: the first one would be that of the file manager's
+/// order.
+void TakeFiles(const std::vector<std::string>& paths) {
+    if (paths.size() == 1) return TakeFile(paths.front());
+    std::string names;
+    for (std::size_t at = 0; at < std::min(paths.size(), kMostNamed); ++at)
+        names += (at > 0 ? ", " : "") + FileName(paths[at]);
+    if (paths.size() > kMostNamed) names += fmt::format(" and {} more", paths.size() - kMostNamed);
+    Tell(
+        fmt::format("These are {} files: {}.\rOne file is opened or imported at a time, so none of "
+                    "them was taken.  Please choose one.",
+                    paths.size(), names));
 }
 
 std::vector<std::string> RecentFiles() {

@@ -16,6 +16,9 @@ bool OpenFile(const std::string& path);
 /// refused in words, and what is open stays open.
 void TakeFile(const std::string& path);
 
+/// The same for what is dropped or named at once: several files are refused in words.
+void TakeFiles(const std::vector<std::string>& paths);
+
 /// Imports a file into the open CRF as ImportFile does, and says so where it ended well.
 bool ImportAndTell(const std::string& path);
 

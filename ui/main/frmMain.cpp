@@ -328,24 +328,26 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 namespace {
 
-/// One file of this machine; empty for anything else.
-QString DroppedFile(const QMimeData& data) {
-    const QList<QUrl> urls = data.urls();
-    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+/// The files, where they are all of this machine; none for anything else.
+std::vector<std::string> DroppedFiles(const QMimeData& data) {
+    std::vector<std::string> files;
+    for (const QUrl& url : data.urls()) files.push_back(S(url.toLocalFile()));
+    if (std::ranges::find(files, std::string()) != files.end()) return {};
+    return files;
 }
 
 }  // namespace
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (!InLongStep() && !DroppedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (!InLongStep() && !DroppedFiles(*event->mimeData()).empty()) event->acceptProposedAction();
 }
 
 /// What it is dropped from waits for the end of the drop: a question comes behind it.
 void frmMain::dropEvent(QDropEvent* event) {
-    const std::string path = S(DroppedFile(*event->mimeData()));
-    if (path.empty()) return;
+    const std::vector<std::string> files = DroppedFiles(*event->mimeData());
+    if (files.empty()) return;
     event->acceptProposedAction();
-    QTimer::singleShot(0, this, [this, path] { Run([path] { TakeFile(path); }); });
+    QTimer::singleShot(0, this, [this, files] { Run([files] { TakeFiles(files); }); });
 }
 
 void frmMain::Run(const std::function<void()>& command) {

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "core/StandardFiles.h"
 #include "store/session/Session.h"
@@ -72,7 +74,9 @@ int main(int argc, char** argv) {
     ui::frmMain main;
     if (!main.Load()) return 0;
     main.show();
-    if (argc > 1) main.Run([&] { ui::TakeFile(FullPath(argv[1])); });
+    std::vector<std::string> files;
+    for (int at = 1; at < argc; ++at) files.push_back(FullPath(argv[at]));
+    if (!files.empty()) main.Run([&] { ui::TakeFiles(files); });
     // The desktop's session ends: what is being keyed is stored first, and a refused row asks.
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &main,
                      [](QSessionManager& session) { ui::CommitBeforeSessionEnd(session); });
