@@ -161,8 +161,10 @@ std::optional<std::int64_t> AsParts(double value, double partsOfOne) {
 }
 
 std::string PartsText(std::int64_t parts, int decimals) {
-    std::string text = fmt::format("{:0{}}", std::abs(parts), decimals + 1);
-    text.insert(text.size() - static_cast<std::size_t>(decimals), 1, '.');
+    const auto places = static_cast<std::size_t>(decimals);
+    std::string text = fmt::format_int(std::abs(parts)).str();
+    if (text.size() <= places) text.insert(0, places + 1 - text.size(), '0');
+    text.insert(text.size() - places, 1, '.');
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') text.pop_back();
     return parts < 0 ? "-" + text : text;
@@ -197,7 +199,10 @@ std::string NumberText(double value) {
     return AnyNumberText(value);
 }
 
-std::string NumberText(Currency value) { return PartsText(value.Units(), 4); }
+std::string NumberText(Currency value) {
+    if (value.IsWhole()) return fmt::format_int(value.Whole()).str();
+    return PartsText(value.Units(), 4);
+}
 
 double ThroughText(double value) {
     if (AsParts(value, 1)) return value == 0 ? 0 : value;

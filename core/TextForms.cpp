@@ -117,6 +117,10 @@ std::string LCase(std::string_view text) { return MapCase(text, LowerAscii, Lowe
 int CompareText(std::string_view a, std::string_view b) {
     std::size_t i = 0;
     std::size_t j = 0;
+    // What is the same byte by byte needs no look at its case, up to a letter of more than one.
+    const std::size_t least = std::min(a.size(), b.size());
+    while (i < least && a[i] == b[i] && IsAscii(a[i])) ++i;
+    j = i;
     while (i < a.size() && j < b.size()) {
         const char32_t left = NextFolded(a, i);
         const char32_t right = NextFolded(b, j);

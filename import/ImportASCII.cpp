@@ -60,8 +60,8 @@ constexpr Loader kLoaders[] = {
 };
 // clang-format on
 
-constexpr std::string_view kIsStructure =
-    "(ucase([WorkSheet]) = 'COSTCENTER' Or Ucase(Left([WorkSheet],1))='S')";
+/// Cost centers and the worksheets of the S family, whether or not they have a loader.
+bool IsStructure(const std::string& name) { return name == "COSTCENTER" || name.starts_with('S'); }
 
 /// The main window as it is while an import runs, put right again on every way out.
 class ImportView {
@@ -128,18 +128,8 @@ void ReadLines(ImportRun& run, LineSource& source, PassedOver& passedOver) {
     if (const std::string failure = source.Failure(); !failure.empty()) run.NotRead(failure);
 }
 
-std::vector<std::string> StagedWorkSheets(std::string_view condition) {
-    std::vector<std::string> names;
-    auto rows = gDB.OpenRecordset(
-        fmt::format("Select Distinct ucase([WorkSheet]) As WS From ImportASCII Where {};",
-                    condition),
-        dbOpenSnapshot);
-    for (; !rows.Eof(); rows.MoveNext()) names.push_back(StrOr(rows[0]));
-    return names;
-}
-
 void LoadStructure(ImportRun& run) {
-    for (const auto& name : StagedWorkSheets(kIsStructure))
+    for (const auto& name : run.Staged().WorkSheets())
         if (const auto* loader = FindLoader(kStructureLoaders, name))
             RunStep(name, [&] { loader->Run(run); });
 }
@@ -152,7 +142,8 @@ void LoadWorkSheet(ImportRun& run, const std::string& name) {
 }
 
 void LoadWorkSheets(ImportRun& run) {
-    const auto names = StagedWorkSheets(fmt::format("NOT {}", kIsStructure));
+    auto names = run.Staged().WorkSheets();
+    std::erase_if(names, IsStructure);
     double done = 0;
     for (const auto& name : names) {
         LoadWorkSheet(run, name);
@@ -170,6 +161,7 @@ enum class ImportEnd {
 };
 
 ImportEnd LoadStagedRows(ImportRun& run) {
+    run.Staged().Read();
     LoadStructure(run);
     LoadWorkSheets(run);
     if (ImportErrorFlag) return ImportEnd::Messages;

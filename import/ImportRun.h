@@ -1,6 +1,6 @@
 #pragma once
 
-// One run of the ASCII import: the messages that it gives.
+// One run of the ASCII import: the cells that it loads, and the messages that it gives.
 
 #include <map>
 #include <string>
@@ -8,11 +8,11 @@
 #include <tuple>
 
 #include "core/Currency.h"
+#include "import/StagedRows.h"
 
 namespace zolmara {
 
 struct ImportLine;
-struct SourceRow;
 
 /// Goes along to the reader and to every loader. What they complain of goes to table Error, and
 /// ImportErrorFlag is set nowhere else.
@@ -33,6 +33,9 @@ public:
     /// A loader's message: the text and what names the row.
     void Complain(std::string_view sheet, const SourceRow& row, std::string_view text);
 
+    /// The cells to load.
+    StagedRows& Staged() { return staged_; }
+
     /// True until a line had a fraction where only whole numbers are taken, or the file ended
     /// before its end.
     bool MayLoad() const { return mayLoad_; }
@@ -43,6 +46,7 @@ private:
     std::string FirstOrigin(std::string_view sheet) const;
 
     bool mayLoad_ = true;
+    StagedRows staged_;
     std::map<Cell, std::string> origins_;
 };
 

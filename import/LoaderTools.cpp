@@ -12,17 +12,6 @@
 
 namespace zolmara {
 
-std::vector<SourceRow> SourceRows(std::string_view sheet) {
-    std::vector<SourceRow> rows;
-    auto source = gDB.OpenRecordset(
-        "SELECT Row, Col, Contents From ImportASCII Where UCase([WorkSheet]) = ? ORDER BY Row, "
-        "Col;",
-        {UCase(sheet)}, dbOpenSnapshot);
-    for (; !source.Eof(); source.MoveNext())
-        rows.push_back({CurOr(source[0]), CurOr(source[1]), StrOr(source[2])});
-    return rows;
-}
-
 TargetRow::TargetRow(std::string_view table, std::string_view key, std::string_view where)
     : table_(table),
       key_(key),
@@ -77,8 +66,9 @@ bool InAny(std::span<const Range> ranges, Currency value) {
     });
 }
 
-void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const LoadOne& loadOne) {
-    for (const auto& row : SourceRows(sheet)) {
+void LoadRows(ImportRun& run, std::string_view sheet, const LoadOne& loadOne) {
+    const auto rows = run.Staged().Take(sheet);
+    for (const auto& row : rows) {
         try {
             const auto complaint = loadOne(row);
             if (!complaint.empty()) run.Complain(sheet, row, complaint);
@@ -88,6 +78,10 @@ void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const L
         }
         TheStatus().DoEvents();
     }
+}
+
+void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const LoadOne& loadOne) {
+    LoadRows(run, sheet, loadOne);
     target.Store();
 }
 

@@ -8,24 +8,14 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/Currency.h"
+#include "import/StagedRows.h"
 #include "store/Dao.h"
 
 namespace zolmara {
 
 class ImportRun;
-
-/// A staged cell.
-struct SourceRow {
-    Currency Row;
-    Currency Col;
-    std::string Contents;
-};
-
-/// The staged rows of a worksheet, in the order of their rows, then columns.
-std::vector<SourceRow> SourceRows(std::string_view sheet);
 
 /// One line of a worksheet's table, read by its key when the line changes, so that finding it
 /// costs the same however long the table is.
@@ -84,6 +74,8 @@ using LoadOne = std::function<std::string(const SourceRow&)>;
 
 /// Walks a worksheet's staged rows. A broken rule, and a value that the store refuses, is told
 /// and the walk goes on.
+void LoadRows(ImportRun& run, std::string_view sheet, const LoadOne& loadOne);
+/// The same, and stores the target's last row.
 void LoadRows(ImportRun& run, std::string_view sheet, TargetRow& target, const LoadOne& loadOne);
 
 /// Loads a worksheet row by row, and has the open windows show it.

@@ -19,10 +19,12 @@ namespace {
 }
 
 /// A value as a field of the type holds it; a value that it cannot hold is refused by name.
+template <class RowName>
 class FieldConverter {
 public:
-    /// `row` is the name of the row in hand: its table, and its line where it has one.
-    FieldConverter(const std::string& row, const FieldDef& field) : row_(row), field_(field) {}
+    /// `rowName` gives the name of the row in hand: its table, and its line where it has one.
+    FieldConverter(RowName rowName, const FieldDef& field)
+        : rowName_(std::move(rowName)), field_(field) {}
 
     Variant Convert(const Variant& value) const {
         if (value.IsNull()) return value;
@@ -44,7 +46,7 @@ public:
     }
 
 private:
-    std::string Name() const { return row_ + " " + field_.Name; }
+    std::string Name() const { return rowName_() + " " + field_.Name; }
 
     double NumberOf(const Variant& value) const {
         if (value.IsDouble() && std::isfinite(value.AsDouble())) return value.AsDouble();
@@ -82,7 +84,7 @@ private:
         Refuse(fmt::format("{} takes dates only, not \"{}\"", Name(), Text(value)));
     }
 
-    const std::string row_;
+    RowName rowName_;
     const FieldDef& field_;
 };
 
@@ -477,7 +479,8 @@ void Recordset::Set(int index, const Variant& value) {
     if (!Editing()) Refuse("Update without AddNew or Edit: " + state_->Source);
     const auto& field = FieldAt(state_->Columns(), index);
     const auto at = static_cast<std::size_t>(index);
-    state_->Buffer[at] = FieldConverter(state_->RowName(), field).Convert(value);
+    const auto rowName = [this] { return state_->RowName(); };
+    state_->Buffer[at] = FieldConverter(rowName, field).Convert(value);
     state_->Touched[at] = 1;
 }
 void Recordset::Set(std::string_view name, const Variant& value) {

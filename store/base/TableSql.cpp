@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 
 #include "core/Globals.h"
@@ -94,6 +95,9 @@ std::string CreateTableSql(const TableDef& table) {
 }
 
 int TableDef::FieldIndex(std::string_view name) const {
+    // As it is written nearly always.
+    const auto same = std::ranges::find(Fields, name, &FieldDef::Name);
+    if (same != Fields.end()) return static_cast<int>(same - Fields.begin());
     // Names of fields are plain letters and digits: names of different size are different.
     for (std::size_t i = 0; i < Fields.size(); ++i)
         if (Fields[i].Name.size() == name.size() && SameText(Fields[i].Name, name))

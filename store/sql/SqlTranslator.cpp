@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include <unordered_set>
+
 #include "core/Globals.h"
 #include "store/base/StoreError.h"
 #include "store/sql/ExprWriter.h"
@@ -56,10 +58,11 @@ void TranslateSelect(Work& work) {
     result.Sql = query.Sql(result.IsDynaset ? "rowid" : query.ColumnList());
 }
 
-void AddNewField(TableDef& table, FieldDef field) {
-    if (table.FieldIndex(field.Name) >= 0) RefuseSql("duplicate column name: " + field.Name);
-    field.Required = false;
-    table.Fields.push_back(std::move(field));
+void NeedDifferentNames(const std::vector<OutputColumn>& columns) {
+    std::unordered_set<std::string> names;
+    for (const OutputColumn& column : columns)
+        if (!names.insert(LCase(column.Field.Name)).second)
+            RefuseSql("duplicate column name: " + column.Field.Name);
 }
 
 void TranslateSelectInto(Work& work) {
@@ -69,8 +72,10 @@ void TranslateSelectInto(Work& work) {
     result.Columns = query.Columns();
     result.NewTable.Name = work.From.Table;
     result.CopiesFields = true;
+    NeedDifferentNames(result.Columns);
     for (std::size_t i = 0; i < result.Columns.size(); ++i) {
-        AddNewField(result.NewTable, result.Columns[i].Field);
+        result.NewTable.Fields.push_back(result.Columns[i].Field);
+        result.NewTable.Fields.back().Required = false;
         if (result.Columns[i].Source < 0 && query.ColumnSql()[i] != kNullAmount)
             result.CopiesFields = false;
     }

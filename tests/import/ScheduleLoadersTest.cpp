@@ -93,5 +93,40 @@ TEST_F(ScheduleLoadersTest, BothTestsAreMade) {
               Refused("Bp2", "Table Bp2 only allows columns 1-6: ", "51, 7, \"5\""));
 }
 
+std::string CellsOfBp1() {
+    std::string text;
+    auto rows = gDB.OpenRecordset("SELECT * FROM Bp1;", dbOpenSnapshot);
+    for (; !rows.Eof(); rows.MoveNext())
+        for (int i = 0; i < rows.FieldCount(); ++i) text += StrOr(rows[i], "Null") + "|";
+    return text;
+}
+
+/// Many lines of a table are loaded in memory, a few each by itself: nobody may notice.
+TEST_F(ScheduleLoadersTest, ACellComesOutTheSameAmongManyAndAlone) {
+    for (int group = 2; group <= 30; ++group) AddS2Line(Line(group), 1);
+    const std::vector<std::string> cells = {
+        "Bp1|2|1|10", "Bp1|2|2|-0",  "Bp1|3|1|abc",       "Bp1|3|2|1.5e308", "Bp1|3|4|1e300",
+        "Bp1|5|3|7",  "Bp1|5|4| 8 ", "Bp1|6|1|\"1,234\"", "Bp1|7|1|0",       "Bp1|8|1|\"\"",
+        "Bp1|9|7|3",  "Bp1|31|1|9",  "Bp1|50.99|1|3"};
+    std::vector<Message> alone;
+    for (const auto& cell : cells) {
+        Import({cell});
+        for (const auto& message : Messages())
+            if (message.Text != kClosing) alone.push_back(message);
+    }
+    const auto rows = CellsOfBp1();
+    for (int column : {100, 200, 400, 600})
+        gDB.Execute(fmt::format("UPDATE Bp1 SET CC_{}=Null", column));
+    EXPECT_NE(CellsOfBp1(), rows);
+    std::string together;
+    for (const auto& cell : cells) together += Replace(cell, "|", "\t") + "\n";
+    ImportBytes(together);
+    EXPECT_EQ(CellsOfBp1(), rows);
+    EXPECT_EQ(Messages(), alone);
+    EXPECT_EQ(NumOr(Cell("Bp1", 2, "CC_100")), 10);
+    EXPECT_EQ(NumOr(Cell("Bp1", 6, "CC_100")), 1234);
+    EXPECT_EQ(NumOr(Cell("Bp1", 50.99, "CC_100")), 3);
+}
+
 }  // namespace
 }  // namespace zolmara::test
