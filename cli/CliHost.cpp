@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <utility>
 
 #include "cli/Output.h"
 #include "core/Dialogs.h"
@@ -54,6 +55,7 @@ CliHost::~CliHost() { ClearProgress(); }
 void CliHost::SetOptions(const Options& options) {
     options_ = options;
     messages_ = 0;
+    folders_.clear();
     if (!options.SettingsPath.empty()) settings_ = Settings(options.SettingsPath);
 }
 
@@ -130,12 +132,21 @@ DateTime CliHost::Now() {
 
 std::string CliHost::GetSetting(const std::string& application, const std::string& section,
                                 const std::string& key, const std::string& fallback) {
+    for (const Folder& folder : folders_)
+        if (folder.Is(application, section, key)) return folder.Value;
     return settings_.Get(application, section, key, fallback);
 }
 
 void CliHost::SaveSetting(const std::string& application, const std::string& section,
                           const std::string& key, const std::string& value) {
-    settings_.Save(application, section, key, value);
+    std::erase_if(folders_,
+                  [&](const Folder& folder) { return folder.Is(application, section, key); });
+    folders_.push_back({application, section, key, value});
+}
+
+void CliHost::SaveFolders() {
+    for (const Folder& folder : std::exchange(folders_, {}))
+        settings_.Save(folder.Application, folder.Section, folder.Key, folder.Value);
 }
 
 std::string CliHost::ProgramFolder() {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/Dialogs.h"
 #include "core/Host.h"
@@ -36,6 +37,9 @@ public:
     void UsePrinter(PageDevice* printer) { printer_ = printer; }
     /// Message boxes shown so far; answered questions do not count.
     int MessageCount() const { return messages_; }
+    /// Saves the folders that the command has remembered. One that has changed nothing leaves no
+    /// trace, in the settings neither: it does not call this.
+    void SaveFolders();
     /// Takes the progress bar off the screen.
     void ClearProgress();
 
@@ -54,11 +58,24 @@ public:
     std::string ProgramFolder() override;
 
 private:
+    struct Folder {
+        std::string Application;
+        std::string Section;
+        std::string Key;
+        std::string Value;
+
+        bool Is(const std::string& application, const std::string& section,
+                const std::string& key) const {
+            return Application == application && Section == section && Key == key;
+        }
+    };
+
     int AnswerOf(int style) const;
     void DrawProgress();
 
     Options options_;
     Settings settings_;
+    std::vector<Folder> folders_;  ///< remembered and not saved yet
     std::optional<std::string> file_;
     std::optional<std::string> builtEcr_;
     PageDevice* printer_ = nullptr;

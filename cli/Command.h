@@ -58,6 +58,9 @@ struct Command {
     std::string_view Details;  ///< at the end of the help; may be empty
     std::span<const Argument> Arguments;
     ExitStatus (*Run)(const Inputs& inputs);
+
+    /// The name, or its group's.
+    constexpr std::string_view FirstWord() const { return Name.substr(0, Name.find(' ')); }
 };
 
 /// A group of commands, such as "cc", that share their first word.

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <span>
 #include <stdexcept>
 
 #include "cli/CliHost.h"
@@ -17,6 +18,7 @@
 #include "core/Globals.h"
 #include "core/Host.h"
 #include "core/StandardFiles.h"
+#include "store/CommitsOfRun.h"
 #include "store/PlainWords.h"
 #include "store/RunStopped.h"
 #include "store/session/Session.h"
@@ -125,16 +127,39 @@ std::string FooterOf(const Command& command) {
            "The options of every command and the exit status are told by zolmara-cli --help.";
 }
 
+using Words = std::span<const char* const>;
+
+bool IsAmong(Words words, std::string_view text) {
+    return std::ranges::any_of(words, [&](std::string_view word) { return word == text; });
+}
+
+/// True where all commands must be known: where they are listed, and where none is named. Making
+/// one with its options takes longer than many a command runs.
+bool MeansAllCommands(Words words) {
+    const bool help = std::ranges::any_of(words, [](std::string_view word) {
+        return word.starts_with("-h") || word.starts_with("--help");
+    });
+    const bool named = std::ranges::any_of(AllCommands(), [&](const Command* command) {
+        return IsAmong(words, command->FirstWord());
+    });
+    const bool versionAlone = words.size() == 1 && IsAmong(words, "--version");
+    return help || (!named && !versionAlone);
+}
+
 class CommandLine {
 public:
-    CommandLine() : app_("Prepares a Medicare Home Office Cost Statement, Form CMS-287-22.") {
+    /// A command that no word is the name of cannot be meant, and is left out.
+    explicit CommandLine(Words words)
+        : app_("Prepares a Medicare Home Office Cost Statement, Form CMS-287-22.") {
         app_.name("zolmara-cli");
         app_.require_subcommand(0, 1);
         app_.fallthrough();
         app_.footer(std::string(kFooter));
         app_.get_formatter()->label("SUBCOMMAND", "COMMAND");
         AddCommonOptions(app_, common_);
-        for (const Command* command : AllCommands()) AddCommand(*command);
+        const bool all = MeansAllCommands(words);
+        for (const Command* command : AllCommands())
+            if (all || IsAmong(words, command->FirstWord())) AddCommand(*command);
     }
 
     /// Status of the command line itself; kDone leaves the chosen command in Chosen().
@@ -175,10 +200,10 @@ private:
     }
 
     void AddCommand(const Command& command) {
-        const auto blank = command.Name.find(' ');
-        const bool grouped = blank != std::string_view::npos;
-        CLI::App* parent = grouped ? GroupNamed(std::string(command.Name.substr(0, blank))) : &app_;
-        const auto word = grouped ? blank + 1 : 0;
+        const auto first = command.FirstWord();
+        const bool grouped = first != command.Name;
+        CLI::App* parent = grouped ? GroupNamed(std::string(first)) : &app_;
+        const auto word = grouped ? first.size() + 1 : 0;
 
         auto given = std::make_unique<Given>();
         given->Which = &command;
@@ -241,6 +266,7 @@ int TryChosen(const Given& chosen) {
 
 int RunChosen(const Given& chosen) {
     const int status = TryChosen(chosen);
+    if (CommitsOfRun() > 0) TheCliHost().SaveFolders();
     DropCrf();
     return status;
 }
@@ -278,7 +304,8 @@ int RunCommandLine(int count, const char* const* words) {
     // A file limit or a closed pipe is an error to report, not a reason to die in the middle.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
-    CommandLine line;
+    const Words all(words, static_cast<std::size_t>(count));
+    CommandLine line(all.empty() ? all : all.subspan(1));
     int status = kDone;
     try {
         status = line.Parse(count, words);

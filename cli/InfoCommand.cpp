@@ -7,6 +7,7 @@
 #include "cli/CrfFile.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
+#include "store/ReadSnapshot.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -27,6 +28,7 @@ Variant FileSize() {
 
 ExitStatus Info(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
+    const ReadSnapshot snapshot(gDB);
     auto master = gDB.OpenRecordset("SELECT * FROM Master;");
     Listing info;
     info.Columns = {"File",         "Form",      "Number",      "Name",       "FYStart",

@@ -15,6 +15,7 @@
 #include "import/S2Agreement.h"
 #include "store/CopyRows.h"
 #include "store/PlainWords.h"
+#include "store/ReadSnapshot.h"
 #include "store/WholeStep.h"
 #include "store/session/Acts.h"
 #include "store/session/LogRun.h"

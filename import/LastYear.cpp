@@ -12,6 +12,7 @@
 #include "import/S2Agreement.h"
 #include "import/TakeCells.h"
 #include "store/CopyRows.h"
+#include "store/ReadSnapshot.h"
 #include "store/session/Session.h"
 #include "worksheets/FurnishedCrf.h"
 #include "worksheets/Worksheet.h"

@@ -35,6 +35,13 @@ constexpr std::array<HeadNumber, 4> kHeadNumbers{{{18, 2},    // version for tho
                                                   {47, 4}}};  // how tables are laid down
 constexpr std::size_t kHeadSize = 48;
 
+/// Nobody asks how much memory SQLite holds. Counting that takes a lock for every piece.
+void CountNoMemory() {
+    // Too late, and without effect, in a program that has used SQLite already.
+    static const int once = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(once);
+}
+
 }  // namespace
 
 void Fail(StoreError::Kind kind, const std::string& path, const std::string& what) {
@@ -42,6 +49,7 @@ void Fail(StoreError::Kind kind, const std::string& path, const std::string& wha
 }
 
 void Connect(Connection& connection, const std::string& path, int flags) {
+    CountNoMemory();
     // One thread uses a connection: its locks would be taken millions of times for nobody.
     const int code = sqlite3_open_v2(path.c_str(), &connection.Handle, flags | SQLITE_OPEN_NOMUTEX,
                                      LateJournalVfs());

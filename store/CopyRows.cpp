@@ -68,21 +68,6 @@ private:
 
 }  // namespace
 
-ReadSnapshot::ReadSnapshot(Database& db) : db_(db) {
-    sqlite3* const handle = db.impl().Handle;
-    SqliteRun(handle, "BEGIN", db.Path());
-    try {
-        SqliteRun(handle, "SELECT count(*) FROM sqlite_schema", db.Path());
-    } catch (...) {
-        sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
-        throw;
-    }
-}
-
-ReadSnapshot::~ReadSnapshot() {
-    if (db_.IsOpen()) sqlite3_exec(db_.impl().Handle, "ROLLBACK", nullptr, nullptr, nullptr);
-}
-
 void NeedWhole(Database& db) {
     SqliteStatement check(db.impl().Handle, "PRAGMA quick_check(100)");
     while (check.Step(db.Path())) {

@@ -16,19 +16,6 @@ namespace zolmara {
 /// of a change, which only an opening for writing puts right.
 Database OpenReadOnly(const std::string& path);
 
-/// As long as it lives, a file is read as it stood at its beginning: another program's change of
-/// it waits.
-class ReadSnapshot {
-public:
-    explicit ReadSnapshot(Database& db);
-    ~ReadSnapshot();
-    ReadSnapshot(const ReadSnapshot&) = delete;
-    ReadSnapshot& operator=(const ReadSnapshot&) = delete;
-
-private:
-    Database& db_;
-};
-
 /// StoreError::Damaged when the file's structure is broken. Reads the whole file.
 void NeedWhole(Database& db);
 

@@ -19,6 +19,14 @@ void DropDeadJournal(sqlite3* handle, const std::string& path) {
     SqliteRun(handle, "PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE;", path);
 }
 
+/// All that must hold of the file, in one look. The first reading rolls back what a killed program
+/// left behind.
+void LookWhole(sqlite3* handle, const std::string& path) {
+    SqliteRun(handle, "BEGIN", path);
+    NeedCostReportFile(handle, path);
+    SqliteRun(handle, "ROLLBACK", path);
+}
+
 /// Takes away a file whose making failed.
 void DropFile(const std::string& path) {
     std::error_code ignored;
@@ -57,8 +65,7 @@ Database DBEngine::Open(const std::string& path, bool onlyToRead) {
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-    // The first look at the file rolls back what a killed program left behind.
-    NeedCostReportFile(connection.Handle, path);
+    LookWhole(connection.Handle, path);
     if (!readOnly) DropDeadJournal(connection.Handle, path);
     SetUp(connection.Handle, path);
     Database database;

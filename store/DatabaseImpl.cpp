@@ -7,13 +7,17 @@
 #include <utility>
 
 #include "core/Globals.h"
+#include "store/CommitsOfRun.h"
 
 namespace zolmara {
 namespace {
 
 constexpr std::size_t kMostRequests = 4096;
 
+std::int64_t commitsOfRun = 0;
+
 int CountCommit(void* impl) {
+    ++commitsOfRun;
     ++static_cast<Database::Impl*>(impl)->Commits;
     return 0;
 }
@@ -54,6 +58,8 @@ void BindAsText(SqliteStatement& statement, int position, const Variant& value, 
 }
 
 }  // namespace
+
+std::int64_t CommitsOfRun() { return commitsOfRun; }
 
 WithoutChecks::WithoutChecks(sqlite3* handle) : handle_(handle) {
     if (handle_) SqliteRun(handle_, "PRAGMA ignore_check_constraints=ON");

@@ -24,16 +24,10 @@ constexpr std::array<std::string_view, 8> kBeyondPlain{
 constexpr std::array<std::string_view, 7> kConstraints{"NOT",     "NULL",   "COLLATE", "CHECK",
                                                        "PRIMARY", "UNIQUE", "DEFAULT"};
 
-template <std::size_t N>
-bool IsOneOf(const SchemaToken& token, const std::array<std::string_view, N>& words) {
-    return std::any_of(words.begin(), words.end(),
-                       [&](std::string_view word) { return token.Is(word); });
-}
-
 /// Walks the tokens of a statement; every step says whether what it looks for was there.
 class DefinitionReader {
 public:
-    explicit DefinitionReader(std::string_view sql) : tokens_(TokensOfSchema(sql)) {}
+    explicit DefinitionReader(std::string_view sql) : tokens_(sql) {}
 
     std::optional<TableText> Table() {
         TableText table;
@@ -60,21 +54,26 @@ public:
     }
 
 private:
-    bool AtEnd() const { return at_ == tokens_.size(); }
-    bool See(std::string_view text) const { return !AtEnd() && tokens_[at_].Is(text); }
+    bool AtEnd() const { return tokens_.AtEnd(); }
+    bool See(std::string_view text) const { return !AtEnd() && tokens_.Now().Is(text); }
+    template <std::size_t N>
+    bool SeeOneOf(const std::array<std::string_view, N>& words) const {
+        return std::ranges::any_of(words, [&](std::string_view word) { return See(word); });
+    }
     bool Take(std::string_view text) {
         if (!See(text)) return false;
-        ++at_;
+        tokens_.Next();
         return true;
     }
     bool TakeKind(SchemaToken::Kind kind) {
-        if (AtEnd() || tokens_[at_].What != kind) return false;
-        ++at_;
+        if (AtEnd() || tokens_.Now().What != kind) return false;
+        tokens_.Next();
         return true;
     }
     bool TakeName(std::string& name) {
-        if (AtEnd() || !tokens_[at_].IsName()) return false;
-        name = tokens_[at_++].Text;
+        if (AtEnd() || !tokens_.Now().IsName()) return false;
+        name = tokens_.Now().Plain();
+        tokens_.Next();
         return true;
     }
     bool Collation() {
@@ -84,7 +83,7 @@ private:
 
     bool Field(std::string& name) {
         // A constraint of the table begins where a field would.
-        if (AtEnd() || IsOneOf(tokens_[at_], kConstraints) || See("FOREIGN")) return false;
+        if (SeeOneOf(kConstraints) || See("FOREIGN")) return false;
         if (!TakeName(name)) return false;
         std::string type;
         if (!Type(type)) return false;
@@ -95,14 +94,14 @@ private:
 
     bool Type(std::string& type) {
         std::string word;
-        while (!AtEnd() && !IsOneOf(tokens_[at_], kConstraints)) {
-            if (IsOneOf(tokens_[at_], kBeyondPlain)) return false;
+        while (!AtEnd() && !SeeOneOf(kConstraints)) {
+            if (SeeOneOf(kBeyondPlain)) return false;
             if (!TakeName(word)) break;
             type += (type.empty() ? "" : " ") + word;
         }
         if (!Take("(")) return true;
         if (AtEnd()) return false;
-        type += "(" + tokens_[at_].Text + ")";
+        type += "(" + tokens_.Now().Plain() + ")";
         if (!TakeKind(SchemaToken::Kind::Number)) return false;
         if (Take(",") && !TakeKind(SchemaToken::Kind::Number)) return false;
         return Take(")");
@@ -127,19 +126,18 @@ private:
         return TakeKind(SchemaToken::Kind::Number);
     }
 
-    /// The check that the store lays down for a field of the type, token by token.
+    /// The check that the store lays down for a field of the type: as the store writes it, or token
+    /// by token.
     bool OwnCheck(const std::string& name, const std::string& type) {
-        const auto own = TokensOfSchema(FieldDeclaration(FieldOfType(name, type)));
-        auto expected = std::find_if(own.begin(), own.end(),
-                                     [](const SchemaToken& token) { return token.Is("CHECK"); });
-        if (expected == own.end()) return false;
-        for (; expected != own.end(); ++expected, ++at_)
-            if (AtEnd() || !SameText(tokens_[at_].Text, expected->Text)) return false;
+        const std::string own = FieldCheck(FieldOfType(name, type));
+        if (own.empty()) return false;
+        if (tokens_.Pass(own)) return true;
+        for (SchemaTokens expected(own); !expected.AtEnd(); expected.Next(), tokens_.Next())
+            if (AtEnd() || !SameText(tokens_.Now().Plain(), expected.Now().Plain())) return false;
         return true;
     }
 
-    std::vector<SchemaToken> tokens_;
-    std::size_t at_ = 0;
+    SchemaTokens tokens_;
 };
 
 // --- The schema of an open file
@@ -183,11 +181,11 @@ private:
     bool Taken(std::int64_t root) { return root < 2 || !roots_.insert(root).second; }
 
     std::string TableObjection(const Entry& entry) {
-        const auto text = ReadTableText(entry.Sql);
+        auto text = ReadTableText(entry.Sql);
         if (!text || IsInternal(entry.Name) || Taken(entry.Root) ||
             !SameText(text->Name, entry.Name) || !SameText(entry.Table, entry.Name))
             return fmt::format("the table \"{}\", which is no table of plain fields", entry.Name);
-        fields_[LCase(entry.Name)] = text->Fields;
+        fields_[LCase(entry.Name)] = std::move(text->Fields);
         return "";
     }
 

@@ -1,5 +1,6 @@
 #include "store/base/SchemaTokens.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace zolmara {
@@ -12,7 +13,9 @@ bool IsWordLetter(char c) {
     return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
            static_cast<unsigned char>(c) >= 0x80;
 }
+bool IsNumberLetter(char c) { return IsWordLetter(c) || c == '.'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+char Capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 /// What closes a quote; nothing for a letter that opens none.
 std::optional<char> ClosingOf(char open) {
@@ -21,77 +24,65 @@ std::optional<char> ClosingOf(char open) {
     return std::nullopt;
 }
 
-class Splitter {
-public:
-    explicit Splitter(std::string_view sql) : sql_(sql) {}
-
-    std::vector<SchemaToken> Split() {
-        for (; at_ < sql_.size();) {
-            if (IsBlank(sql_[at_]))
-                ++at_;
-            else
-                Next();
-        }
-        return std::move(tokens_);
-    }
-
-private:
-    void Add(Kind what, std::string text) { tokens_.push_back({what, std::move(text)}); }
-
-    void Next() {
-        const char c = sql_[at_];
-        if (const auto closing = ClosingOf(c)) return Quote(*closing);
-        if (IsDigit(c)) return Number();
-        if (IsWordLetter(c)) return Word();
-        const auto rest = sql_.substr(at_);
-        if (rest.starts_with("--") || rest.starts_with("/*")) return Strange();
-        ++at_;
-        static constexpr std::string_view kSymbols = "(),<>=+-*/.;";
-        Add(kSymbols.find(c) == std::string_view::npos ? Kind::Strange : Kind::Symbol,
-            std::string(1, c));
-    }
-
-    void Word() {
-        const auto start = at_;
-        while (at_ < sql_.size() && IsWordLetter(sql_[at_])) ++at_;
-        Add(Kind::Word, std::string(sql_.substr(start, at_ - start)));
-    }
-
-    void Number() {
-        const auto start = at_;
-        while (at_ < sql_.size() && (IsWordLetter(sql_[at_]) || sql_[at_] == '.')) ++at_;
-        Add(Kind::Number, std::string(sql_.substr(start, at_ - start)));
-    }
-
-    void Quote(char closing) {
-        std::string text;
-        const bool doubles = closing != ']';
-        const Kind what = closing == '\'' ? Kind::String : Kind::Quoted;
-        for (++at_; at_ < sql_.size(); ++at_) {
-            if (sql_[at_] != closing) {
-                text += sql_[at_];
-            } else if (doubles && at_ + 1 < sql_.size() && sql_[at_ + 1] == closing) {
-                text += sql_[at_++];
-            } else {
-                ++at_;
-                return Add(what, std::move(text));
-            }
-        }
-        Strange();
-    }
-
-    void Strange() {
-        at_ = sql_.size();
-        Add(Kind::Strange, "");
-    }
-
-    std::string_view sql_;
-    std::size_t at_ = 0;
-    std::vector<SchemaToken> tokens_;
-};
+template <class Belongs>
+std::size_t EndOf(std::string_view sql, std::size_t at, Belongs belongs) {
+    while (at < sql.size() && belongs(sql[at])) ++at;
+    return at;
+}
 
 }  // namespace
 
-std::vector<SchemaToken> TokensOfSchema(std::string_view sql) { return Splitter(sql).Split(); }
+bool SchemaToken::Is(std::string_view text) const {
+    return (What == Kind::Word || What == Kind::Symbol) && Text.size() == text.size() &&
+           std::ranges::equal(Text, text, {}, Capital, Capital);
+}
+
+std::string SchemaToken::Plain() const {
+    std::string plain;
+    for (std::size_t i = 0; i < Text.size(); ++i) {
+        plain += Text[i];
+        if (Doubled != '\0' && Text[i] == Doubled) ++i;
+    }
+    return plain;
+}
+
+void SchemaTokens::Next() {
+    start_ = EndOf(sql_, end_, IsBlank);
+    if (AtEnd()) return;
+    const char c = sql_[start_];
+    if (const auto closing = ClosingOf(c)) return TakeQuote(*closing);
+    if (IsDigit(c)) return Take(Kind::Number, EndOf(sql_, start_, IsNumberLetter));
+    if (IsWordLetter(c)) return Take(Kind::Word, EndOf(sql_, start_, IsWordLetter));
+    const auto rest = sql_.substr(start_);
+    if (rest.starts_with("--") || rest.starts_with("/*")) return TakeRest();
+    static constexpr std::string_view kSymbols = "(),<>=+-*/.;";
+    Take(kSymbols.find(c) == std::string_view::npos ? Kind::Strange : Kind::Symbol, start_ + 1);
+}
+
+bool SchemaTokens::Pass(std::string_view text) {
+    if (!sql_.substr(start_).starts_with(text)) return false;
+    end_ = start_ + text.size();
+    Next();
+    return true;
+}
+
+void SchemaTokens::Take(Kind what, std::size_t end) {
+    end_ = end;
+    now_ = {what, sql_.substr(start_, end - start_), '\0'};
+}
+
+void SchemaTokens::TakeQuote(char closing) {
+    const bool doubles = closing != ']';
+    bool any = false;
+    for (std::size_t at = start_ + 1;; at += 2, any = true) {
+        at = sql_.find(closing, at);
+        if (at == std::string_view::npos) return TakeRest();
+        if (doubles && at + 1 < sql_.size() && sql_[at + 1] == closing) continue;
+        end_ = at + 1;
+        now_ = {closing == '\'' ? Kind::String : Kind::Quoted,
+                sql_.substr(start_ + 1, at - start_ - 1), any ? closing : '\0'};
+        return;
+    }
+}
 
 }  // namespace zolmara

@@ -5,26 +5,45 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
-
-#include "core/Globals.h"
 
 namespace zolmara {
 
 struct SchemaToken {
     enum class Kind { Word, Quoted, String, Number, Symbol, Strange };
     Kind What = Kind::Strange;
-    std::string Text;  ///< without quotes
+    std::string_view Text;  ///< in the statement, without quotes
+    char Doubled = '\0';    ///< the quote that stands twice in the text for once, if any
 
-    /// A word or symbol of the language; a quoted name is none.
-    bool Is(std::string_view text) const {
-        return (What == Kind::Word || What == Kind::Symbol) && SameText(Text, text);
-    }
+    /// A word or symbol of the language; a quoted name is none. The language has no letters beyond
+    /// ASCII.
+    bool Is(std::string_view text) const;
     bool IsName() const { return What == Kind::Word || What == Kind::Quoted; }
+    std::string Plain() const;
 };
 
-/// Splits a statement. A comment, a quote that is not closed, or a letter that belongs to
-/// nothing becomes a token of kind Strange.
-std::vector<SchemaToken> TokensOfSchema(std::string_view sql);
+/// Walks a statement. A comment, a quote that is not closed, or a letter that belongs to nothing is
+/// a token of kind Strange; behind the first two comes nothing more. The statement must outlive the
+/// walk.
+class SchemaTokens {
+public:
+    explicit SchemaTokens(std::string_view sql) : sql_(sql) { Next(); }
+
+    bool AtEnd() const { return start_ == sql_.size(); }
+    const SchemaToken& Now() const { return now_; }
+    void Next();
+    /// Where the statement goes on with a text, letter by letter from the present token on, passes
+    /// that and is true. The text ends where a token does.
+    bool Pass(std::string_view text);
+
+private:
+    void Take(SchemaToken::Kind what, std::size_t end);
+    void TakeQuote(char closing);
+    void TakeRest() { Take(SchemaToken::Kind::Strange, sql_.size()); }
+
+    std::string_view sql_;
+    std::size_t start_ = 0;  ///< of the present token
+    std::size_t end_ = 0;
+    SchemaToken now_;
+};
 
 }  // namespace zolmara

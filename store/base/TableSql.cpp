@@ -13,11 +13,21 @@ namespace {
 struct DeclaredType {
     std::string_view Word;
     FieldType Type;
+    /// What keeps out what the field cannot hold; @ stands for its name and # for its size. Text
+    /// sorts above every number, so a range keeps text, blobs and infinities out at the price of
+    /// two comparisons.
+    std::string_view Check;
 };
 constexpr DeclaredType kDeclaredTypes[] = {
-    {"CURRENCY", FieldType::dbCurrency}, {"DOUBLE", FieldType::dbDouble},
-    {"SMALLINT", FieldType::dbInteger},  {"TEXT", FieldType::dbText},
-    {"LONGTEXT", FieldType::dbMemo},     {"DATETIME", FieldType::dbDate},
+    {"CURRENCY", FieldType::dbCurrency, "CHECK(@ BETWEEN -9e14 AND 9e14)"},
+    {"DOUBLE", FieldType::dbDouble, "CHECK(@ BETWEEN -1e308 AND 1e308)"},
+    {"SMALLINT", FieldType::dbInteger,
+     "CHECK(@ BETWEEN -32768 AND 32767 AND @=CAST(@ AS INTEGER))"},
+    {"TEXT", FieldType::dbText, "CHECK(length(@)<=#)"},
+    {"LONGTEXT", FieldType::dbMemo, ""},
+    {"DATETIME", FieldType::dbDate,
+     "CHECK(@ GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] "
+     "[0-9][0-9]:[0-9][0-9]:[0-9][0-9]')"},
 };
 
 /// "TEXT(36)" is a dbText of 36. A type that the system does not declare counts as memo.
@@ -39,28 +49,9 @@ std::string DeclaredTypeText(const FieldDef& field) {
     return "LONGTEXT";
 }
 
-/// Text sorts above every number, so a range keeps text, blobs and infinities out at the price
-/// of two comparisons.
-std::string CheckText(const FieldDef& field) {
-    const auto name = Quoted(field.Name);
-    switch (field.Type) {
-        case FieldType::dbDouble:
-            return fmt::format(" CHECK({} BETWEEN -1e308 AND 1e308)", name);
-        case FieldType::dbCurrency:
-            return fmt::format(" CHECK({} BETWEEN -9e14 AND 9e14)", name);
-        case FieldType::dbInteger:
-            return fmt::format(" CHECK({0} BETWEEN -32768 AND 32767 AND {0}=CAST({0} AS INTEGER))",
-                               name);
-        case FieldType::dbText:
-            return fmt::format(" CHECK(length({})<={})", name, field.Size);
-        case FieldType::dbDate:
-            return fmt::format(
-                " CHECK({} GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] "
-                "[0-9][0-9]:[0-9][0-9]:[0-9][0-9]')",
-                name);
-        case FieldType::dbMemo:
-            break;
-    }
+std::string_view CheckOf(FieldType type) {
+    for (const auto& declared : kDeclaredTypes)
+        if (declared.Type == type) return declared.Check;
     return "";
 }
 
@@ -70,14 +61,36 @@ bool IsTextType(FieldType type) { return type == FieldType::dbText || type == Fi
 
 std::string Quoted(std::string_view name) {
     std::string quoted = "\"";
-    for (const char c : name) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
+    quoted.reserve(name.size() + 2);
+    for (const char c : name) {
+        if (c == '"') quoted += c;
+        quoted += c;
+    }
+    return quoted += '"';
+}
+
+std::string FieldCheck(const FieldDef& field) {
+    const std::string_view pattern = CheckOf(field.Type);
+    const auto name = Quoted(field.Name);
+    std::string check;
+    check.reserve(pattern.size() + 3 * name.size());
+    for (const char c : pattern) {
+        if (c == '@')
+            check += name;
+        else if (c == '#')
+            check += std::to_string(field.Size);
+        else
+            check += c;
+    }
+    return check;
 }
 
 std::string FieldDeclaration(const FieldDef& field) {
-    return fmt::format("{} {}{}{}{}", Quoted(field.Name), DeclaredTypeText(field),
+    const std::string check = FieldCheck(field);
+    return fmt::format("{} {}{}{}{}{}", Quoted(field.Name), DeclaredTypeText(field),
                        field.Required ? " NOT NULL" : "",
-                       IsTextType(field.Type) ? " COLLATE NOCASE" : "", CheckText(field));
+                       IsTextType(field.Type) ? " COLLATE NOCASE" : "", check.empty() ? "" : " ",
+                       check);
 }
 
 FieldDef FieldOfType(std::string name, std::string_view declared) {

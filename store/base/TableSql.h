@@ -12,7 +12,9 @@ namespace zolmara {
 /// A name in double quotes, as a generated statement carries it.
 std::string Quoted(std::string_view name);
 
-/// The declaration of a field with its type and the check that keeps out what it cannot hold.
+/// The check that keeps out of a field what its type cannot hold; empty where it holds everything.
+std::string FieldCheck(const FieldDef& field);
+/// The declaration of a field with its type and its check.
 std::string FieldDeclaration(const FieldDef& field);
 std::string CreateTableSql(const TableDef& table);
 /// A field by the type that a file declares for it. A type that the system does not declare

@@ -135,7 +135,9 @@ std::vector<std::string> JournalsIn(const std::string& folder) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        if (IsJournalName(entry->path().filename().string()))
+        // The folder may be one of thousands of files.
+        if (entry->path().native().ends_with(kEnd) &&
+            IsJournalName(entry->path().filename().string()))
             paths.push_back(entry->path().string());
     return paths;
 }

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "core/Globals.h"
+#include "store/ReadSnapshot.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -32,6 +33,7 @@ void ClearComponentFlags() { componentFlags.fill(0); }
 
 void RebuildComponentFlags() {
     ClearComponentFlags();
+    const ReadSnapshot snapshot(gDB);
     // A CRF whose S-1 is being made anew is open without it for a moment.
     if (!gDB.HasTable("S1p1")) return;
     Recordset rows = gDB.OpenRecordset(

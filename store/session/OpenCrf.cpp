@@ -10,6 +10,7 @@
 #include "core/Windows.h"
 #include "store/Files.h"
 #include "store/LostFile.h"
+#include "store/ReadSnapshot.h"
 #include "store/WholeCrf.h"
 #include "store/files/PutJournal.h"
 #include "store/session/Acts.h"
@@ -42,6 +43,7 @@ Identity ReadIdentity() {
         return StoreError(StoreError::Kind::NotADatabase,
                           fmt::format("{}: is not a Cost Report File", gCRFPath));
     };
+    const ReadSnapshot snapshot(gDB);
     if (!gDB.HasTable("Master")) throw foreign();
     const Recordset master = gDB.OpenRecordset("Master", dbOpenTable);
     if (master.Empty()) throw foreign();

@@ -11,6 +11,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 
@@ -28,22 +30,48 @@ std::string SectionName(const std::string& application, const std::string& secti
     return application + "/" + section;
 }
 
+/// What tells one state of a file from another.
+struct FileState {
+    dev_t Device = 0;
+    ino_t Node = 0;
+    off_t Size = 0;
+    std::int64_t Written = 0;  ///< nanoseconds
+    std::int64_t Changed = 0;
+
+    bool operator==(const FileState&) const = default;
+};
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+FileState StateOf(const struct stat& info) {
+    return {info.st_dev, info.st_ino, info.st_size, Nanoseconds(info.st_mtim),
+            Nanoseconds(info.st_ctim)};
+}
+
+struct SettingsText {
+    std::string Content;
+    FileState State;  ///< ahead of the reading
+};
+
 /// The text of the file; nothing when it cannot be read, or is no file at all. Opening a pipe
 /// must not wait for somebody to write into it.
-std::optional<std::string> ReadSettingsFile(const std::string& path) {
+std::optional<SettingsText> ReadSettingsFile(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0) return std::nullopt;
-    std::string content;
+    SettingsText text;
     struct stat info {};
     bool good = ::fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+    text.State = StateOf(info);
     char part[4096];
     for (ssize_t count = 1; good && count > 0;) {
         count = ::read(file, part, sizeof part);
         good = count >= 0;
-        if (count > 0) content.append(part, static_cast<std::size_t>(count));
+        if (count > 0) text.Content.append(part, static_cast<std::size_t>(count));
     }
     ::close(file);
-    return good ? std::optional(content) : std::nullopt;
+    return good ? std::optional(std::move(text)) : std::nullopt;
 }
 
 /// A section, a setting, a comment or nothing: what is written back as it was read.
@@ -65,17 +93,6 @@ bool HoldsSettingsAlone(std::string_view content) {
     return true;
 }
 
-/// The file as it is now, since another program may have written to it. False for one that is
-/// there and cannot be read as settings.
-bool Load(CSimpleIniA& ini, const std::string& path) {
-    ini.SetUnicode();
-    std::error_code error;
-    const auto kind = fs::status(path, error).type();
-    if (kind == fs::file_type::not_found) return true;
-    const auto content = ReadSettingsFile(path);
-    return content && HoldsSettingsAlone(*content) && ini.LoadData(*content) >= 0;
-}
-
 /// One line of the file holds the value and gives it back as it is.
 bool FitsOnALine(std::string_view value) {
     const bool control = std::any_of(value.begin(), value.end(), [](char c) {
@@ -86,7 +103,46 @@ bool FitsOnALine(std::string_view value) {
 
 }  // namespace
 
-Settings::Settings(std::string path) : path_(std::move(path)) {}
+/// The state is that of a file which was settled when it was read; none of any other.
+struct Settings::Kept {
+    CSimpleIniA Ini;
+    std::optional<FileState> State;
+    std::int64_t Reads = 0;
+
+    bool Read(const std::string& path, std::chrono::seconds settled) {
+        ++Reads;
+        Ini.Reset();
+        State.reset();
+        const auto text = ReadSettingsFile(path);
+        if (!text || !HoldsSettingsAlone(text->Content) || Ini.LoadData(text->Content) < 0)
+            return false;
+        timespec now{};
+        ::clock_gettime(CLOCK_REALTIME, &now);
+        const std::chrono::nanoseconds age(Nanoseconds(now) -
+                                           std::max(text->State.Written, text->State.Changed));
+        if (age >= settled) State = text->State;
+        return true;
+    }
+};
+
+Settings::Settings(std::string path, std::chrono::seconds settled)
+    : path_(std::move(path)), settled_(settled), kept_(std::make_shared<Kept>()) {
+    kept_->Ini.SetUnicode();
+}
+
+std::int64_t Settings::ReadCount() const { return kept_->Reads; }
+
+/// Makes what is kept the file as it is now, since another program may have written to it. False
+/// for one that is there and cannot be read as settings.
+bool Settings::Refresh() const {
+    struct stat info {};
+    if (::stat(path_.c_str(), &info) == 0)
+        return kept_->State == StateOf(info) || kept_->Read(path_, settled_);
+    const bool none = errno == ENOENT || errno == ENOTDIR;
+    kept_->Ini.Reset();
+    kept_->State.reset();
+    return none;
+}
 
 std::string Settings::UserFile() {
     return (fs::path(UserConfigFolder()) / "zolmara" / "settings.ini").string();
@@ -94,19 +150,21 @@ std::string Settings::UserFile() {
 
 std::string Settings::Get(const std::string& application, const std::string& section,
                           const std::string& key, const std::string& fallback) const {
-    CSimpleIniA ini;
-    if (!Load(ini, path_)) return fallback;
-    return ini.GetValue(SectionName(application, section).c_str(), key.c_str(), fallback.c_str());
+    if (!Refresh()) return fallback;
+    return kept_->Ini.GetValue(SectionName(application, section).c_str(), key.c_str(),
+                               fallback.c_str());
 }
 
 bool Settings::Save(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& value) const {
-    CSimpleIniA ini;
-    if (!FitsOnALine(value) || !Load(ini, path_)) return false;
+    if (!FitsOnALine(value) || !Refresh()) return false;
+    CSimpleIniA& ini = kept_->Ini;
     const std::string name = SectionName(application, section);
     // Every opening saves its folder; the same one again is not worth a write to the disk.
     if (const char* saved = ini.GetValue(name.c_str(), key.c_str()); saved && value == saved)
         return true;
+    // What is kept is the file's again when it is read the next time.
+    kept_->State.reset();
     ini.SetValue(name.c_str(), key.c_str(), value.c_str());
     std::string content;
     if (ini.Save(content) < 0) return false;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 #include "core/Globals.h"
 #include "core/Machine.h"
@@ -15,6 +17,9 @@ namespace fs = std::filesystem;
 namespace zolmara {
 namespace {
 
+/// Where they lie, until somebody asks for them: the program's folder may be one of thousands of
+/// programs.
+std::optional<std::string> folderOfDates;
 std::vector<DateTime> releaseDates;
 
 bool AllDigits(std::string_view text) {
@@ -55,10 +60,13 @@ void StartUp() {
         TheMachine().GetSetting(std::string(kProductName), "Startup", "Debug", "False") == "True";
     const std::string folder = TheMachine().ProgramFolder();
     ReadTitlePrefix(folder);
-    ReadReleaseDates(folder);
+    folderOfDates = folder;
 }
 
-const std::vector<DateTime>& ReleaseDates() { return releaseDates; }
+const std::vector<DateTime>& ReleaseDates() {
+    if (folderOfDates) ReadReleaseDates(*std::exchange(folderOfDates, std::nullopt));
+    return releaseDates;
+}
 
 std::string MainCaption() {
     const std::string head =

@@ -137,8 +137,55 @@ TEST_F(CommandLine, CommonOptionsStandAheadOfTheCommandOrBehind) {
 TEST_F(CommandLine, SettingsGoToTheFileThatIsNamed) {
     const std::string crf = NewCrf();
     const std::string settings = File("mine.ini");
-    Do({"--settings", settings, "info", crf});
+    Do({"--settings", settings, "set", crf, "A", "1", "Col_1", "100"});
     EXPECT_NE(ContentOf(settings).find("CRFLoc"), std::string::npos);
+}
+
+TEST_F(CommandLine, ACommandThatChangesNothingWritesNoSettings) {
+    const std::string crf = NewCrf();
+    Do({"set", crf, "A", "1", "Col_1", "100"});
+    Do({"calc", crf});
+    const std::string settings = File("mine.ini");
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"info", crf},
+                                               {"get", crf, "A", "1", "Col_1"},
+                                               {"set", crf, "A", "1", "Col_1", "100"},
+                                               {"set", crf, "A", "1", "Col_1", "ten"},
+                                               {"calc", crf},
+                                               {"info", File("missing.CRF")}}) {
+        std::vector<std::string> all{"--settings", settings};
+        all.insert(all.end(), words.begin(), words.end());
+        Run(all);
+        EXPECT_FALSE(std::filesystem::exists(settings)) << words.front();
+    }
+}
+
+TEST_F(CommandLine, ANewFilesFolderIsRemembered) {
+    const std::string settings = File("mine.ini");
+    Do({"--settings", settings, "new", File("New.CRF"), "--number", "12-3456", "--start",
+        "10/1/2022", "--name", "Sample Home Office"});
+    EXPECT_EQ(ContentOf(settings),
+              "[Zolmara 287-22/Startup]\nCRFLoc = " + FolderOf(File("New.CRF")) + "\n");
+}
+
+TEST_F(CommandLine, ACommandsNameAmongItsArgumentsIsAnArgument) {
+    const std::string crf = NewCrf();
+    Do({"header", crf, "1", "info"});
+    EXPECT_EQ(Run({"info", crf, "calc"}).Status, 1);
+    const CliResult unknown = Run({"inform", crf});
+    EXPECT_EQ(unknown.Status, 1);
+    EXPECT_NE(unknown.Err.find("inform"), std::string::npos) << unknown.Err;
+}
+
+TEST_F(CommandLine, TheVersionIsToldAloneAndBesideACommand) {
+    const std::string version = Do({"--version"});
+    EXPECT_TRUE(version.starts_with("Zolmara 287-22 ")) << version;
+    EXPECT_EQ(Do({"info", "--version", File("missing.CRF")}), version);
+}
+
+TEST_F(CommandLine, HelpBesideACommandIsTheCommands) {
+    EXPECT_EQ(Do({"--help", "info"}), Do({"info", "--help"}));
+    EXPECT_EQ(Do({"info", "-h"}), Do({"info", "--help"}));
 }
 
 TEST_F(CommandLine, ProgressGoesToStandardErrorAndIsSilentWithQuiet) {

@@ -9,6 +9,7 @@
 
 #include "store/CopyRows.h"
 #include "store/FilledCrf.h"
+#include "store/ReadSnapshot.h"
 #include "store/WholeStep.h"
 #include "support/TestCrf.h"
 
@@ -142,6 +143,28 @@ TEST_F(CopyRowsTest, ASnapshotIsReadAsItBegan) {
     }
     Database other = DBEngine::OpenDatabase(source_);
     EXPECT_GT(other.Execute("DELETE FROM A;"), 20);
+}
+
+TEST_F(CopyRowsTest, ASnapshotWithinAnotherEndsWithThatOne) {
+    Turn();
+    Database other = DBEngine::OpenDatabase(source_);
+    {
+        const ReadSnapshot outer(gImportDB);
+        { const ReadSnapshot inner(gImportDB); }
+        EXPECT_THROW(other.Execute("DELETE FROM A;"), StoreError);
+    }
+    EXPECT_GT(other.Execute("DELETE FROM A;"), 20);
+}
+
+TEST_F(CopyRowsTest, ASnapshotInABatchLeavesItAlone) {
+    Turn();
+    RunBatch(gDB, [] {
+        const ReadSnapshot snapshot(gDB);
+        gDB.Execute("UPDATE Master SET ProviderName='In the batch';");
+    });
+    gDB.Close();
+    gDB = DBEngine::OpenDatabase(target_);
+    EXPECT_EQ(Text(gDB.Scalar("SELECT ProviderName FROM Master;")), "In the batch");
 }
 
 TEST_F(CopyRowsTest, AFileThatADyingProgramLeftUnfinishedIsNotTouched) {

@@ -140,6 +140,31 @@ TEST(PlainSchema, RefusesWhatIsMoreThanATable) {
         EXPECT_FALSE(ReadTableText(sql)) << sql;
 }
 
+TEST(PlainSchema, KnowsTheStoresOwnCheckHoweverItIsSpelled) {
+    for (const char* sql :
+         {R"(CREATE TABLE "A" ("b" DOUBLE CHECK("b" BETWEEN -1e308 AND 1e308)))",
+          R"(create table A (b double check ( b between - 1E308 and 1e308 ) ))",
+          R"(CREATE TABLE [A] (`b` TEXT(3) NOT NULL COLLATE NOCASE CHECK(length([b])<=3), c))",
+          R"(CREATE TABLE "A" ("b""c" CURRENCY CHECK("b""c" BETWEEN -9e14 AND 9e14)))"})
+        EXPECT_TRUE(ReadTableText(sql)) << sql;
+    const auto quoted = ReadTableText(R"(CREATE TABLE "A" ("b""c" CURRENCY, [d"e] LONGTEXT))");
+    ASSERT_TRUE(quoted);
+    EXPECT_EQ(quoted->Fields, (std::vector<std::string>{"b\"c", "d\"e"}));
+}
+
+TEST(PlainSchema, RefusesACheckThatIsNotTheFieldsOwn) {
+    for (const char* sql :
+         {R"(CREATE TABLE "A" ("b" DOUBLE CHECK("c" BETWEEN -1e308 AND 1e308)))",
+          R"(CREATE TABLE "A" ("b" DOUBLE CHECK("b" BETWEEN -9e14 AND 9e14)))",
+          R"(CREATE TABLE "A" ("b" TEXT(3) CHECK(length("b")<=4)))",
+          R"(CREATE TABLE "A" ("b" LONGTEXT CHECK(length("b")<=4)))",
+          R"(CREATE TABLE "A" ("b" DOUBLE CHECK("b" BETWEEN -1e308 AND 1e308) CHECK(1)))",
+          R"(CREATE TABLE "A" ("b" DOUBLE CHECK("b" BETWEEN -1e308 AND 1e308) OR 1))",
+          R"(CREATE TABLE "A" ("b" DOUBLE CHECK("b" BETWEEN -1e308 AND 1e308)",
+          R"(CREATE TABLE "A" ("b)"})
+        EXPECT_FALSE(ReadTableText(sql)) << sql;
+}
+
 // --- Pages that lead in circles
 
 std::string Big(std::size_t value, int size) {

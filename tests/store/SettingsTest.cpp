@@ -47,6 +47,35 @@ TEST_F(SettingsFile, KeepsWhatOthersWrote) {
     EXPECT_EQ(settings.Get("Other", "Part", "Key", ""), "1");
 }
 
+TEST_F(SettingsFile, AFileThatStandsIsReadOnce) {
+    settings.Save("A", "B", "C", "D");
+    const Settings trusting(settings.Path(), std::chrono::seconds(0));
+    for (int times = 0; times < 3; ++times) EXPECT_EQ(trusting.Get("A", "B", "C", ""), "D");
+    EXPECT_EQ(trusting.ReadCount(), 1);
+}
+
+TEST_F(SettingsFile, WhatAnotherProgramSavesIsSeenAtOnce) {
+    settings.Save("A", "B", "C", "D");
+    const Settings trusting(settings.Path(), std::chrono::seconds(0));
+    EXPECT_EQ(trusting.Get("A", "B", "C", ""), "D");
+    settings.Save("A", "B", "C", "E");
+    EXPECT_EQ(trusting.Get("A", "B", "C", ""), "E");
+    std::filesystem::remove(settings.Path());
+    EXPECT_EQ(trusting.Get("A", "B", "C", "none"), "none");
+    std::filesystem::create_directory(settings.Path());
+    EXPECT_EQ(trusting.Get("A", "B", "C", "none"), "none");
+    std::filesystem::remove(settings.Path());
+    EXPECT_TRUE(trusting.Save("A", "B", "C", "F"));
+    EXPECT_EQ(settings.Get("A", "B", "C", ""), "F");
+}
+
+TEST_F(SettingsFile, AFileThatHasJustChangedIsReadAgain) {
+    // A second change within one tick of the file system's clock looks like the first.
+    settings.Save("A", "B", "C", "D");
+    for (int times = 0; times < 3; ++times) EXPECT_EQ(settings.Get("A", "B", "C", ""), "D");
+    EXPECT_EQ(settings.ReadCount(), 3);
+}
+
 TEST_F(SettingsFile, SaysWhenItCannotBeWritten) {
     WriteWholeFile(folder.File("file"), "no folder");
     const Settings blocked(folder.File("file/settings.ini"));
