@@ -12,21 +12,57 @@
 namespace zolmara {
 namespace {
 
-std::string RowBeforeWrite(sqlite3* handle) {
-    std::string row;
-    const int count = sqlite3_preupdate_count(handle);
-    for (int i = 0; i < count; ++i) {
-        sqlite3_value* value = nullptr;
-        if (sqlite3_preupdate_old(handle, i, &value) == SQLITE_OK) PackCell(row, value);
+constexpr std::size_t kUsualCell = 10;  ///< bytes of a number
+
+/// Packs a row cell by cell; where a number is given, that instead of what the cell holds.
+class Packer {
+public:
+    Packer(int fields, const FormerNumbers& numbers) : next_(numbers.begin()), end_(numbers.end()) {
+        row_.reserve(static_cast<std::size_t>(fields) * kUsualCell);
     }
-    return row;
+    /// Cells come in the order of their fields.
+    template <class Cell>
+    void Add(int field, const Cell& cell) {
+        if (next_ != end_ && next_->Field == field)
+            PackNumber(row_, (next_++)->Value);
+        else if (sqlite3_value* const value = cell())
+            PackCell(row_, value);
+    }
+    std::string Take() { return std::move(row_); }
+
+private:
+    FormerNumbers::const_iterator next_, end_;
+    std::string row_;
+};
+
+std::string RowBeforeWrite(sqlite3* handle, const FormerNumbers& numbers) {
+    const int count = sqlite3_preupdate_count(handle);
+    Packer row(count, numbers);
+    for (int i = 0; i < count; ++i) {
+        row.Add(i, [&]() -> sqlite3_value* {
+            sqlite3_value* value = nullptr;
+            return sqlite3_preupdate_old(handle, i, &value) == SQLITE_OK ? value : nullptr;
+        });
+    }
+    return row.Take();
 }
 
-std::string RowNow(const SqliteStatement& select) {
-    std::string row;
-    for (int i = 0; i < sqlite3_column_count(select.get()); ++i)
-        PackCell(row, sqlite3_column_value(select.get(), i));
-    return row;
+/// The row in hand, with other numbers where these are given.
+std::string RowNow(const SqliteStatement& select, const FormerNumbers& numbers = {}) {
+    const int count = sqlite3_column_count(select.get());
+    Packer row(count, numbers);
+    for (int i = 0; i < count; ++i)
+        row.Add(i, [&] { return sqlite3_column_value(select.get(), i); });
+    return row.Take();
+}
+
+/// The numbers that a row had, of which some are known from an earlier write.
+void Complete(FormerNumbers& known, const FormerNumbers& more) {
+    const auto field = [](const FormerNumber& number) { return number.Field; };
+    for (const FormerNumber& number : more) {
+        const auto place = std::ranges::lower_bound(known, number.Field, {}, field);
+        if (place == known.end() || place->Field != number.Field) known.insert(place, number);
+    }
 }
 
 /// Both rows without what they have in common at either end.
@@ -77,9 +113,25 @@ void ChangeRecorder::OnWrite(void* self, sqlite3*, int operation, const char*, c
 void ChangeRecorder::Note(int operation, const char* table, std::int64_t row) {
     if (!running_ || certain_) return;
     auto& rows = tables_[table];
-    if (rows.count(row)) return;
+    if (const auto known = rows.find(row); known != rows.end()) return NoteAgain(known->second);
     if (++count_ > kMostRows) return GiveUpRows();
-    rows[row] = operation == SQLITE_INSERT ? std::nullopt : std::optional(RowBeforeWrite(handle_));
+    rows.emplace(row, FormerOf(operation));
+}
+
+ChangeRecorder::Former ChangeRecorder::FormerOf(int operation) const {
+    if (operation == SQLITE_INSERT) return {.Existed = false, .Packed = {}, .Numbers = {}};
+    if (expected_) return {.Packed = {}, .Numbers = *expected_, .Once = true};
+    return {.Packed = RowBeforeWrite(handle_, {}), .Numbers = {}};
+}
+
+/// A row of which numbers alone are known is written to again. By a statement of whatever kind, it
+/// must be known as a whole from now on.
+void ChangeRecorder::NoteAgain(Former& former) const {
+    former.Once = false;
+    if (former.Numbers.empty()) return;
+    if (expected_) return Complete(former.Numbers, *expected_);
+    former.Packed = RowBeforeWrite(handle_, former.Numbers);
+    former.Numbers.clear();
 }
 
 void ChangeRecorder::MarkSchemaChange() {
@@ -110,20 +162,23 @@ bool ChangeRecorder::ChangedTable(const std::string& table) {
 
 /// True when a row of the table differs; with `keep`, all that do are added to it.
 bool ChangeRecorder::CompareTable(const std::string& table, const Rows& rows, BatchChange* keep) {
+    if (!keep && std::ranges::any_of(rows, [](const auto& row) { return row.second.Once; }))
+        return true;
     TableChange changes{.Table = table, .Rows = {}};
     SqliteStatement select(handle_, "SELECT * FROM " + Quoted(table) + " WHERE rowid=?1");
-    for (const auto& [row, before] : rows) {
+    for (const auto& [row, former] : rows) {
         select.BindInteger(1, row);
         const bool exists = select.Step();
         const std::string now = exists ? RowNow(select) : std::string();
+        const std::string before =
+            former.Numbers.empty() ? former.Packed : RowNow(select, former.Numbers);
         select.Reset();
-        if (exists == before.has_value() && (!exists || now == *before)) continue;
+        if (exists == former.Existed && now == before) continue;
         if (!keep) return true;
-        if (exists && before)
-            changes.Rows.push_back(Shortened(row, *before, now));
+        if (exists && former.Existed)
+            changes.Rows.push_back(Shortened(row, before, now));
         else
-            changes.Rows.push_back(
-                {row, before.has_value(), exists, 0, 0, before.value_or(""), now});
+            changes.Rows.push_back({row, former.Existed, exists, 0, 0, before, now});
     }
     if (!keep || changes.Rows.empty()) return false;
     keep->Tables.push_back(std::move(changes));

@@ -9,15 +9,23 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "store/BatchChange.h"
 
 namespace zolmara {
 
 class CellCache;
+
+/// A number that a field of the type dbDouble held; no number for Null.
+struct FormerNumber {
+    int Field;  ///< its position in the table
+    double Value;
+};
+/// Those of a row, by rising position.
+using FormerNumbers = std::vector<FormerNumber>;
 
 /// A calculation clears cells and posts them again, so that a run over unchanged entries writes
 /// rows only to put back what was there; a batch whose rows all end as they began need not touch
@@ -45,13 +53,36 @@ public:
     /// What NetChange found, for the watch.
     BatchChange Take();
 
+    /// As long as it lives, the one row that is written to comes out with other numbers and
+    /// otherwise as it was, so that these tell what it was: the whole row need not be taken apart.
+    class OnlyNumbers {
+    public:
+        OnlyNumbers(ChangeRecorder& recorder, const FormerNumbers& numbers) : recorder_(recorder) {
+            recorder_.expected_ = &numbers;
+        }
+        ~OnlyNumbers() { recorder_.expected_ = nullptr; }
+        OnlyNumbers(const OnlyNumbers&) = delete;
+        OnlyNumbers& operator=(const OnlyNumbers&) = delete;
+
+    private:
+        ChangeRecorder& recorder_;
+    };
+
 private:
-    /// What the row was; nothing for one that was not there.
-    using Rows = std::unordered_map<std::int64_t, std::optional<std::string>>;
+    /// What a row was when the batch began.
+    struct Former {
+        bool Existed = true;
+        std::string Packed;     ///< the row, unless only numbers of it were written to since
+        FormerNumbers Numbers;  ///< those
+        bool Once = false;      ///< written to once, by numbers that differ
+    };
+    using Rows = std::unordered_map<std::int64_t, Former>;
 
     static void OnWrite(void* self, sqlite3* handle, int operation, const char* database,
                         const char* table, sqlite3_int64 before, sqlite3_int64 after);
     void Note(int operation, const char* table, std::int64_t row);
+    Former FormerOf(int operation) const;
+    void NoteAgain(Former& former) const;
     void GiveUpRows();
     bool CompareTable(const std::string& table, const Rows& rows, BatchChange* keep);
 
@@ -64,6 +95,7 @@ private:
     bool running_ = false;
     bool certain_ = false;
     std::size_t count_ = 0;
+    const FormerNumbers* expected_ = nullptr;
     std::unordered_map<std::string, Rows> tables_;
     BatchChange change_;
 };

@@ -1,5 +1,6 @@
 #include "store/PackedRow.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -39,6 +40,13 @@ void PackCell(std::string& row, sqlite3_value* value) {
     const auto size = static_cast<std::uint32_t>(sqlite3_value_bytes(value));
     Add(row, text ? 't' : 'b', size);
     if (size > 0) row.append(static_cast<const char*>(bytes), size);
+}
+
+void PackNumber(std::string& row, double number) {
+    if (std::isnan(number))
+        row += 'n';
+    else
+        Add(row, 'd', number);
 }
 
 bool BindPackedRow(sqlite3_stmt* statement, const std::string& row, int first, int count) {

@@ -11,6 +11,8 @@ namespace zolmara {
 
 /// Adds a cell behind the others.
 void PackCell(std::string& row, sqlite3_value* value);
+/// The same of a cell of type dbDouble; no number is Null.
+void PackNumber(std::string& row, double number);
 
 /// Binds the cells of a packed row to the parameters of a statement from `first` on, as long as
 /// the row lives. False when it does not have so many.

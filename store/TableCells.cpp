@@ -24,11 +24,7 @@ bool IsNumber(FieldType type) {
            type == FieldType::dbInteger;
 }
 
-double NumberIn(sqlite3_value* value) {
-    const int type = sqlite3_value_type(value);
-    if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) return kNull;
-    return sqlite3_value_double(value);
-}
+std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
 bool HasBreak(sqlite3_value* value) {
     if (sqlite3_value_type(value) != SQLITE_TEXT) return false;
@@ -105,7 +101,7 @@ void TableCells::Load(Database::Impl& db) {
     cells_.clear();
     before_.clear();
     dirty_.clear();
-    lineBreaks_ = false;
+    lineBreaks_ = strange_ = false;
     version_ = *info_->Version;
     SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " ORDER BY rowid");
     while (select.Step(Name())) {
@@ -117,6 +113,13 @@ void TableCells::Load(Database::Impl& db) {
     PutInOrder();
     sumsByLine_ = HasIndexOfLines();
     lost_ = false;
+}
+
+double TableCells::NumberIn(sqlite3_value* value) {
+    const int type = sqlite3_value_type(value);
+    if (type == SQLITE_FLOAT || type == SQLITE_INTEGER) return sqlite3_value_double(value);
+    strange_ = strange_ || type != SQLITE_NULL;
+    return kNull;
 }
 
 void TableCells::Take(const SqliteStatement& select, Row row) {
@@ -258,18 +261,41 @@ void TableCells::WriteRows(const std::vector<int>& fields) {
         sets += fmt::format("{}{}=?", sets.empty() ? "" : ",", Quoted(FieldName(field)));
     SqliteStatement update(db_->Handle,
                            fmt::format("UPDATE {} SET {} WHERE rowid=?", Quoted(Name()), sets));
+    const bool numbersTell = AreAllNumbers(fields);
+    FormerNumbers former;
     for (const auto& [row, before] : before_) {
         const double* const now = CellsOf(row);
         if (std::equal(before.begin(), before.end(), now, IsSame)) continue;
-        int place = 0;
-        for (const int field : fields) {
-            const double value = now[field];
-            std::isnan(value) ? sqlite3_bind_null(update.get(), ++place)
-                              : sqlite3_bind_double(update.get(), ++place, value);
+        if (!numbersTell) {
+            WriteRow(update, fields, row);
+            continue;
         }
-        update.BindInteger(++place, rowids_[row]);
-        db_->RunWrite(update, info_);
+        former.clear();
+        for (const int field : fields)
+            if (!IsSame(now[field], before[At(field)]))
+                former.push_back({field, before[At(field)]});
+        const ChangeRecorder::OnlyNumbers told(db_->Changes, former);
+        WriteRow(update, fields, row);
     }
+}
+
+void TableCells::WriteRow(SqliteStatement& update, const std::vector<int>& fields, Row row) {
+    const double* const now = CellsOf(row);
+    int place = 0;
+    for (const int field : fields) {
+        const double value = now[field];
+        std::isnan(value) ? sqlite3_bind_null(update.get(), ++place)
+                          : sqlite3_bind_double(update.get(), ++place, value);
+    }
+    update.BindInteger(++place, rowids_[row]);
+    db_->RunWrite(update, info_);
+}
+
+/// Fields whose numbers here are, to the last bit, those in the store.
+bool TableCells::AreAllNumbers(const std::vector<int>& fields) const {
+    return !strange_ && std::ranges::all_of(fields, [&](int field) {
+        return info_->Def.Fields[At(field)].Type == FieldType::dbDouble;
+    });
 }
 
 /// Where a write fails the store and what is here have parted.

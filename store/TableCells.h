@@ -16,6 +16,8 @@
 #include "core/Currency.h"
 #include "store/Dao.h"
 
+struct sqlite3_value;
+
 namespace zolmara {
 
 struct TableInfo;
@@ -73,6 +75,7 @@ private:
     void Load(Database::Impl& db);
     void ReadDirtyRows(Database::Impl& db);
     void Take(const SqliteStatement& select, Row row);
+    double NumberIn(sqlite3_value* value);
     void PutInOrder();
     bool HasIndexOfLines() const;
     bool IsInStep() const;
@@ -81,6 +84,8 @@ private:
     std::vector<int> ChangedFields() const;
     void Write();
     void WriteRows(const std::vector<int>& fields);
+    void WriteRow(SqliteStatement& update, const std::vector<int>& fields, Row row);
+    bool AreAllNumbers(const std::vector<int>& fields) const;
 
     /// Past so many rows that were written to, the table is read anew.
     static constexpr std::size_t kMostDirty = 256;
@@ -98,6 +103,7 @@ private:
     std::int64_t version_ = 0;                   ///< of the table, up to which every write is known
     bool sumsByLine_ = false;  ///< a statement goes by the index of the lines, not by the rows
     bool lineBreaks_ = false;
+    bool strange_ = false;  ///< what is no number stands in a number's place
     bool lost_ = true;
     bool writing_ = false;
 };

@@ -20,6 +20,7 @@
 #include "import/ImportWorksheets.h"
 #include "import/Rebuild.h"
 #include "store/FilledCrf.h"
+#include "store/TableCells.h"
 #include "store/harness/Faults.h"
 #include "store/session/Acts.h"
 #include "structure/AddDeleteCC.h"
@@ -344,6 +345,71 @@ TEST_F(ActsTest, WhatChangesNothingIsNoAct) {
         gDB.Execute("UPDATE A SET Col_1=5 WHERE LineNum=8;");
     });
     EXPECT_EQ(TheActs().Depth(), 1u);
+}
+
+// --- Numbers that are changed in memory ----------------------------------------------------
+
+void Calculated(double line, std::string_view field, double amount) {
+    ChangeCells(gDB, [&] {
+        TableCells& cells = CellsOf(gDB, "A");
+        RowEdit row(cells, cells.RowOn(Currency(line)).value());
+        row.Set(cells.Position(field), amount);
+        row.Update();
+    });
+}
+
+TEST_F(ActsTest, CalculatedNumbersComeBackWithWhatStatementsWroteToTheirRows) {
+    const std::string before = ContentOfCrf();
+    RunAct("Mixed", [] {
+        Calculated(8, "Col_8", 801);
+        Calculated(8, "Col_2", 802);
+        Calculated(8, "Col_8", 803);
+        gDB.Execute("UPDATE A SET CCName='Another name', Col_3=5 WHERE LineNum=8;");
+        Calculated(8, "Col_5", 804);
+        gDB.Execute("UPDATE A SET CCName='First' WHERE LineNum=9;");
+        Calculated(9, "Col_8", 901);
+        Calculated(10, "Col_8", 1001);
+        gDB.Execute("DELETE * FROM A WHERE LineNum=10;");
+        Calculated(28, "Col_1", 2801);
+    });
+    const std::string after = ContentOfCrf();
+    ASSERT_NE(after, before);
+    for (int time = 0; time < 2; ++time) {
+        TheActs().Undo();
+        EXPECT_EQ(ContentOfCrf(), before);
+        TheActs().Redo();
+        EXPECT_EQ(ContentOfCrf(), after);
+    }
+}
+
+TEST_F(ActsTest, CalculatedNumbersThatEndAsTheyBeganAreNoAct) {
+    KeyA(5);
+    const double amount = NumOr(Cell("A", 9, "Col_8"));
+    const auto commits = gDB.CommitCount();
+    RunAct("There and back", [&] {
+        Calculated(9, "Col_8", amount + 1);
+        Calculated(9, "Col_8", amount);
+        Calculated(8, "Col_1", 6);
+        gDB.Execute("UPDATE A SET Col_1=5 WHERE LineNum=8;");
+    });
+    EXPECT_EQ(TheActs().Depth(), 1u);
+    EXPECT_EQ(gDB.CommitCount(), commits);
+    EXPECT_EQ(Keyed(), 5);
+}
+
+TEST_F(ActsTest, NothingIsWrittenForNumbersThatEndAsTheyBeganWhereNobodyKeepsActs) {
+    TheActs().Keep(false);
+    const double amount = NumOr(Cell("A", 9, "Col_8"));
+    const auto commits = gDB.CommitCount();
+    const auto change = [&](double to) { Calculated(9, "Col_8", to); };
+    RunAct("There and back", [&] {
+        change(amount + 1);
+        change(amount);
+    });
+    EXPECT_EQ(gDB.CommitCount(), commits);
+    RunAct("There", [&] { change(amount + 1); });
+    EXPECT_EQ(gDB.CommitCount(), commits + 1);
+    EXPECT_EQ(Cell("A", 9, "Col_8"), Variant(amount + 1));
 }
 
 TEST_F(ActsTest, AnActThatFailsHalfWayIsTakenBackAsFarAsItWent) {
