@@ -14,6 +14,7 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/frmCopy2Floppy.h"
 #include "ui/dialogs/frmViewError.h"
+#include "ui/main/Buttons.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/Done.h"
 #include "ui/main/Guard.h"
@@ -39,6 +40,7 @@ QtHost::QtHost(Settings settings, std::string programFolder)
       settings_(std::move(settings)),
       programFolder_(std::move(programFolder)) {
     theHost = this;
+    PressAtOnce();
 }
 
 QtHost::~QtHost() {
