@@ -19,6 +19,11 @@ bool HasCode(const RowEntry* keyed, const Recordset& row, std::string_view code)
     return SameText(Text(value != nullptr ? *value : row["Col_2"]), code);
 }
 
+/// Line numbers and codes are no amounts.
+bool IsAmount(const FormColumn& column) {
+    return !column.Hidden && !column.Identity && !column.NumberFormat.starts_with("##0");
+}
+
 }  // namespace
 
 CodeSums SumsOfCode(std::string_view code, const RowEntry* keyed) {
@@ -42,7 +47,7 @@ BlockSums SumsOfBlock(const WorksheetForm& form, const FormRows& rows, const Blo
     for (int row = range.FirstRow; row <= range.LastRow; ++row)
         for (int column = range.FirstColumn; column <= range.LastColumn; ++column) {
             if (column < 0 || column >= columns) continue;
-            if (form.Columns[static_cast<std::size_t>(column)].Hidden) continue;
+            if (!IsAmount(form.Columns[static_cast<std::size_t>(column)])) continue;
             const Variant value = rows.Cell(row, column);
             if (!value.IsNumber()) continue;
             sums.Sum += value.Number();

@@ -54,7 +54,7 @@ public:
             refusal = CheckRow(row);
         }
         if (!row.Changed()) return;
-        if (!refusal.Text.empty()) return RefuseRow(row, taken, refusal.Text);
+        if (!refusal.Text.empty()) return RefuseTaken(row, taken, refusal.Text);
         StoreOrRefuse(row, taken);
     }
 
@@ -93,6 +93,14 @@ private:
             if (!PlainText(cell.Text).empty()) Note(row, cell, reason, true);
     }
 
+    /// A row that was to be emptied and stays is told by its first cell.
+    void RefuseTaken(const RowEntry& row, const PastedRow& taken, const std::string& reason) {
+        const std::size_t told = Result.Findings.size();
+        RefuseRow(row, taken, reason);
+        if (Result.Findings.size() == told && !taken.empty())
+            Note(row, taken.front(), reason, true);
+    }
+
     /// Nothing is lost where nothing is to go into a locked cell, or what it holds already.
     bool IsHarmless(const RowEntry& row, const PastedCell& cell) const {
         if (onLocked_ == OnLocked::PassOver || PlainText(cell.Text).empty()) return true;
@@ -127,7 +135,7 @@ private:
             for (const auto& [field, value] : changes.Cells) changed_.Set(field, value);
         } catch (const StoreError& error) {
             if (error.IsFileError()) throw;
-            return RefuseRow(row, taken, PlainWords(error));
+            return RefuseTaken(row, taken, PlainWords(error));
         }
         Result.Stored += static_cast<int>(taken.size());
     }

@@ -253,6 +253,47 @@ TEST_F(FormBlocks, TheDeleteKeyMakesNumbersZeroAndTextsEmpty) {
     EXPECT_TRUE(result.Findings.empty()) << "cells that cannot be keyed are passed over";
 }
 
+TEST_F(FormBlocks, ARowThatMayNotBeEmptiedIsToldAndStays) {
+    // The first entry of a code keeps its explanation; the second may do without.
+    const WorksheetForm form = Edit("A6");
+    for (const int line : {1, 2}) {
+        ASSERT_TRUE(AddLine("A6", Currency::FromWhole(line)));
+        test::SetCell("A6", line, "Col_1", "Rent");
+        test::SetCell("A6", line, "Col_2", "A");
+    }
+    const FormRows rows(form);
+    const BlockResult result = ClearBlock(form, rows, Range(form, 0, 1, "Col_1", "Col_1"));
+    EXPECT_EQ(Text(Cell("A6", 1, "Col_1")), "Rent");
+    EXPECT_TRUE(Cell("A6", 2, "Col_1").IsNull());
+    ASSERT_EQ(result.Findings.size(), 1U);
+    EXPECT_EQ(result.Findings[0].Line, Currency(1.0));
+    EXPECT_EQ(result.Findings[0].Column, "Explanation");
+    EXPECT_TRUE(result.Findings[0].Refused);
+    EXPECT_EQ(result.Findings[0].Reason,
+              "The EXPLANATION may not be left blank for the first reclassification in a given "
+              "code.");
+}
+
+TEST_F(FormBlocks, LineNumbersAndCodesAreNotAddedUp) {
+    const WorksheetForm a = Edit("A");
+    test::SetCell("A", 1, "Col_1", 40.0);
+    const BlockSums whole = SumsOfBlock(a, FormRows(a), Range(a, 0, 9, "LineNum", "Col_1"));
+    EXPECT_EQ(whole.Sum, 40);
+    EXPECT_EQ(whole.Count, 1);
+    const WorksheetForm a6 = Edit("A6");
+    ASSERT_TRUE(AddLine("A6", Currency(1.0)));
+    for (const auto& [field, value] :
+         {std::pair{"Col_4", 16.0}, {"Col_5", 100.0}, {"Col_7", 17.0}, {"Col_8", 50.0}})
+        test::SetCell("A6", 1, field, value);
+    EXPECT_EQ(SumsOfBlock(a6, FormRows(a6), Range(a6, 0, 0, "LineNum", "Col_8")).Sum, 150);
+    const WorksheetForm cc = Edit("CCs");
+    EXPECT_EQ(SumsOfBlock(cc, FormRows(cc), Range(cc, 0, 5, "LineNum", "StatCode")).Count, 0);
+    const WorksheetForm ratios = View("A7p2");
+    test::SetCell("A7p2", 1, "Col_4", 0.25);
+    EXPECT_EQ(SumsOfBlock(ratios, FormRows(ratios), Range(ratios, 0, 0, "LineNum", "Col_4")).Sum,
+              0.25);
+}
+
 TEST_F(FormBlocks, FillDownRepeatsTheFirstRow) {
     const WorksheetForm form = Edit("A");
     test::SetCell("A", 1, "Col_1", 40.0);

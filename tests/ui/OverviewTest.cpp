@@ -378,6 +378,23 @@ TEST_F(OverviewTest, ACalculatedStatementWaitsForItsSignature) {
     EXPECT_NE(FindForm("frmESCert"), nullptr);
 }
 
+TEST_F(OverviewTest, AStatementThatIsOpenedAgainIsCalculatedAheadOfItsSignature) {
+    // It was calculated in an earlier session; the files are built after a calculation of this one.
+    OpenSample();
+    const std::string path = gCRFPath;
+    Trigger("mnuReportClose");
+    Open(path);
+    EXPECT_FALSE(Enabled("mnuReportElectronically"));
+    EXPECT_TRUE(Told([this] {
+        return Next() == std::vector<std::string>{"Not signed: calculate first"};
+    })) << ::testing::PrintToString(Next());
+    auto* const list = Part<QListWidget>("lstNext");
+    emit list->itemActivated(list->item(0));
+    EXPECT_TRUE(Enabled("mnuReportElectronically"));
+    EXPECT_TRUE(Told([this] { return Next() == std::vector<std::string>{"Not signed"}; }))
+        << ::testing::PrintToString(Next());
+}
+
 TEST_F(OverviewTest, ErrorsLeadToTheFindings) {
     OpenSample();
     gDB.Execute("INSERT INTO Error ([Level], Code, Message) VALUES ('Non-Fatal Error','1','x');");

@@ -419,6 +419,7 @@ TEST_F(SheetWindow, AddMakesTheNewLineCurrentAndDeleteTakesIt) {
     EXPECT_EQ(a8->Grid().currentIndex().row(), rows);
     Button(a8, "cmdDelete")->click();
     EXPECT_EQ(a8->Model().rowCount(), rows);
+    EXPECT_EQ(Current(a8), "20 Col_1") << "the cursor stays in a column that can be keyed";
 }
 
 TEST_F(SheetWindow, DeleteOnA6WantsASelectedLine) {
@@ -569,6 +570,24 @@ TEST_F(SheetWindow, F8WalksTheFindings) {
     auto* a6 = dynamic_cast<frmWorksheet*>(FindOpenForm("edit", "A6"));
     ASSERT_NE(a6, nullptr);
     EXPECT_EQ(Current(a6), "1 Col_5");
+    // A renamed component refreshes every window; the list stays at the finding in hand.
+    EXPECT_EQ(findings->Selected(), 2);
+    host->RefreshOpenForms("");
+    EXPECT_EQ(findings->Selected(), 2);
+    gDB.Execute("DELETE FROM Error WHERE Message = 'Nothing here';");
+    host->RefreshOpenForms("");
+    EXPECT_EQ(findings->Selected(), 0) << "it is no longer in its place";
+}
+
+TEST_F(SheetWindow, TheLastEntriesAreBroughtForwardWhereTheyAreOpen) {
+    Trigger("mnuReportCalculate");
+    Trigger("mnuReportUtilitiesLog");
+    QWidget* const findings = FindForm("frmViewError");
+    ASSERT_NE(findings, nullptr);
+    findings->showMinimized();
+    Trigger("mnuReportUtilitiesLog");
+    EXPECT_FALSE(findings->isMinimized());
+    EXPECT_EQ(FindForm("frmViewError"), findings);
 }
 
 }  // namespace

@@ -133,8 +133,17 @@ void frmViewError::SetHeights() {
     }
 }
 
+/// What tells one finding from another.
+QString frmViewError::FindingAt(int row) const {
+    const auto* const code = grd_->item(row, kCode);
+    const auto* const message = grd_->item(row, kMessage);
+    return code && message ? code->text() + ' ' + message->text() : QString();
+}
+
 void frmViewError::SetGrd() {
     const ErrorView view = ReadErrorView();
+    const int current = grd_->currentRow();
+    const QString former = FindingAt(current);
     longest_ = view.LongestMessage;
     heights_ = view.RowHeights;
     grd_->setRowCount(static_cast<int>(view.Rows.size()));
@@ -145,7 +154,9 @@ void frmViewError::SetGrd() {
         ++row;
     }
     SetHeights();
-    if (grd_->rowCount() > 0) grd_->setCurrentCell(0, kMessage);
+    // A refresh leaves the user at the finding that is being worked on.
+    const bool same = !former.isEmpty() && FindingAt(current) == former;
+    if (grd_->rowCount() > 0) grd_->setCurrentCell(same ? current : 0, kMessage);
     ShowCompared();
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, NoteColour(colours));

@@ -40,6 +40,8 @@ private:
     void FollowSubmit();
     void BuildECR();
 
+    QString FindingAt(int row) const;
+
     QTableWidget* grd_ = nullptr;
     QLabel* lblNonFatal_ = nullptr;
     QLabel* lblCompared_ = nullptr;  ///< the figures that the current finding's check compared

@@ -93,9 +93,10 @@ void UtilitiesHeader(frmMain&) {
 }
 
 void UtilitiesLog(frmMain&) {
-    if (FormIsOpen("frmViewError"))
+    if (FormIsOpen("frmViewError")) {
         TheWindows().SetGrd("frmViewError");
-    else
+        ShowOpenForm("frmViewError");
+    } else
         TheWindows().ShowErrors("Edit Check Results");
 }
 

@@ -81,6 +81,16 @@ int Findings(std::string_view level) {
         NumOr(gDB.Scalar("SELECT Count(*) AS Cnt FROM Error WHERE [Level]=?;", {level})));
 }
 
+/// Where the files cannot be built yet, the step is what stands in the way.
+NextStep StepToSign(bool calculate) {
+    const frmMain* const main = TheQtHost().Main();
+    if (!calculate && main && main->MenuOn("mnuReportElectronically"))
+        return ByMenu("Not signed", "mnuReportElectronically");
+    if (!calculate && TableExists("Error", false) && Findings(kNonFatalError) > 0)
+        return ByMenu("Not signed: the errors come first", "mnuReportUtilitiesLog");
+    return ByMenu("Not signed: calculate first", "mnuReportCalculate");
+}
+
 void AddFindings(std::vector<NextStep>& steps) {
     if (!TableExists("Error", false)) return;
     const int errors = Findings(kNonFatalError);
@@ -101,10 +111,7 @@ std::vector<NextStep> ReadNextSteps() {
     const auto calculate = CalculationWanted(TheNotes());
     if (calculate) steps.push_back(ByMenu(*calculate, "mnuReportCalculate"));
     AddFindings(steps);
-    if (SignatureText().empty()) {
-        steps.push_back(calculate ? ByMenu("Not signed: calculate first", "mnuReportCalculate")
-                                  : ByMenu("Not signed", "mnuReportElectronically"));
-    }
+    if (SignatureText().empty()) steps.push_back(StepToSign(calculate.has_value()));
     return steps;
 }
 

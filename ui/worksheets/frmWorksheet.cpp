@@ -134,8 +134,7 @@ void frmWorksheet::RefreshData() {
         if (grd_->WidthsChanged() && columns == Form().Columns.size()) grd_->SetWidths(widths);
         if (line) GoToLine(*line, field);
         if (!grd_->currentIndex().isValid() && model_.rowCount() > 0)
-            grd_->GoTo(model_.index(std::clamp(row, 0, model_.rowCount() - 1),
-                                    std::max(0, grd_->FirstShownColumn())));
+            GoToLine(model_.Line(std::clamp(row, 0, model_.rowCount() - 1)), field);
     }
     grd_->FoldHeadings();
     ShowButtonStates();
