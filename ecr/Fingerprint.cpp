@@ -13,6 +13,7 @@
 #include "core/Machine.h"
 #include "ecr/LocalSeal.h"
 #include "store/Files.h"
+#include "store/files/FileDoor.h"
 
 namespace fs = std::filesystem;
 
@@ -86,7 +87,13 @@ std::string Sealer::SealByLibrary(const std::string& path, bool printImage) {
 }
 
 std::string Sealer::Seal(const std::string& path, bool printImage) {
-    return function_ ? SealByLibrary(path, printImage) : SealLocally(path, printImage);
+    return IsLocal() ? SealLocally(path, printImage, DigestOfFile(path))
+                     : SealByLibrary(path, printImage);
+}
+
+std::string Sealer::Seal(const OutFile& file, bool printImage) {
+    if (!IsLocal() || !file.KeepsDigest()) return Seal(file.AsidePath(), printImage);
+    return SealLocally(file.AsidePath(), printImage, file.Digest());
 }
 
 std::string Sealer::Notice() const {

@@ -22,6 +22,8 @@ std::optional<std::string> FingerprintLibrary();
 /// Which seal is in use, for whoever is about to submit: a sentence.
 std::string SealNotice();
 
+class OutFile;
+
 class Sealer {
 public:
     /// Loads the library if it is there. An error with its path when it cannot be used: files
@@ -32,6 +34,10 @@ public:
     /// when the library refuses the file. StoreError when the local seal cannot be written; an
     /// error for a path too long for the library.
     std::string Seal(const std::string& path, bool printImage);
+    /// The same for a file that is completed aside. It needs not be read where its digest was kept.
+    std::string Seal(const OutFile& file, bool printImage);
+    /// Whether the seal is the local one, for which the digest of a file is needed.
+    bool IsLocal() const { return function_ == nullptr; }
 
     /// What the seals put on so far are worth, for whoever is about to submit: a sentence.
     std::string Notice() const;

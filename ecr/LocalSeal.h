@@ -14,9 +14,12 @@ inline constexpr std::size_t kFingerprintLength = 76;
 /// What a line of a sealed print image begins with.
 inline constexpr std::string_view kPiFingerprintMark = "***FINGERPRINT";
 
+/// The SHA-256 of a file, in lower case hex. StoreError when it cannot be read.
+std::string DigestOfFile(const std::string& path);
+
 /// Seals a file: appends a Type 4 record to an electronic report, a "***FINGERPRINT" line to a
-/// print image. Gives the seal, "LOCALSEAL-1:" and the SHA-256 of the file as it was, in hex.
-/// StoreError when the file cannot be read or written.
-std::string SealLocally(const std::string& path, bool printImage);
+/// print image. Gives the seal, "LOCALSEAL-1:" and the digest, which is that of the file as it is
+/// (DigestOfFile). StoreError when the file cannot be written.
+std::string SealLocally(const std::string& path, bool printImage, std::string_view digest);
 
 }  // namespace zolmara

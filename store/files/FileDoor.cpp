@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 namespace zolmara {
 namespace {
 
-constexpr std::size_t kBuffer = std::size_t{1} << 16;
 constexpr mode_t kGroupBits = S_IRWXG;
 
 ReplaceAsTold*& Told() {
@@ -169,6 +168,7 @@ OutFile::OutFile(const std::string& path, OwnOutput own)
       target_(JudgedTarget(path, own)),
       own_(std::move(own)),
       scratch_(target_),
+      writer_(scratch_.File().Number()),
       judged_(StandingAt(target_)) {}
 
 OutFile::~OutFile() = default;
@@ -180,22 +180,16 @@ std::string OutFile::JudgedTarget(const std::string& path, const OwnOutput& own)
 
 void OutFile::Write(std::string_view bytes) {
     buffer_ += bytes;
-    if (buffer_.size() >= kBuffer) Flush();
+    if (buffer_.size() >= writer_.PieceSize()) Flush();
 }
 
 void OutFile::Flush() {
-    std::string_view rest = buffer_;
-    while (!rest.empty()) {
-        const ssize_t written = ::write(scratch_.File().Number(), rest.data(), rest.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) Failed(path_);
-        rest.remove_prefix(static_cast<std::size_t>(written));
-    }
-    buffer_.clear();
+    if (const std::error_code error = writer_.Take(buffer_)) FileFailed(path_, error);
 }
 
 void OutFile::Complete() {
     Flush();
+    if (const std::error_code error = writer_.Finish()) FileFailed(path_, error);
     if (::fsync(scratch_.File().Number()) != 0) Failed(path_);
 }
 

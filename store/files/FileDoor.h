@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "store/base/StoreError.h"
+#include "store/files/PieceWriter.h"
 #include "store/files/Scratch.h"
 
 namespace zolmara {
@@ -69,7 +70,13 @@ public:
     /// The file as it is so far, for what writes or reads it by its name.
     const std::string& AsidePath() const { return scratch_.Path(); }
 
-    /// StoreError when the disk takes no more.
+    /// From here on, ahead of the first byte, the digest of what is written is made.
+    void KeepDigest() { writer_.KeepDigest(); }
+    bool KeepsDigest() const { return writer_.KeepsDigest(); }
+    /// SHA-256 in hex of what was written up to Complete. Needs KeepDigest.
+    std::string Digest() const { return writer_.Digest(); }
+
+    /// StoreError when the disk takes no more; it may come with a later call.
     void Write(std::string_view bytes);
     /// Brings what was written to the disk, still aside. More may be written.
     void Complete();
@@ -89,6 +96,7 @@ private:
     std::string target_;  ///< behind the links
     OwnOutput own_;
     Scratch scratch_;
+    PieceWriter writer_;
     std::string buffer_;
     struct Standing {
         bool There = false;

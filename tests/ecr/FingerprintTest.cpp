@@ -39,7 +39,7 @@ TEST_F(Fingerprint, TheLocalSealIsTheDigestOfTheFile) {
     const std::string path = TextFile("HO.txt", "abc");
     const std::string seal =
         "LOCALSEAL-1:ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad";
-    EXPECT_EQ(SealLocally(path, false), seal);
+    EXPECT_EQ(SealLocally(path, false, DigestOfFile(path)), seal);
     EXPECT_EQ(seal.size(), kFingerprintLength);
     EXPECT_EQ(BytesOf(path), "abc4" + seal + "\r\n");
 }
@@ -48,18 +48,18 @@ TEST_F(Fingerprint, APrintImageGetsALineThatNamesIt) {
     const std::string path = TextFile("PI.txt", "");
     const std::string seal =
         "LOCALSEAL-1:e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
-    EXPECT_EQ(SealLocally(path, true), seal);
+    EXPECT_EQ(SealLocally(path, true, DigestOfFile(path)), seal);
     EXPECT_EQ(BytesOf(path), "***FINGERPRINT " + seal + "\r\n");
 }
 
 TEST_F(Fingerprint, ALongFileIsReadToItsEnd) {
     const std::string path = TextFile("long.txt", std::string(1000000, 'a'));
-    EXPECT_EQ(SealLocally(path, false),
+    EXPECT_EQ(SealLocally(path, false, DigestOfFile(path)),
               "LOCALSEAL-1:cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
 }
 
 TEST_F(Fingerprint, AFileThatIsNotThereCannotBeSealed) {
-    EXPECT_THROW(SealLocally(folder.File("none.txt"), false), StoreError);
+    EXPECT_THROW(DigestOfFile(folder.File("none.txt")), StoreError);
     EXPECT_FALSE(fs::exists(folder.File("none.txt")));
 }
 
