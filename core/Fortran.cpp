@@ -7,6 +7,7 @@
 
 #include "core/Capitals.h"
 #include "core/Globals.h"
+#include "core/WholeDigits.h"
 
 namespace zolmara {
 namespace {
@@ -38,16 +39,10 @@ std::string RightMost(const std::string& text, std::size_t width) {
     return std::string(length > width ? MidText(text, length - width + 1) : text);
 }
 
-/// The largest number whose text shows every digit of it.
-constexpr double kAllDigits = 1e15;
-
 /// The number at the head of the value's text, without its decimals. Adding 0 makes a negative
 /// zero plain.
 double WholeOf(const Variant& value) {
-    if (value.IsDouble()) {
-        const double whole = std::trunc(value.AsDouble());
-        if (whole == value.AsDouble() && std::abs(whole) < kAllDigits) return whole + 0.0;
-    }
+    if (value.IsDouble() && IsWholeNumber(value.AsDouble())) return value.AsDouble() + 0.0;
     return std::trunc(Val(Text(value))) + 0.0;
 }
 
@@ -162,10 +157,10 @@ std::string Fortran(Variant& value, std::string_view format, std::string_view fi
 }
 
 void AppendWhole(std::string& line, double number, std::size_t width) {
-    if (std::trunc(number) == number && std::abs(number) < kAllDigits) {
-        const fmt::format_int digits(static_cast<std::int64_t>(number));
-        if (digits.size() <= width) {
-            line.append(width - digits.size(), ' ').append(digits.data(), digits.size());
+    if (IsWholeNumber(number)) {
+        const WholeDigits digits(number, Thousands::Plain);
+        if (digits.Size() <= width) {
+            line.append(width - digits.Size(), ' ').append(digits.Text());
             return;
         }
     }

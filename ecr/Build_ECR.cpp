@@ -123,6 +123,7 @@ void PutClockRight(Build& build) {
 
 void WriteEcr(Build& build) {
     OwnPrintFile file(build.Ecr, IsOwnEcr);
+    if (build.Seals.IsLocal()) file.KeepDigest();
     EcrRun run(file.Number());
     ECRStamp = StampText();
     ECR_Type1(run, ECRDate.AsDate());
@@ -134,7 +135,7 @@ void WriteEcr(Build& build) {
 
 void SealEcr(Build& build) {
     ShowStep("Producing Type 4 Record (Finger Print)");
-    build.EcrFingerprint = build.Seals.Seal(build.EcrFile->AsidePath(), false);
+    build.EcrFingerprint = build.Seals.Seal(*build.EcrFile, false);
     SetFileTime(build.EcrFile->AsidePath(), ECRDate.AsDate());
 }
 
@@ -148,6 +149,7 @@ bool IsOwnPi(std::string_view head) {
 
 void PrintPi(Build& build) {
     OwnPrintFile file(build.Pi, IsOwnPi);
+    if (build.Seals.IsLocal()) file.KeepDigest();
     build.PiStamp = StampText();
     Print_All(file.Number());
     PrintLine(file.Number());
@@ -155,18 +157,26 @@ void PrintPi(Build& build) {
     TheStatus().DoEvents();
 }
 
-/// Reads the file in pieces that overlap, so that the mark is found across their border.
+/// Looks where the mark stands in nearly every file, at the end; then through all of it, in pieces
+/// that overlap, so that it is found across their border.
 bool HasFingerprint(const std::string& path) {
     static constexpr std::size_t kPiece = std::size_t{1} << 16;
+    static constexpr std::streamoff kTail = 512;
     std::ifstream file(path, std::ios::binary);
     std::string piece(kPiece, ' ');
-    std::size_t kept = 0;
-    while (file) {
+    const auto hasMark = [&](std::size_t kept) {
         file.read(piece.data() + kept, static_cast<std::streamsize>(kPiece - kept));
-        const std::string_view text(piece.data(), kept + static_cast<std::size_t>(file.gcount()));
-        if (text.find(kPiFingerprintMark) != std::string_view::npos) return true;
-        kept = std::min(text.size(), kPiFingerprintMark.size() - 1);
-        std::memmove(piece.data(), text.data() + text.size() - kept, kept);
+        piece.resize(kept + static_cast<std::size_t>(file.gcount()));
+        return piece.find(kPiFingerprintMark) != std::string::npos;
+    };
+    if (file.seekg(-kTail, std::ios::end) && hasMark(0)) return true;
+    file.clear();
+    file.seekg(0);
+    for (std::size_t kept = 0; file;) {
+        piece.resize(kPiece);
+        if (hasMark(kept)) return true;
+        kept = std::min(piece.size(), kPiFingerprintMark.size() - 1);
+        std::memmove(piece.data(), piece.data() + piece.size() - kept, kept);
     }
     return false;
 }
@@ -176,7 +186,7 @@ bool MakePi(Build& build) {
     ShowStep("Process The PI File");
     for (int failures = 0; failures < kPiTries; ++failures) {
         PrintPi(build);
-        build.PiFingerprint = build.Seals.Seal(build.PiFile->AsidePath(), true);
+        build.PiFingerprint = build.Seals.Seal(*build.PiFile, true);
         if (HasFingerprint(build.PiFile->AsidePath())) return true;
     }
     TheDialogs().MsgBox("Government fingerprint program failed. Please call Velquist", kCritical,

@@ -2,13 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <vector>
 
 #include "core/Fortran.h"
 #include "core/Globals.h"
 #include "core/Status.h"
 #include "ecr/Record.h"
-#include "store/RowWalk.h"
+#include "store/CellWalk.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
@@ -22,42 +23,71 @@ constexpr std::string_view kRatio = "F16.6";
 
 /// A column of the schedule, as it stands in every record.
 struct ScheduleField {
-    std::size_t Position;
+    int Position;
     std::string Column;
     bool Ratio;
+    bool IsText;
 };
 
 std::vector<ScheduleField> FieldsOf(const ScheduleEmitter& schedule, std::string_view item) {
     std::vector<ScheduleField> fields;
     const std::vector<FieldDef>& all = gDB.Table(item).Fields;
-    for (auto i = static_cast<std::size_t>(schedule.FirstField); i < all.size(); ++i) {
-        const Currency column = ScheduleColumn(all[i].Name, schedule.Pooled);
-        fields.push_back({i, ColumnField(column), schedule.Pooled && column == kRatioColumn});
+    for (int i = schedule.FirstField; i < static_cast<int>(all.size()); ++i) {
+        const FieldDef& field = all[static_cast<std::size_t>(i)];
+        const Currency column = ScheduleColumn(field.Name, schedule.Pooled);
+        fields.push_back({i, ColumnField(column), schedule.Pooled && column == kRatioColumn,
+                          field.Type == FieldType::dbText});
     }
     return fields;
 }
 
-void WriteCell(EcrRun& run, std::string_view head, const ScheduleField& field, double amount,
-               bool ratio) {
-    run.ECRLine = head;
-    run.ECRLine += field.Column;
-    if (ratio)
-        run.ECRLine += Fortran(amount, kRatio, " ", false);
-    else
-        AppendWhole(run.ECRLine, amount, kAmountWidth);
-    run.WriteRecord();
+std::vector<int> TextFieldsOf(const std::vector<ScheduleField>& fields) {
+    std::vector<int> positions;
+    for (const ScheduleField& field : fields)
+        if (field.IsText) positions.push_back(field.Position);
+    return positions;
 }
 
-void WriteRow(EcrRun& run, const ScheduleEmitter& schedule, char part,
-              const std::vector<ScheduleField>& fields, std::span<const Variant> row) {
-    const Currency line = CurOr(row[0]);
-    const std::string head = fmt::format("3{}{}  {}", schedule.Code, part, LineField(line));
-    const bool isUcm = schedule.HasUcm && line == kUnitCostMultiplier;
-    for (const ScheduleField& field : fields) {
-        const double amount = NumOr(row[field.Position]);
-        if (amount != 0) WriteCell(run, head, field, amount, isUcm || field.Ratio);
+/// What the records of a schedule have in common.
+struct ScheduleRecords {
+    const ScheduleEmitter& Schedule;
+    char Part;
+    std::vector<ScheduleField> Fields;
+};
+
+/// The records of one row, put together before they are written.
+class RowRecords {
+public:
+    RowRecords(EcrRun& run, const ScheduleRecords& schedule) : run_(run), schedule_(schedule) {}
+
+    void Write(Currency line, std::span<const double> row, RowTexts texts) {
+        head_ = fmt::format("3{}{}  {}", schedule_.Schedule.Code, schedule_.Part, LineField(line));
+        lines_.clear();
+        const bool isUcm = schedule_.Schedule.HasUcm && line == kUnitCostMultiplier;
+        auto text = texts.begin();
+        for (const ScheduleField& field : schedule_.Fields) {
+            // A text that reads as a number is one.
+            const double amount = field.IsText ? NumOr(*text++) : row[field.Position];
+            if (amount != 0 && !std::isnan(amount)) Add(field, amount, isUcm || field.Ratio);
+        }
+        PrintPlainLines(run_.ECRFile, lines_);
     }
-}
+
+private:
+    void Add(const ScheduleField& field, double amount, bool ratio) {
+        lines_.append(head_).append(field.Column);
+        if (ratio)
+            lines_ += Fortran(amount, kRatio, " ", false);
+        else
+            AppendWhole(lines_, amount, kAmountWidth);
+        lines_ += kLineEnd;
+    }
+
+    EcrRun& run_;
+    const ScheduleRecords& schedule_;
+    std::string head_;
+    std::string lines_;
+};
 
 }  // namespace
 
@@ -68,14 +98,16 @@ Currency ScheduleColumn(std::string_view field, bool pooled) {
 }
 
 void ECR_Schedule(EcrRun& run, const ScheduleEmitter& schedule, std::string_view item) {
-    const std::vector<ScheduleField> fields = FieldsOf(schedule, item);
     // Worksheet E has no parts.
     const char part = schedule.Family == "E" ? '0' : item.back();
-    WalkRows(gDB, fmt::format("SELECT * From {} ORDER BY LineNum;", item),
-             [&](std::span<const Variant> row) {
-                 WriteRow(run, schedule, part, fields, row);
-                 TheStatus().DoEvents();
-             });
+    const ScheduleRecords records{schedule, part, FieldsOf(schedule, item)};
+    const TableCells& cells = CellsOf(gDB, item);
+    RowRecords row(run, records);
+    const std::vector<int> textFields = TextFieldsOf(records.Fields);
+    WalkLines(gDB, cells, textFields, [&](TableCells::Row at, RowTexts texts) {
+        row.Write(cells.Line(at), cells.Amounts(at), texts);
+        TheStatus().DoEvents();
+    });
 }
 
 }  // namespace zolmara

@@ -42,9 +42,12 @@ bool IsControl(char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; 
 /// True for a line that stands in the file as it is, which nearly every one does. All bytes are
 /// looked at, without a way out, so that many are looked at at once.
 bool IsPlainLine(std::string_view text) {
-    bool plain = true;
-    for (const char byte : text) plain = plain & (byte >= ' ') & (byte < '\x7f');
-    return plain;
+    unsigned char other = 0;
+    for (const char byte : text) {
+        const auto aboveBlank = static_cast<unsigned char>(byte - ' ');
+        other = other | static_cast<unsigned char>(aboveBlank > '~' - ' ');
+    }
+    return other == 0;
 }
 
 /// What a line of text is in the file.
@@ -53,7 +56,7 @@ std::string LineBytes(std::string_view text) {
     for (char& byte : bytes) {
         if (IsControl(byte)) byte = ' ';
     }
-    bytes += "\r\n";
+    bytes += kLineEnd;
     return bytes;
 }
 
@@ -85,14 +88,18 @@ void PrintLine(FileNumber file, std::string_view text) {
     OutFile& output = Opened(file);
     if (!IsPlainLine(text)) return output.Write(LineBytes(text));
     output.Write(text);
-    output.Write("\r\n");
+    output.Write(kLineEnd);
 }
+
+void PrintPlainLines(FileNumber file, std::string_view lines) { Opened(file).Write(lines); }
 
 void PrintPageChange(FileNumber file, std::string_view control) {
     OutFile& output = Opened(file);
     output.Write(control);
-    output.Write("\r\n");
+    output.Write(kLineEnd);
 }
+
+void OwnPrintFile::KeepDigest() const { Opened(number_).KeepDigest(); }
 
 void OwnPrintFile::Close() { ClosePrintFile(std::exchange(number_, FileNumber{0})); }
 

@@ -37,6 +37,13 @@ void DropPrintFile(FileNumber file) noexcept;
 /// worksheets begins a page. StoreError when the disk takes no more.
 void PrintLine(FileNumber file, std::string_view text = "");
 
+/// What stands at the end of every line.
+inline constexpr std::string_view kLineEnd = "\r\n";
+
+/// Writes lines that have their ends, of printable ASCII only: for whoever puts together many of
+/// them and knows what is in them.
+void PrintPlainLines(FileNumber file, std::string_view lines);
+
 /// Writes the control characters of a page change on a line of their own.
 void PrintPageChange(FileNumber file, std::string_view control);
 
@@ -50,6 +57,8 @@ public:
     OwnPrintFile& operator=(const OwnPrintFile&) = delete;
 
     FileNumber Number() const { return number_; }
+    /// The digest of what is printed is made; see OutFile.
+    void KeepDigest() const;
     void Close();
     /// The completed file, which is nobody's print file any more, to be put by whoever takes it.
     std::unique_ptr<OutFile> Release();

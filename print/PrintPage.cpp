@@ -34,18 +34,25 @@ void PrintIdentity(const PrintRun& run, bool approved) {
 }
 
 /// The user's own lines; blank ones take no place.
-void PrintHeaderLines(const PrintRun& run, std::int16_t& linesUsed) {
+std::vector<std::string> ReadHeaderLines() {
+    std::vector<std::string> lines;
     if (!gDB.HasTable("HeaderLines")) {
-        if (gDB.IsReadOnly()) return;
+        if (gDB.IsReadOnly()) return lines;
         Build_HeaderLines();
     }
     Recordset rows =
         gDB.OpenRecordset("SELECT * FROM HeaderLines Order By LineNum;", dbOpenSnapshot);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        if (IsBlankValue(rows["Linetext"])) continue;
-        PrintCentered(Text(rows["Linetext"]), run);
-        ++linesUsed;
-    }
+    for (; !rows.Eof(); rows.MoveNext())
+        if (!IsBlankValue(rows["Linetext"])) lines.push_back(Text(rows["Linetext"]));
+    return lines;
+}
+
+/// They are read with the first page of a report.
+void PrintHeaderLines(PrintRun& run, std::int16_t page, std::int16_t& linesUsed) {
+    if (page == 1 || !run.HeaderLines) run.HeaderLines = ReadHeaderLines();
+    const std::vector<std::string>& lines = *run.HeaderLines;
+    for (const std::string& line : lines) PrintCentered(line, run);
+    linesUsed = static_cast<std::int16_t>(linesUsed + lines.size());
 }
 
 void PrintWorksheetLine(const PrintRun& run, std::string_view label) {
@@ -86,7 +93,7 @@ void PrintPageHeader(PrintRun& run, std::string_view worksheetLabel, std::int16_
     PrintLine(run.File);
     PrintIdentity(run, worksheetLabel == "S");
     linesUsed = 7;
-    PrintHeaderLines(run, linesUsed);
+    PrintHeaderLines(run, pageNumber, linesUsed);
     PrintLine(run.File);
     PrintWorksheetLine(run, worksheetLabel);
     PrintLine(run.File);

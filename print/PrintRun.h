@@ -4,6 +4,9 @@
 // along to all that print.
 
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "print/PrintFile.h"
 
@@ -24,6 +27,9 @@ struct PrintRun {
     std::int16_t gPageCenter = 0;      ///< the centre column
     std::int16_t gPageLines = 0;       ///< lines before a break
     std::int16_t gPageOrientDone = 0;  ///< the orientation last written to the file; 0 none
+
+    /// The user's own lines in the page head, as they stood when the report began.
+    std::optional<std::vector<std::string>> HeaderLines = {};
 
     void SetPageLandscape();
     void SetPagePortrait();

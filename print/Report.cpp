@@ -19,12 +19,9 @@ constexpr int kSectionTab = 6;
 bool IsText(CellForm form) { return form == CellForm::Text || form == CellForm::Cut; }
 bool IsSummed(CellForm form) { return form == CellForm::Amount || form == CellForm::Ratio; }
 
-/// The texts of a cell, one a line.
+/// The lines of a text that goes on.
 std::vector<std::string> CellLines(const Variant& value, const CellLayout& cell) {
-    if (cell.Form == CellForm::Text) {
-        return CutAtWords(Trim(Replace(Text(value), "\r\n", " ")), cell.Width);
-    }
-    return {CellText(value, cell.Form, cell.Width)};
+    return CutAtWords(Trim(Replace(Text(value), "\r\n", " ")), cell.Width);
 }
 
 /// A number is aligned to the right end of its field, also where it is wider by one.
@@ -168,13 +165,17 @@ std::string CellText(const Variant& value, CellForm form, int width) {
 
 namespace {
 
+void PutText(TextLine& line, const std::string& text, const CellLayout& cell) {
+    const int tab = TabOf(cell, text);
+    IsSummed(cell.Form) ? line.AmountAt(tab, text) : line.At(tab, text);
+}
+
 void PutCell(std::vector<TextLine>& lines, const Variant& value, const CellLayout& cell) {
+    if (cell.Form != CellForm::Text)
+        return PutText(lines.front(), CellText(value, cell.Form, cell.Width), cell);
     const std::vector<std::string> texts = CellLines(value, cell);
     if (texts.size() > lines.size()) lines.resize(texts.size());
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const int tab = TabOf(cell, texts[i]);
-        IsSummed(cell.Form) ? lines[i].AmountAt(tab, texts[i]) : lines[i].At(tab, texts[i]);
-    }
+    for (std::size_t i = 0; i < texts.size(); ++i) PutText(lines[i], texts[i], cell);
 }
 
 }  // namespace
@@ -185,12 +186,11 @@ std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayo
     return TextsOf(lines);
 }
 
-std::vector<std::string> RowLines(std::span<const Variant> row, std::span<const int> positions,
-                                  std::span<const CellLayout> cells) {
+std::vector<TextLine> RowTextLines(std::span<const Variant> values,
+                                   std::span<const CellLayout> cells) {
     std::vector<TextLine> lines(1);
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        PutCell(lines, row[static_cast<std::size_t>(positions[i])], cells[i]);
-    return TextsOf(lines);
+    for (std::size_t i = 0; i < cells.size(); ++i) PutCell(lines, values[i], cells[i]);
+    return lines;
 }
 
 std::string RuleLine(std::span<const CellLayout> cells, char mark) {

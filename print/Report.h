@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "print/PrintPage.h"
+#include "print/TextFields.h"
 #include "store/Dao.h"
 
 namespace zolmara {
@@ -94,9 +95,9 @@ std::string CellText(const Variant& value, CellForm form, int width);
 
 /// A row's cells as one block of lines: as many as its longest text takes.
 std::vector<std::string> RowLines(const Recordset& row, std::span<const CellLayout> cells);
-/// The same of a row at hand, whose cells stand at these positions, one for each layout.
-std::vector<std::string> RowLines(std::span<const Variant> row, std::span<const int> positions,
-                                  std::span<const CellLayout> cells);
+/// The same of values at hand, one for each layout, for lines that go on.
+std::vector<TextLine> RowTextLines(std::span<const Variant> values,
+                                   std::span<const CellLayout> cells);
 
 /// The rules above or under the amounts.
 std::string RuleLine(std::span<const CellLayout> cells, char mark);

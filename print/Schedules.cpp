@@ -1,17 +1,18 @@
 // The schedules B to D-1, E, E-1 and F to F-2. Their columns follow the cost centers: as many stand
-// on a page as fit, and the pages of the next ones repeat the lines and their names. A schedule is
-// read once, however many pages across it has.
+// on a page as fit, and the pages of the next ones repeat the lines and their names. The amounts
+// are those in memory; names are read once, however many pages across a schedule has.
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "core/Globals.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
-#include "store/RowWalk.h"
+#include "store/CellWalk.h"
 #include "store/session/Session.h"
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/FormLines.h"
@@ -37,14 +38,15 @@ struct Column {
     Captions Heading;
 };
 
-/// A row, read: what its name columns say, in lines, and its amounts, one for each column.
+/// A row: where its amounts are, and what its name columns say, in lines.
 struct ScheduleRow {
+    TableCells::Row Row;
     Currency Line;
-    std::vector<std::string> Names;
-    std::vector<Variant> Amounts;
+    std::vector<TextLine> Names;
 };
 
 struct PrintedSchedule {
+    const TableCells& Cells;
     std::string Label;
     std::vector<std::string_view> Titles;
     std::vector<TotalLine> Totals;
@@ -129,22 +131,29 @@ void ReadHeadings(PrintedSchedule& schedule, const std::vector<FieldDef>& fields
     }
 }
 
-void TakeRow(PrintedSchedule& schedule, const NameColumns& names, std::span<const Variant> cells) {
-    ScheduleRow row{CurOr(cells[0]), RowLines(cells, names.Positions, names.Cells), {}};
-    row.Amounts.reserve(schedule.Columns.size());
-    for (const Column& column : schedule.Columns) row.Amounts.push_back(cells[column.Field]);
-    schedule.Rows.push_back(std::move(row));
+/// What the name columns of a row say. The first of them is its line, the others are texts.
+std::vector<TextLine> NamesOf(const TableCells& cells, TableCells::Row row, RowTexts texts,
+                              const NameColumns& names) {
+    std::vector<Variant> values;
+    values.reserve(names.Cells.size());
+    values.emplace_back();
+    if (!cells.IsNull(row, 0)) values.back() = cells.Line(row);
+    for (const std::string_view text : texts) values.emplace_back(text);
+    return RowTextLines(values, names.Cells);
 }
 
 PrintedSchedule ReadSchedule(std::string_view item) {
-    PrintedSchedule schedule{PrintedName(item), {}, TotalsOf(item), {}, {}, {}};
+    PrintedSchedule schedule{CellsOf(gDB, item), PrintedName(item), {}, TotalsOf(item), {}, {}, {}};
     const int part = PartIndex(item);
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
     const std::vector<FieldDef> fields = gDB.Table(item).Fields;
     const NameColumns names = NameColumnsOf(fields);
     ReadHeadings(schedule, fields, names, item);
-    WalkRows(gDB, fmt::format("Select * From {} Order by LineNum;", item),
-             [&](std::span<const Variant> row) { TakeRow(schedule, names, row); });
+    WalkLines(gDB, schedule.Cells, std::span(names.Positions).subspan(1),
+              [&](TableCells::Row row, RowTexts texts) {
+                  schedule.Rows.push_back(
+                      {row, schedule.Cells.Line(row), NamesOf(schedule.Cells, row, texts, names)});
+              });
     return schedule;
 }
 
@@ -175,56 +184,75 @@ std::string Rules(std::size_t columns, char mark) {
     return line.Text();
 }
 
-void PrintAmounts(TextLine& line, const ScheduleRow& row, std::size_t first, PageColumns columns) {
-    const bool unitCost = row.Line == kUnitCostMultiplier;
-    for (std::size_t k = 0; k < columns.size(); ++k) {
-        const CellForm form = unitCost ? CellForm::Ratio : columns[k].Form;
-        const std::string text = CellText(row.Amounts[first + k], form, kAmountWidth);
-        line.AmountAt(TabOf(k) + kAmountWidth - static_cast<int>(text.size()), text);
+void PutAmount(TextLine& line, int tab, double amount, CellForm form) {
+    if (std::isnan(amount)) return;
+    if (form == CellForm::Amount) {
+        line.AmountIn(tab, kAmountWidth, amount);
+        return;
     }
+    const std::string text = CellText(amount, form, kAmountWidth);
+    line.AmountAt(tab + kAmountWidth - static_cast<int>(text.size()), text);
 }
 
-void PrintRow(ReportPage& page, const ScheduleRow& row, const TotalLine* total, std::size_t first,
-              PageColumns columns) {
-    if (total && total->Above != ' ') page.Print(Rules(columns.size(), total->Above));
-    for (std::size_t i = 0; i < row.Names.size(); ++i) {
-        TextLine line;
-        line.At(1, row.Names[i]);
-        if (i == 0) PrintAmounts(line, row, first, columns);
-        page.Print(line.Text());
-    }
-    if (total && total->Under != ' ') page.Print(Rules(columns.size(), total->Under));
-}
+/// The pages of a schedule that stand side by side.
+class PagesAcross {
+public:
+    PagesAcross(ReportPage& page, const PrintedSchedule& schedule)
+        : page_(page), schedule_(schedule) {}
 
-/// All rows of the columns from `first` on that fit on a page.
-void PrintAcross(ReportPage& page, const PrintedSchedule& schedule, std::size_t first) {
-    const PageColumns columns =
-        PageColumns(schedule.Columns)
-            .subspan(first)
-            .first(std::min(ColumnsOnPage(page.Run), schedule.Columns.size() - first));
-    bool begun = false;
-    for (const ScheduleRow& row : schedule.Rows) {
-        const auto total = std::ranges::find_if(schedule.Totals, [&](const TotalLine& line) {
-            return row.Line == Currency::FromWhole(line.Line);
-        });
-        const bool isTotal = total != schedule.Totals.end();
-        if (!begun || page.IsFull(row.Names.size() + (isTotal ? 1 : 0))) {
-            page.Begin(schedule.Label, schedule.Titles);
-            PrintHeading(page, schedule, columns);
-            begun = true;
+    /// All rows of the columns from `first` on that fit on a page.
+    void Print(std::size_t first) {
+        columns_ = PageColumns(schedule_.Columns)
+                       .subspan(first)
+                       .first(std::min(ColumnsOnPage(page_.Run), schedule_.Columns.size() - first));
+        bool begun = false;
+        for (const ScheduleRow& row : schedule_.Rows) {
+            const TotalLine* const total = TotalOf(row);
+            if (!begun || page_.IsFull(row.Names.size() + (total ? 1 : 0))) {
+                page_.Begin(schedule_.Label, schedule_.Titles);
+                PrintHeading(page_, schedule_, columns_);
+                begun = true;
+            }
+            PrintRow(row, total);
         }
-        PrintRow(page, row, isTotal ? &*total : nullptr, first, columns);
     }
-}
+
+private:
+    const TotalLine* TotalOf(const ScheduleRow& row) const {
+        const auto found = std::ranges::find_if(schedule_.Totals, [&](const TotalLine& total) {
+            return row.Line == Currency::FromWhole(total.Line);
+        });
+        return found == schedule_.Totals.end() ? nullptr : &*found;
+    }
+
+    void PrintRow(const ScheduleRow& row, const TotalLine* total) {
+        if (total && total->Above != ' ') page_.Print(Rules(columns_.size(), total->Above));
+        line_ = row.Names.front();
+        const std::span<const double> amounts = schedule_.Cells.Amounts(row.Row);
+        const bool unitCost = row.Line == kUnitCostMultiplier;
+        for (std::size_t k = 0; k < columns_.size(); ++k)
+            PutAmount(line_, TabOf(k), amounts[columns_[k].Field],
+                      unitCost ? CellForm::Ratio : columns_[k].Form);
+        page_.Print(line_.Text());
+        for (std::size_t i = 1; i < row.Names.size(); ++i) page_.Print(row.Names[i].Text());
+        if (total && total->Under != ' ') page_.Print(Rules(columns_.size(), total->Under));
+    }
+
+    ReportPage& page_;
+    const PrintedSchedule& schedule_;
+    PageColumns columns_;
+    TextLine line_;  ///< takes one row after the other
+};
 
 void PrintSchedule(std::string_view item, PrintRun& run) {
     run.SetPageLandscape();
     RunReport(run, fmt::format("{}.prt", item), [&](PrintRun& open) {
         const PrintedSchedule schedule = ReadSchedule(item);
         ReportPage page(open);
+        PagesAcross pages(page, schedule);
         std::size_t first = 0;
         do {
-            PrintAcross(page, schedule, first);
+            pages.Print(first);
             first += ColumnsOnPage(open);
         } while (first < schedule.Columns.size());
     });

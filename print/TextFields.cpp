@@ -3,10 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 
 #include "core/Globals.h"
+#include "core/WholeDigits.h"
 
 namespace zolmara {
 namespace {
@@ -53,55 +52,38 @@ std::string PadLeft(const Variant& value, int width) {
     return std::string(MidText(text, length - Size(width) + 1));
 }
 
+namespace {
+
+/// A line of the form, with a subscript of two digits or none: no other line is keyed.
+bool IsFormLine(const Variant& value) {
+    constexpr std::int64_t kMost = 1000000;
+    return value.IsCurrency() && value.AsCurrency().Units() >= 0 &&
+           value.AsCurrency().Whole() < kMost &&
+           value.AsCurrency().Units() % kSubscriptStep.Units() == 0;
+}
+
+std::string FormLineText(Currency line) {
+    const std::int64_t subscript = line.Units() / kSubscriptStep.Units() % 100;
+    std::string text(fmt::format_int(line.Whole()).c_str());
+    if (subscript == 0) return text + "   ";
+    return text.append(
+        {'.', static_cast<char>('0' + subscript / 10), static_cast<char>('0' + subscript % 10)});
+}
+
+}  // namespace
+
 std::string FormatLineNum(const Variant& value, int width) {
+    if (IsFormLine(value)) return AlignRight(FormLineText(value.AsCurrency()), width);
     if (IsBlankValue(value)) return Blanks(Size(width));
     std::string text = IsNumeric(value) ? FormatNumber(NumOr(value), "0.00") : Text(value);
     if (text.ends_with(".00")) text.replace(text.size() - 3, 3, "   ");
     return AlignRight(text, width);
 }
 
-namespace {
-
-/// The largest number whose text shows every digit of it.
-constexpr double kAllDigits = 1e15;
-
-/// A whole number in "#,##0", which nearly every amount is, put together from its last digit on.
-class WholeText {
-public:
-    explicit WholeText(double whole) {
-        text_.fill(' ');
-        const fmt::format_int digits(static_cast<std::int64_t>(whole));
-        for (std::size_t left = digits.size(), put = 0; left > 0; ++put) {
-            const char sign = digits.data()[--left];
-            if (put > 0 && put % 3 == 0 && sign != '-') text_[--start_] = ',';
-            text_[--start_] = sign;
-        }
-    }
-
-    std::size_t Size() const { return text_.size() - start_; }
-    /// With blanks ahead of it up to the width.
-    std::string AlignedRight(std::size_t width) const {
-        const std::size_t size = std::min(std::max(width, Size()), text_.size());
-        return std::string(width > size ? width - size : 0, ' ')
-            .append(text_.data() + text_.size() - size, size);
-    }
-
-private:
-    std::array<char, 24> text_;
-    std::size_t start_ = text_.size();
-};
-
-bool IsWhole(const Variant& value) {
-    return value.IsDouble() && std::trunc(value.AsDouble()) == value.AsDouble() &&
-           std::abs(value.AsDouble()) < kAllDigits;
-}
-
-}  // namespace
-
 std::string FormatAmount(const Variant& value, int width) {
-    if (IsWhole(value)) {
-        const WholeText whole(value.AsDouble());
-        if (whole.Size() <= Size(width) + 1) return whole.AlignedRight(Size(width));
+    if (value.IsDouble() && IsWholeNumber(value.AsDouble())) {
+        const WholeDigits digits(value.AsDouble(), Thousands::Commas);
+        if (digits.Size() <= Size(width) + 1) return AlignRight(digits.Text(), width);
     }
     const std::string text = FormatNumber(value, "#,##0");
     if (text.size() <= Size(width) + 1) return text.empty() ? text : AlignRight(text, width);
@@ -154,6 +136,20 @@ TextLine& TextLine::AmountAt(int column, std::string_view text) {
     const bool touches = !text.empty() && text.front() != ' ' && length_ == Size(column - 1);
     if (touches && !text_.empty() && text_.back() != ' ') MoveLeft();
     return At(column, text);
+}
+
+TextLine& TextLine::AmountIn(int tab, int width, double amount) {
+    if (IsWholeNumber(amount)) {
+        const WholeDigits digits(amount, Thousands::Commas);
+        const std::size_t start = Size(tab + width - 1) - digits.Size();
+        if (digits.Size() <= Size(width) && length_ < start) {
+            text_.append(start - length_, ' ').append(digits.Text());
+            length_ = start + digits.Size();
+            return *this;
+        }
+    }
+    const std::string text = FormatAmount(amount, width);
+    return AmountAt(tab + width - static_cast<int>(text.size()), text);
 }
 
 }  // namespace zolmara

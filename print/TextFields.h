@@ -46,6 +46,9 @@ public:
     /// the amount before it, and the two would read as one: what stands before it moves to the left
     /// by one, where there are blanks to give.
     TextLine& AmountAt(int column, std::string_view text);
+    /// Puts what FormatAmount gives for a number into the field at a tab, at its right end, by
+    /// AmountAt.
+    TextLine& AmountIn(int tab, int width, double amount);
     const std::string& Text() const { return text_; }
 
 private:

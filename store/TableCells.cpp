@@ -55,6 +55,12 @@ std::optional<TableCells::Row> TableCells::RowOn(Currency line) const {
     return *found;
 }
 
+std::optional<TableCells::Row> TableCells::RowWithId(std::int64_t rowid) const {
+    const auto found = std::ranges::lower_bound(rowids_, rowid);
+    if (found == rowids_.end() || *found != rowid) return std::nullopt;
+    return static_cast<Row>(found - rowids_.begin());
+}
+
 double TableCells::Amount(Row row, int position) const {
     const double amount = CellsOf(row)[position];
     return std::isnan(amount) ? 0 : amount;
@@ -142,15 +148,13 @@ void TableCells::PutInOrder() {
 void TableCells::ReadDirtyRows(Database::Impl& db) {
     SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " WHERE rowid=?1");
     for (const std::int64_t rowid : dirty_) {
-        const auto found = std::ranges::lower_bound(rowids_, rowid);
-        const bool known = found != rowids_.end() && *found == rowid;
+        const std::optional<Row> row = RowWithId(rowid);
         select.BindInteger(1, rowid);
-        if (!known || !select.Step(Name())) return Load(db);
-        const Row row = static_cast<Row>(found - rowids_.begin());
-        const Currency line = lines_[row];
-        Take(select, row);
+        if (!row || !select.Step(Name())) return Load(db);
+        const Currency line = lines_[*row];
+        Take(select, *row);
         select.Reset();
-        if (lines_[row] != line) return Load(db);
+        if (lines_[*row] != line) return Load(db);
     }
     dirty_.clear();
 }

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +63,12 @@ public:
     double SumBelow(int position, Currency below) const {
         return Sum(position, [&](Currency line) { return line < below; });
     }
+    /// All numbers of a row, by position; Null is no number.
+    std::span<const double> Amounts(Row row) const { return {CellsOf(row), width_}; }
+    /// The row that the store knows by this number.
+    std::optional<Row> RowWithId(std::int64_t rowid) const;
+    /// False once somebody has written to the table: ask for the cells anew.
+    bool AreCurrent() const { return IsInStep() && dirty_.empty(); }
     /// True where a text of the table may hold a line break.
     bool HasLineBreaks() const { return lineBreaks_; }
 

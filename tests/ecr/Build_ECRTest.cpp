@@ -495,6 +495,13 @@ TEST_F(EcrByLibrary, ALibraryThatComplainsIsToldAndTheBuildGoesOn) {
     EXPECT_GE(host.IndexOf("ShowCopy2Floppy: " + ecr), 0);
 }
 
+TEST_F(EcrByLibrary, AFingerprintWithMuchBehindItIsFound) {
+    library.SetMode("early");
+    Build_ECR();
+    EXPECT_EQ(library.Calls().size(), 2u);
+    EXPECT_EQ(StartingWith(Pi(), "***FINGERPRINT of the test").size(), 1u);
+}
+
 TEST_F(EcrByLibrary, TheThirdTryMayStillSeal) {
     library.SetMode("third image");
     Build_ECR();

@@ -81,6 +81,16 @@ TEST_F(ScheduleRecords, LinesAndColumnsWithSubscripts) {
                      "3D100001    1 1  999" + Amount("12")}));
 }
 
+/// Columns of E-1 are counted from behind the component's name, so that its number is among them.
+TEST_F(ScheduleRecords, AComponentNumberThatReadsAsANumberIsAColumnOfE1) {
+    Clear("E1p1");
+    AddRow("E1p1", 1.5, {{"Col_0", "140001"}, {"Col_1", 7}});
+    AddRow("E1p1", 1.6, {{"Col_0", "14-0001"}, {"Col_1", 8}});
+    EXPECT_EQ(RecordsOf("E1p1"),
+              (Lines{"3E100001    150  0  " + Amount("140001"),
+                     "3E100001    150  1  " + Amount("7"), "3E100001    160  1  " + Amount("8")}));
+}
+
 TEST_F(ScheduleRecords, LinesInTheirOrder) {
     Clear("Fp1");
     AddRow("Fp1", 2, {{"Col_1", 2}});

@@ -97,6 +97,18 @@ TEST_F(PrintPageTest, HeaderLinesStandInTheHeadAndBlankOnesTakeNoPlace) {
     EXPECT_EQ(used, 12);
 }
 
+TEST_F(PrintPageTest, HeaderLinesOfAReportAreThoseOfItsFirstPageAndTheNextReportReadsThem) {
+    run.SetPageLandscape();
+    const auto first = "UPDATE HeaderLines SET LineText='First' WHERE LineNum=1;";
+    const auto second = "UPDATE HeaderLines SET LineText='Second' WHERE LineNum=1;";
+    gDB.Execute(first);
+    EXPECT_EQ(Trim(Head("A").at(7)), "First");
+    gDB.Execute(second);
+    EXPECT_EQ(Trim(Head("A").at(7)), "First");
+    page = 0;
+    EXPECT_EQ(Trim(Head("A").at(7)), "Second");
+}
+
 TEST_F(PrintPageTest, AnEmptyHeaderLinesTableLeavesTheHeadWithTenLines) {
     gDB.Execute("DELETE * FROM HeaderLines;");
     run.SetPageLandscape();

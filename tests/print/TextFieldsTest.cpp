@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
+
 #include "core/Globals.h"
 #include "print/TextFields.h"
 
@@ -20,6 +22,13 @@ TEST(FormatLineNum, NullAndEmptyGiveBlanks) {
     EXPECT_EQ(FormatLineNum(Variant(), 6), "      ");
     EXPECT_EQ(FormatLineNum("", 6), "      ");
     EXPECT_EQ(FormatLineNum(Variant(), 0), "");
+}
+
+TEST(FormatLineNum, ALineLooksTheSameAsANumberAndAsAKey) {
+    for (const double line : {0.0, 0.01, 0.99, 1.1, 9.05, 96.99, 999.0, 12345.67, 999999.99,
+                              1000000.5, 1.0001, 1.005, -1.01, 1e11})
+        EXPECT_EQ(FormatLineNum(Currency(line), 6), FormatLineNum(line, 6)) << line;
+    EXPECT_EQ(FormatLineNum(Currency(7.1), 6), "  7.10");
 }
 
 TEST(FormatLineNum, ZeroIsALineNumberAndNullIsNot) { EXPECT_EQ(FormatLineNum(0, 6), "  0   "); }
@@ -177,6 +186,28 @@ TEST(TextLine, AnAmountThatFitsMovesNothing) {
 
 TEST(TextLine, WithoutRoomAnAmountStandsWhereItDoes) {
     EXPECT_EQ(TextLine().At(1, "abc").AmountAt(4, "1,234").Text(), "abc1,234");
+}
+
+RC_GTEST_PROP(TextLine, AnAmountInAFieldStandsAsItsTextDoes, ()) {
+    TextLine one;
+    TextLine other;
+    one.At(1, "Rent");
+    other.At(1, "Rent");
+    for (int k = 0, tab = *rc::gen::inRange(1, 9); k < 9; ++k, tab += 13) {
+        const int digits = *rc::gen::inRange(0, 18);
+        double amount = *rc::gen::inRange(-9999, 9999) * std::pow(10.0, digits - 4);
+        if (*rc::gen::inRange(0, 3) > 0) amount = std::trunc(amount);
+        const std::string text = FormatAmount(amount, 12);
+        one.AmountAt(tab + 12 - static_cast<int>(text.size()), text);
+        other.AmountIn(tab, 12, amount);
+        RC_ASSERT(other.Text() == one.Text());
+    }
+}
+
+TEST(TextLine, AnAmountInAFieldStandsAtItsRightEnd) {
+    EXPECT_EQ(TextLine().At(1, "Rent").AmountIn(6, 12, -1234567).AmountIn(19, 12, 0).Text(),
+              "Rent" + Blanks(3) + "-1,234,567" + Blanks(12) + "0");
+    EXPECT_EQ(TextLine().At(1, "abcdef").AmountIn(4, 5, 12345).Text(), "abcdef12,345");
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
-#include <QTest>
 #include <QTimer>
 #include <cstdlib>
 
@@ -70,17 +69,6 @@ TEST_F(RealDialogs, ABoxHasTheIconTheButtonsAndTheDefaultOfItsStyle) {
 TEST_F(RealDialogs, EscapeIsCancelWhereThereIsOne) {
     WhenOpen<QMessageBox>([](QMessageBox* box) { box->reject(); });
     EXPECT_EQ(desktop.MsgBox("One", kYesNoCancel, ""), kCancel);
-}
-
-TEST_F(RealDialogs, ALetterAnswersABoxAtOnce) {
-    for (const auto modifiers : {Qt::NoModifier, Qt::AltModifier}) {
-        WhenOpen<QMessageBox>([&](QMessageBox* box) {
-            ASSERT_TRUE(QTest::qWaitForWindowActive(box, 120'000));
-            QTest::keyPress(box, Qt::Key_N, modifiers);
-            EXPECT_FALSE(box->isVisible());
-        });
-        EXPECT_EQ(desktop.MsgBox("One", kYesNoCancel, ""), kNo);
-    }
 }
 
 TEST_F(RealDialogs, ABoxWithoutATitleHasTheProgramsName) {

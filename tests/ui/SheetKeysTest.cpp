@@ -182,31 +182,6 @@ TEST_F(SheetKeys, CtrlDFillsDown) {
     EXPECT_TRUE(Boxes.empty());
 }
 
-TEST_F(SheetKeys, WhatIsTypedRightBehindTheLetterOfAddGoesIntoTheNewLine) {
-    auto* a6 = Sheet("edit", "A6");
-    At(a6, 1, "Col_1");
-    const std::string before = Stored("A6", 1, "Col_1");
-    const int rows = a6->Model().rowCount();
-    Press(Qt::Key_A, Qt::AltModifier);
-    Type("Rent");
-    Press(Qt::Key_Tab);
-    ASSERT_EQ(a6->Model().rowCount(), rows + 1);
-    EXPECT_EQ(Stored("A6", 1, "Col_1"), before);
-    const int row = a6->Grid().currentIndex().row();
-    EXPECT_NE(a6->Model().Line(row), Currency(1));
-    EXPECT_EQ(S(a6->Model().Shown(row, a6->Form().ColumnOf("Col_1"))), "Rent");
-}
-
-TEST_F(SheetKeys, AButtonsLetterThatIsHeldDownPressesItOnce) {
-    auto* a6 = Sheet("edit", "A6");
-    At(a6, 1, "Col_1");
-    const int rows = a6->Model().rowCount();
-    Press(Qt::Key_A, Qt::AltModifier);
-    for (int i = 0; i < 5; ++i)
-        QTest::simulateEvent(a6->windowHandle(), true, Qt::Key_A, Qt::AltModifier, "a", true);
-    EXPECT_EQ(a6->Model().rowCount(), rows + 1);
-}
-
 TEST_F(SheetKeys, CtrlFFindsInTheWindowAndEscapeLeavesTheBar) {
     auto* a = Sheet("edit", "A");
     At(a, 1, "Col_1");

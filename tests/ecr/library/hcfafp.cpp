@@ -51,6 +51,7 @@ extern "C" std::int32_t HcfaFp(char* path, char* text, std::int32_t* reserved, s
     if (Seals(mode, *kind)) {
         std::ofstream file(path, std::ios::binary | std::ios::app);
         file << (*kind == 1 ? "***FINGERPRINT of the test" : "4 of the test") << "\r\n";
+        if (mode == "early") file << std::string(100000, '*') << "\r\n";
     }
     std::memset(path, 'x', kPathBuffer);
     return mode == "refuse" || mode == "complain" ? 7 : 0;
