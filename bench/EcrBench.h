@@ -8,8 +8,8 @@
 namespace zolmara::bench {
 
 /// The electronic report of the open statement, and both files with their seals, against writing
-/// the same bytes plainly, and against raw SQLite reading the same tables. The files go to the
-/// folder.
+/// the same bytes plainly and durably, the digests of these bytes, and raw SQLite reading the same
+/// tables. The files go to the folder.
 void BenchEcr(const std::string& folder);
 
 /// The whole form into print file and PDF file, and how much memory the process had taken ahead of

@@ -1,11 +1,8 @@
 #include "ui/main/Buttons.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QShortcut>
-#include <QToolButton>
 
 #include "ui/main/Guard.h"
 #include "ui/main/QtHost.h"
@@ -74,53 +71,6 @@ void PressOnReturn(QWidget* form, QPushButton* button) {
                          [form, button] { PressFocused(form, button); });
     }
     button->setDefault(true);
-}
-
-// --- Letters -------------------------------------------------------------------------------
-
-namespace {
-
-bool PressByShortcut(QObject* watched, const QShortcutEvent& shortcut) {
-    auto* const button = qobject_cast<QAbstractButton*>(watched);
-    // A letter of two buttons goes from one to the other, and a tool button may have a menu.
-    if (!button || shortcut.isAmbiguous() || qobject_cast<QToolButton*>(watched)) return false;
-    // A key that is held down adds one line, and not as many as it repeats.
-    button->setShortcutAutoRepeat(shortcut.shortcutId(), false);
-    if (button->isCheckable() && (button->focusPolicy() & Qt::ClickFocus)) button->setFocus();
-    button->click();
-    return true;
-}
-
-/// In a box the letter alone is enough.
-bool PressInBox(QObject* watched, const QKeyEvent& key) {
-    auto* const box = qobject_cast<QMessageBox*>(watched);
-    if (!box || (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)))
-        return false;
-    for (QAbstractButton* button : box->buttons()) {
-        const QKeySequence letter = button->shortcut();
-        if (letter.isEmpty() || letter[0].key() != key.key()) continue;
-        button->click();
-        return true;
-    }
-    return false;
-}
-
-class LetterFilter : public QObject {
-public:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Shortcut)
-            return PressByShortcut(watched, *static_cast<QShortcutEvent*>(event));
-        if (event->type() == QEvent::KeyPress)
-            return PressInBox(watched, *static_cast<QKeyEvent*>(event));
-        return false;
-    }
-};
-
-}  // namespace
-
-void PressAtOnce() {
-    static LetterFilter filter;
-    qApp->installEventFilter(&filter);
 }
 
 }  // namespace zolmara::ui

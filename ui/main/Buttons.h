@@ -24,9 +24,4 @@ void TakesReturn(QPushButton* button);
 /// Return in any field does what a button does; on another button it presses that one.
 void PressOnReturn(QWidget* form, QPushButton* button);
 
-/// From here on a button acts at once when its letter is keyed, in every window and box. The
-/// toolkit would show it pressed for a tenth of a second first, and what a fast typist keys
-/// meanwhile would go into the window as it was.
-void PressAtOnce();
-
 }  // namespace zolmara::ui

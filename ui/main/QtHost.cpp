@@ -14,7 +14,6 @@
 #include "store/session/Session.h"
 #include "ui/dialogs/frmCopy2Floppy.h"
 #include "ui/dialogs/frmViewError.h"
-#include "ui/main/Buttons.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/Done.h"
 #include "ui/main/Guard.h"
@@ -40,7 +39,6 @@ QtHost::QtHost(Settings settings, std::string programFolder)
       settings_(std::move(settings)),
       programFolder_(std::move(programFolder)) {
     theHost = this;
-    PressAtOnce();
 }
 
 QtHost::~QtHost() {
