@@ -4,6 +4,7 @@
 
 #include "SheetTest.h"
 #include "calc/Calc_All.h"
+#include "ui/main/Guard.h"
 #include "ui/tools/EntryCalculation.h"
 
 namespace zolmara::ui {
@@ -51,6 +52,22 @@ TEST_F(EntryCalculationTest, EachSavedRowCalculatesAndOpenViewsFollow) {
     EXPECT_TRUE(Boxes.empty());
     EXPECT_NE(Status(a).find("Calculated"), std::string::npos);
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
+}
+
+TEST_F(EntryCalculationTest, ARunWaitsForTheEndOfACommand) {
+    // A new column of a cost center lets the windows breathe while its tables are made anew.
+    Switch()->trigger();
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
+    const double total = NumOr(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum = 100;"));
+    gDB.Execute("UPDATE A SET Col_1 = Col_1 + 10 WHERE LineNum = 12;");
+    Guarded([&] {
+        EntryCalculation::RowSaved();
+        Wait(5);
+        EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total));
+        EXPECT_TRUE(EntryCalculation::IsDue());
+    });
+    ASSERT_TRUE(WaitFor([] { return !EntryCalculation::IsDue(); }));
+    EXPECT_EQ(Stored("A", 100, "Col_1"), NumberText(total + 10));
 }
 
 TEST_F(EntryCalculationTest, TheRunKeepsCellSelectionScrollAndOpenEditor) {

@@ -455,6 +455,24 @@ TEST_F(SheetWindow, CostCentersAreEditedWithNoOtherWorksheetOpen) {
     EXPECT_FALSE(Enabled("mnuViewOpen"));
 }
 
+TEST_F(SheetWindow, AFormIsBlockedWhileALineIsAdded) {
+    auto* ccs = Sheet("edit", "CCs");
+    At(ccs, 30, "CCName");
+    bool enabled = true;
+    OnBox = [&] { enabled = ccs->isEnabled(); };
+    Answers = {kNo};
+    Button(ccs, "cmdAdd")->click();
+    OnBox = {};
+    EXPECT_FALSE(enabled) << "while the question stood";
+    EXPECT_TRUE(ccs->isEnabled());
+    EXPECT_EQ(Current(ccs), "30.01 CCName");
+    EXPECT_EQ(ccs->focusWidget(), &ccs->Grid());
+    Type("Contracting");
+    Press(Qt::Key_Return);
+    ASSERT_TRUE(ccs->CommitGrid());
+    EXPECT_EQ(Stored("CostCenters", 30.01, "CCName"), "Contracting") << "keys go on in the grid";
+}
+
 TEST_F(SheetWindow, ACostCenterIsAddedNamedAndDeletedInItsWindow) {
     auto* ccs = Sheet("edit", "CCs");
     At(ccs, 12, "CCName");

@@ -10,6 +10,7 @@
 #include "store/PlainWords.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
+#include "ui/main/Guard.h"
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/StatementWatch.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr const char* kSection = "Windows";
 constexpr const char* kKey = "CalculateAfterEntry";
+constexpr int kMoment = 20;  ///< milliseconds
 QString note;
 qint64 lastRun = 0;
 
@@ -70,6 +72,8 @@ void Run() {
     // A box or a long step stands in the way: later.
     if (TheQtHost().InLongStep() || QApplication::activeModalWidget())
         return Timer().start(ThePace().Pause);
+    // A command that lets the windows breathe may have tables in the making.
+    if (CommandAtWork()) return Timer().start(kMoment);
     try {
         // The figures come and go with the entry that brought them.
         TheActs().RunJoined(Calculate);

@@ -56,6 +56,13 @@ private:
     QPointer<QWidget> form_;
 };
 
+/// A form takes no keys while its lines are moved: the work lets the windows breathe.
+template <class Work>
+LineOutcome InBlocked(QWidget* form, const Work& work) {
+    const Blocked blocked(form);
+    return work();
+}
+
 /// A block and all that follows from it on other worksheets go to the disk at once.
 template <class Work>
 BlockResult InOneAct(const std::string& name, const Work& work) {
@@ -291,8 +298,8 @@ void frmWorksheet::Recalculate() {
 
 void frmWorksheet::AddLine() {
     if (!CommitGrid()) return;
-    const auto form = model_.SharedForm();
-    const LineOutcome outcome = AddFormLine(*form, CurrentLine());
+    const LineOutcome outcome =
+        InBlocked(this, [&] { return AddFormLine(*model_.SharedForm(), CurrentLine()); });
     if (outcome.Changed) SetGrd();
     if (outcome.Line) {
         GoToLine(*outcome.Line);
@@ -308,7 +315,8 @@ void frmWorksheet::AddLine() {
 void frmWorksheet::DeleteLines() {
     if (!CommitGrid()) return;
     const std::vector<Currency> selected = SelectedLines();
-    const LineOutcome outcome = DeleteFormLines(*model_.SharedForm(), CurrentLine(), selected);
+    const LineOutcome outcome = InBlocked(
+        this, [&] { return DeleteFormLines(*model_.SharedForm(), CurrentLine(), selected); });
     if (outcome.Changed) SetGrd();
     if (outcome.Line) GoToLine(*outcome.Line);
     grd_->setFocus();
