@@ -84,6 +84,7 @@ private:
     bool Field(std::string& name) {
         // A constraint of the table begins where a field would.
         if (SeeOneOf(kConstraints) || See("FOREIGN")) return false;
+        written_ = tokens_.Written();
         if (!TakeName(name)) return false;
         std::string type;
         if (!Type(type)) return false;
@@ -129,15 +130,20 @@ private:
     /// The check that the store lays down for a field of the type: as the store writes it, or token
     /// by token.
     bool OwnCheck(const std::string& name, const std::string& type) {
-        const std::string own = FieldCheck(FieldOfType(name, type));
+        const FieldDef field = FieldOfType(name, type);
+        if (const auto letters = SizeOfCheck(tokens_.Rest(), written_, field); letters > 0) {
+            tokens_.Pass(letters);
+            return true;
+        }
+        const std::string own = FieldCheck(field);
         if (own.empty()) return false;
-        if (tokens_.Pass(own)) return true;
         for (SchemaTokens expected(own); !expected.AtEnd(); expected.Next(), tokens_.Next())
             if (AtEnd() || !SameText(tokens_.Now().Plain(), expected.Now().Plain())) return false;
         return true;
     }
 
     SchemaTokens tokens_;
+    std::string_view written_;  ///< the name of the present field
 };
 
 // --- The schema of an open file

@@ -32,16 +32,16 @@ std::size_t EndOf(std::string_view sql, std::size_t at, Belongs belongs) {
 
 }  // namespace
 
-bool SchemaToken::Is(std::string_view text) const {
-    return (What == Kind::Word || What == Kind::Symbol) && Text.size() == text.size() &&
-           std::ranges::equal(Text, text, {}, Capital, Capital);
+bool SchemaToken::SameLetters(std::string_view text) const {
+    return std::ranges::equal(Text, text, {}, Capital, Capital);
 }
 
 std::string SchemaToken::Plain() const {
+    if (Doubled == '\0') return std::string(Text);
     std::string plain;
     for (std::size_t i = 0; i < Text.size(); ++i) {
         plain += Text[i];
-        if (Doubled != '\0' && Text[i] == Doubled) ++i;
+        if (Text[i] == Doubled) ++i;
     }
     return plain;
 }
@@ -59,11 +59,9 @@ void SchemaTokens::Next() {
     Take(kSymbols.find(c) == std::string_view::npos ? Kind::Strange : Kind::Symbol, start_ + 1);
 }
 
-bool SchemaTokens::Pass(std::string_view text) {
-    if (!sql_.substr(start_).starts_with(text)) return false;
-    end_ = start_ + text.size();
+void SchemaTokens::Pass(std::size_t letters) {
+    end_ = start_ + letters;
     Next();
-    return true;
 }
 
 void SchemaTokens::Take(Kind what, std::size_t end) {

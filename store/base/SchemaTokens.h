@@ -16,9 +16,15 @@ struct SchemaToken {
 
     /// A word or symbol of the language; a quoted name is none. The language has no letters beyond
     /// ASCII.
-    bool Is(std::string_view text) const;
+    bool Is(std::string_view text) const {
+        return (What == Kind::Word || What == Kind::Symbol) && Text.size() == text.size() &&
+               SameLetters(text);
+    }
     bool IsName() const { return What == Kind::Word || What == Kind::Quoted; }
     std::string Plain() const;
+
+private:
+    bool SameLetters(std::string_view text) const;
 };
 
 /// Walks a statement. A comment, a quote that is not closed, or a letter that belongs to nothing is
@@ -31,9 +37,11 @@ public:
     bool AtEnd() const { return start_ == sql_.size(); }
     const SchemaToken& Now() const { return now_; }
     void Next();
-    /// Where the statement goes on with a text, letter by letter from the present token on, passes
-    /// that and is true. The text ends where a token does.
-    bool Pass(std::string_view text);
+    /// The present token as it is written, and the statement from there on.
+    std::string_view Written() const { return sql_.substr(start_, end_ - start_); }
+    std::string_view Rest() const { return sql_.substr(start_); }
+    /// Passes so many letters of the rest, which end where a token does.
+    void Pass(std::size_t letters);
 
 private:
     void Take(SchemaToken::Kind what, std::size_t end);

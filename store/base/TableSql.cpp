@@ -36,7 +36,7 @@ void ReadDeclaredType(std::string_view declared, FieldDef& field) {
     const auto word = declared.substr(0, bracket);
     field.Type = FieldType::dbMemo;
     for (const auto& type : kDeclaredTypes)
-        if (SameText(word, type.Word)) field.Type = type.Type;
+        if (word.size() == type.Word.size() && SameText(word, type.Word)) field.Type = type.Type;
     if (bracket != std::string_view::npos)
         std::from_chars(declared.data() + bracket + 1, declared.data() + declared.size(),
                         field.Size);
@@ -83,6 +83,22 @@ std::string FieldCheck(const FieldDef& field) {
             check += c;
     }
     return check;
+}
+
+std::size_t SizeOfCheck(std::string_view text, std::string_view name, const FieldDef& field) {
+    std::size_t at = 0;
+    const auto pass = [&](std::string_view part) {
+        if (!text.substr(at).starts_with(part)) return false;
+        at += part.size();
+        return true;
+    };
+    for (const char c : CheckOf(field.Type)) {
+        const bool passed = c == '@'   ? pass(name)
+                            : c == '#' ? pass(std::to_string(field.Size))
+                                       : pass({&c, 1});
+        if (!passed) return 0;
+    }
+    return at;
 }
 
 std::string FieldDeclaration(const FieldDef& field) {

@@ -14,6 +14,9 @@ std::string Quoted(std::string_view name);
 
 /// The check that keeps out of a field what its type cannot hold; empty where it holds everything.
 std::string FieldCheck(const FieldDef& field);
+/// The size of that check where a text begins with it, with the field's name as it is given; 0
+/// where it does not.
+std::size_t SizeOfCheck(std::string_view text, std::string_view name, const FieldDef& field);
 /// The declaration of a field with its type and its check.
 std::string FieldDeclaration(const FieldDef& field);
 std::string CreateTableSql(const TableDef& table);
