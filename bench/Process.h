@@ -19,6 +19,9 @@ void InChild(const std::function<void()>& work);
 /// The most memory that this process has had.
 long PeakKilobytes();
 
+/// How many calls that write this process has made.
+long WritingCalls();
+
 /// The shortest of several runs, in seconds: on a shared machine what the others took is least in
 /// it. The CPU of programs that were started counts in.
 struct Least {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <functional>
 #include <limits>
 #include <set>
@@ -150,6 +151,39 @@ void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& chang
             update.Step();
             sqlite3_reset(update.get());
         }
+    }
+    file.Run("COMMIT");
+}
+
+void CopyTablesTwice(const std::string& path, const std::vector<std::string_view>& tables) {
+    RawFile file(path);
+    file.Run("BEGIN IMMEDIATE");
+    for (const auto table : tables) {
+        file.Run(fmt::format("CREATE TABLE copy1 AS SELECT * FROM {}", table));
+        file.Run(fmt::format("DROP TABLE {}", table));
+        file.Run(fmt::format("CREATE TABLE {} AS SELECT * FROM copy1", table));
+        file.Run("DROP TABLE copy1");
+        file.Run(fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} (LineNum)", table));
+    }
+    file.Run("COMMIT");
+}
+
+void InsertLines(const std::string& path, const std::string& text) {
+    RawFile file(path);
+    file.Run("BEGIN IMMEDIATE; CREATE TABLE lines (WorkSheet, Row REAL, Col REAL, Contents)");
+    RawStatement insert(file.handle(), "INSERT INTO lines VALUES (?,?,?,?)");
+    std::ifstream source(text, std::ios::binary);
+    for (std::string line; std::getline(source, line);) {
+        std::size_t start = 0;
+        for (int field = 1; field <= 4; ++field) {
+            const std::size_t end = field == 4 ? line.size() : line.find('\t', start);
+            if (end == std::string::npos) throw std::runtime_error("no line of four: " + line);
+            sqlite3_bind_text(insert.get(), field, line.data() + start,
+                              static_cast<int>(end - start), SQLITE_STATIC);
+            start = end + 1;
+        }
+        insert.Step();
+        sqlite3_reset(insert.get());
     }
     file.Run("COMMIT");
 }

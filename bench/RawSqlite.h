@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zolmara::bench {
@@ -48,5 +49,11 @@ using Reads = std::function<int(const std::string& table)>;
 /// Reads the tables so often and writes the changes in one durable transaction.
 void ReadAndWrite(const std::string& path, const std::vector<ChangedRows>& changes,
                   const Reads& reads);
+
+/// Copies each table twice in one durable transaction, as the place of a column demands.
+void CopyTablesTwice(const std::string& path, const std::vector<std::string_view>& tables);
+/// Puts each line of a text file, with four fields between tabs, into a table of a database that
+/// is made for it, in one durable transaction.
+void InsertLines(const std::string& path, const std::string& text);
 
 }  // namespace zolmara::bench

@@ -20,20 +20,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 3;
+constexpr int kRuns = 5;
+constexpr int kCommandRuns = 9;
 
-/// The same tables copied twice, as a column's place demands.
-void CopyTablesTwice(const std::string& path, const std::vector<std::string_view>& tables) {
-    RawFile file(path);
-    file.Run("BEGIN IMMEDIATE");
-    for (const auto table : tables) {
-        file.Run(fmt::format("CREATE TABLE copy1 AS SELECT * FROM {}", table));
-        file.Run(fmt::format("DROP TABLE {}", table));
-        file.Run(fmt::format("CREATE TABLE {} AS SELECT * FROM copy1", table));
-        file.Run("DROP TABLE copy1");
-        file.Run(fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} (LineNum)", table));
-    }
-    file.Run("COMMIT");
+void ReportBoth(const std::string& what, const Least& took, const Least& raw,
+                const std::string& folder) {
+    Report(what, took.Wall, "raw SQLite, the tables twice", raw.Wall, folder);
+    Report(what + ", CPU", took.Cpu, "raw SQLite, the tables twice", raw.Cpu, folder);
 }
 
 /// Subscripts of the lines from 9 on.
@@ -46,24 +39,36 @@ void WriteNewCenters(const std::string& path, int count) {
 void BenchNewCenters(const std::string& folder,
                      const std::function<void(const std::string&)>& makeNew) {
     const std::string text = folder + "/centers.txt";
+    const std::string crf = folder + "/centers.CRF";
     for (const int count : {25, 100, 200, 400, 800}) {
         WriteNewCenters(text, count);
         const Least least = LeastOf(
             kRuns,
             [&] {
                 DropCrf();
-                makeNew(folder + "/centers.CRF");
+                makeNew(crf);
             },
             [&] { ImportAsciiFile(text); });
-        Report(fmt::format("import of {} new cost centers, CPU", count), least.Cpu,
-               fmt::format("{:.0f} microseconds each", least.Cpu * 1e6 / count), folder);
+        DropCrf();
+        const auto tables = TablesWithColumn(Currency(9));
+        const Least raw = LeastOf(
+            1, [] {}, [&] { CopyTablesTwice(crf, tables); });
+        ReportBoth(fmt::format("import of {} new cost centers", count), least, raw, folder);
     }
-    DropCrf();
+}
+
+/// With the program's start and the opening of the file.
+void BenchDeleteCommand(const std::string& work, const std::string& cli, Currency line,
+                        const std::function<void()>& copy, const Least& raw) {
+    const auto command = fmt::format("{} cc delete {} {} >/dev/null 2>&1", Quoted(cli),
+                                     Quoted(work), NumberText(line));
+    const Least least = LeastOf(kCommandRuns, copy, [&] { RunCommand(command); });
+    ReportBoth("the command cc delete", least, raw, fs::path(work).parent_path().string());
 }
 
 }  // namespace
 
-void BenchStructure(const std::string& folder, const std::string& large,
+void BenchStructure(const std::string& folder, const std::string& large, const std::string& cli,
                     const std::function<void(const std::string&)>& makeNew) {
     const std::string work = folder + "/work.CRF";
     const auto copy = [&] { fs::copy_file(large, work, fs::copy_options::overwrite_existing); };
@@ -76,14 +81,15 @@ void BenchStructure(const std::string& folder, const std::string& large,
     const Currency last =
         CurOr(gDB.Scalar("SELECT Max(LineNum) FROM CostCenters WHERE LineNum>=9 AND LineNum<10"));
     const Currency line = last + kSubscriptStep;
-    const double add = Seconds(kRuns, reopen, [&] { RunBatch(gDB, [&] { AddCostCenter(line); }); });
+    const Least add = LeastOf(kRuns, reopen, [&] { RunBatch(gDB, [&] { AddCostCenter(line); }); });
     const Least gone =
         LeastOf(kRuns, reopen, [&] { RunBatch(gDB, [&] { DeleteCostCenter(last); }); });
     DropCrf();
-    const double raw = Seconds(kRuns, copy, [&] { CopyTablesTwice(work, TablesWithColumn(line)); });
-    Report("add a cost center", add, "raw SQLite", raw, folder);
-    Report("delete a cost center", gone.Wall, "raw SQLite", raw, folder);
-    Report("delete a cost center, CPU", gone.Cpu, "", folder);
+    const auto tables = TablesWithColumn(line);
+    const Least raw = LeastOf(kRuns, copy, [&] { CopyTablesTwice(work, tables); });
+    ReportBoth("add a cost center", add, raw, folder);
+    ReportBoth("delete a cost center", gone, raw, folder);
+    if (!cli.empty()) BenchDeleteCommand(work, cli, last, copy, raw);
     BenchNewCenters(folder, makeNew);
 }
 

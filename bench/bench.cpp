@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -12,11 +12,14 @@
 
 #include "bench/EcrBench.h"
 #include "bench/EntryBench.h"
+#include "bench/ImportBench.h"
 #include "bench/InMemory.h"
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
+#include "bench/Process.h"
 #include "bench/RawSqlite.h"
 #include "bench/SilentHost.h"
+#include "bench/StartBench.h"
 #include "bench/StructureBench.h"
 #include "bench/TableBench.h"
 #include "calc/Calc_All.h"
@@ -32,7 +35,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 3;
+constexpr int kRuns = 5;
 
 struct Bench {
     std::string Folder;
@@ -95,14 +98,15 @@ void NeedLarge(const Bench& bench) {
 
 int Once(const std::string&) { return 1; }
 
-void BenchCalc(const Bench& bench) {
-    bench.CopyLarge();
-    OpenCrf(bench.Work);
-    ChangeCosts(1.01);
-    DropCrf();
-    const auto before = bench.File("before.CRF");
-    fs::copy_file(bench.Work, before, fs::copy_options::overwrite_existing);
-    const double calc = Seconds(
+void ReportBoth(const Bench& bench, const std::string& what, const Least& took,
+                const std::string& against, const Least& baseline) {
+    Report(what, took.Wall, against, baseline.Wall, bench.Folder);
+    Report(what + ", CPU", took.Cpu, against, baseline.Cpu, bench.Folder);
+}
+
+/// Every allocated amount changes: each run begins with the file as it was before.
+Least BenchFirstRun(const Bench& bench, const std::string& before) {
+    return LeastOf(
         kRuns,
         [&] {
             DropCrf();
@@ -110,45 +114,52 @@ void BenchCalc(const Bench& bench) {
             OpenCrf(bench.Work);
         },
         [] { Calc_All(); });
-    const double unchanged = Seconds(kRuns, [] { Calc_All(); });
+}
+
+/// Each run reads the file anew.
+void BenchUnchanged(const Bench& bench) {
+    const auto reopen = [&] {
+        DropCrf();
+        OpenCrf(bench.Work);
+    };
+    const Least unchanged = LeastOf(kRuns, reopen, [] { Calc_All(); });
+    const Least again = LeastOf(
+        kRuns, [] {}, [] { Calc_All(); });
+    const long writes = WritingCalls();
+    Calc_All();
+    fmt::print("Calc_All of nothing changed makes {} calls that write\n", WritingCalls() - writes);
+    DropCrf();
+    const Least reading = LeastOf(
+        kRuns, [] {}, [&] { ReadAndWrite(bench.Work, {}, Once); });
+    ReportBoth(bench, "Calc_All, nothing changed", unchanged, "raw SQLite, reading", reading);
+    ReportBoth(bench, "Calc_All again, nothing changed", again, "raw SQLite, reading", reading);
+}
+
+void BenchCalc(const Bench& bench) {
+    bench.CopyLarge();
+    OpenCrf(bench.Work);
+    ChangeCosts(1.01);
+    DropCrf();
+    const auto before = bench.File("before.CRF");
+    fs::copy_file(bench.Work, before, fs::copy_options::overwrite_existing);
+    const Least calc = BenchFirstRun(bench, before);
     DropCrf();
     const auto changes = Differences(before, bench.Work);
     const auto raw = bench.File("raw.CRF");
-    const double yardstick = Seconds(
+    const Least yardstick = LeastOf(
         kRuns, [&] { fs::copy_file(before, raw, fs::copy_options::overwrite_existing); },
         [&] { ReadAndWrite(raw, changes, Once); });
     const auto matrices = LoadMatrices(before);
-    const double memory = Seconds(kRuns, [&] {
-        if (Calculate(matrices) == 0) fmt::print("no amounts\n");
-    });
+    const Least memory = LeastOf(
+        kRuns, [] {},
+        [&] {
+            if (Calculate(matrices) == 0) fmt::print("no amounts\n");
+        });
     fmt::print("Calc_All writes {} cells\n", CellsOf(changes));
-    Report("Calc_All, all allocated amounts change", calc, "raw SQLite", yardstick, bench.Folder);
-    Report("Calc_All, all allocated amounts change", calc, "in memory", memory, bench.Folder);
-    Report("Calc_All, nothing changed", unchanged, "raw SQLite", yardstick, bench.Folder);
-}
-
-void BenchImport(const Bench& bench) {
-    for (const int perMille : {25, 50, 100, 200}) {
-        const auto text = bench.File("import.txt");
-        LargeShape shape;
-        shape.Components = 3000;
-        shape.CostCenters = 150;
-        shape.FilledPerMille = perMille;
-        shape.DirectPerMille = perMille;
-        const auto lines = WriteImportFile(text, shape);
-        const double seconds = Seconds(
-            1,
-            [&] {
-                DropCrf();
-                MakeNew(bench.Work);
-            },
-            [&] { ImportAsciiFile(text); });
-        Report(
-            fmt::format("import of {} lines", lines), seconds,
-            fmt::format("{:.1f} microseconds a line", seconds * 1e6 / static_cast<double>(lines)),
-            bench.Folder);
-    }
-    DropCrf();
+    const std::string what = "Calc_All, all allocated amounts change";
+    ReportBoth(bench, what, calc, "raw SQLite, read once and written", yardstick);
+    ReportBoth(bench, what, calc, "in memory", memory);
+    BenchUnchanged(bench);
 }
 
 void CheckAndVacuum(const std::string& path) {
@@ -163,21 +174,19 @@ void BenchOpenClose(const Bench& bench) {
         bench.CopyLarge();
         fs::remove(bench.Work + ".copy");
     };
-    const double open = Seconds(kRuns, reset, [&] { OpenCrf(bench.Work); });
-    const double rawOpen = Seconds(kRuns, reset, [&] {
+    const Least open = LeastOf(kRuns, reset, [&] { OpenCrf(bench.Work); });
+    const Least rawOpen = LeastOf(kRuns, reset, [&] {
         RawFile file(bench.Work);
         file.ReadAll("Master");
     });
-    Report("open", open, "raw SQLite", rawOpen, bench.Folder);
-    const double close = Seconds(
-        kRuns,
-        [&] {
-            reset();
-            OpenCrf(bench.Work);
-        },
-        [] { mnuReportClose(); });
-    const double rawClose = Seconds(kRuns, reset, [&] { CheckAndVacuum(bench.Work); });
-    Report("close: check and compact", close, "raw SQLite", rawClose, bench.Folder);
+    ReportBoth(bench, "open", open, "raw SQLite", rawOpen);
+    const auto resetAndOpen = [&] {
+        reset();
+        OpenCrf(bench.Work);
+    };
+    const Least close = LeastOf(kRuns, resetAndOpen, [] { mnuReportClose(); });
+    const Least rawClose = LeastOf(kRuns, reset, [&] { CheckAndVacuum(bench.Work); });
+    ReportBoth(bench, "close: check and compact", close, "raw SQLite", rawClose);
 }
 
 void BenchFilesOfLarge(const Bench& bench, SilentHost& host) {
@@ -189,13 +198,13 @@ void BenchFilesOfLarge(const Bench& bench, SilentHost& host) {
     DropCrf();
 }
 
-void BenchCommand(const Bench& bench, const std::string& cli, const std::string& sample) {
-    const auto command = fmt::format("{} calc --quiet {}", cli, bench.Work);
-    fs::copy_file(sample, bench.Work, fs::copy_options::overwrite_existing);
-    const double cold = Seconds(10, [&] {
-        if (std::system(command.c_str()) == -1) std::abort();
-    });
-    Report("the command calc on the sample", cold, "aim under 50 ms", bench.Folder);
+/// A program beside this one that measures a part of its own; it is not built everywhere.
+void RunBeside(const std::string& name, const std::string& arguments) {
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / name;
+    fmt::print("\n{}:\n", name);
+    if (!fs::exists(program)) return fmt::print("not built here\n");
+    std::fflush(stdout);
+    RunCommand(Quoted(program.string()) + " " + arguments);
 }
 
 /// The parts of a run, in their order. Each makes for itself what it needs.
@@ -226,17 +235,31 @@ constexpr Part kParts[] = {
          BenchFilesOfLarge(bench, host);
      }},
     {"structure", false,
-     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+     [](const Bench& bench, SilentHost&, const std::string& cli, const std::string&) {
          NeedLarge(bench);
-         BenchStructure(bench.Folder, bench.Large, MakeNew);
+         BenchStructure(bench.Folder, bench.Large, cli, MakeNew);
      }},
     {"import", false,
      [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
-         BenchImport(bench);
+         BenchImports(bench.Folder, MakeNew);
      }},
-    {"command", true,
+    {"start", true,
      [](const Bench& bench, SilentHost&, const std::string& cli, const std::string& sample) {
-         BenchCommand(bench, cli, sample);
+         BenchStart(bench.Folder, cli, sample);
+     }},
+    {"windows", true,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string& sample) {
+         RunBeside("zolmara-sheet-bench", Quoted(bench.Folder) + " " + Quoted(sample));
+     }},
+    {"pages", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         NeedLarge(bench);
+         RunBeside("zolmara-page-bench", Quoted(bench.Folder) + " " + Quoted(bench.Large));
+     }},
+    {"workbooks", false,
+     [](const Bench& bench, SilentHost&, const std::string&, const std::string&) {
+         NeedLarge(bench);
+         RunBeside("zolmara-export-bench", Quoted(bench.Folder) + " " + Quoted(bench.Large));
      }},
 };
 

@@ -1,0 +1,120 @@
+// The whole form of a large statement from the preview: its opening, its pages and the PDF file
+// that is made from there. Nothing is shown on a screen; what is looked at is drawn all the same.
+
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+#include "bench/Measure.h"
+#include "bench/Process.h"
+#include "core/Globals.h"
+#include "print/PrintDriver.h"
+#include "store/session/Session.h"
+#include "ui/main/Desktop.h"
+#include "ui/main/QtHost.h"
+#include "ui/main/frmMain.h"
+#include "ui/printing/Preview.h"
+#include "ui/printing/SavePdf.h"
+
+namespace zolmara::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kRuns = 3;
+constexpr double kKilobytesInMega = 1024;
+
+double PeakMegabytes() { return static_cast<double>(PeakKilobytes()) / kKilobytesInMega; }
+
+Least LeastOf(const std::function<void()>& work) {
+    return bench::LeastOf(
+        kRuns, [] {}, work);
+}
+
+void BenchPreview(const ui::Document& document, QPrinter& printer, const std::string& folder) {
+    const Least open = LeastOf([&] {
+        ui::frmPreview preview(document, printer);
+        preview.show();
+        preview.grab();
+    });
+    ui::frmPreview preview(document, printer);
+    preview.show();
+    const Least last = LeastOf([&] {
+        preview.GoTo(0);
+        preview.GoTo(document.Pages() - 1);
+        preview.grab();
+    });
+    Report("the preview opened and drawn", open.Wall, "one page drawn again", last.Wall, folder);
+}
+
+void BenchPdf(const ui::Document& document, const std::string& folder) {
+    const double ahead = PeakMegabytes();
+    const std::string path = folder + "/pages.pdf";
+    std::size_t told = 0;
+    const Least pdf = LeastOf([&] {
+        fs::remove(path);
+        told = 0;
+        ui::SavePdf(document, {0, document.Pages()}, path, [&](std::size_t, std::size_t) {
+            ++told;
+            return true;
+        });
+    });
+    // Given up where the first page is done.
+    const Least givenUp = LeastOf([&] {
+        ui::SavePdf(document, {0, document.Pages()}, path,
+                    [](std::size_t, std::size_t) { return false; });
+    });
+    Report(fmt::format("{} pages from the preview into a PDF file", document.Pages()), pdf.Wall,
+           fmt::format("aim under 3 s; CPU {:.0f} ms, told {} times; peak memory {:.0f} MB, "
+                       "ahead of it {:.0f} MB",
+                       pdf.Cpu * 1e3, told, PeakMegabytes(), ahead),
+           folder);
+    Report("the same, cancelled at the first page", givenUp.Wall, "all pages", pdf.Wall, folder);
+}
+
+void BenchPages(const std::string& folder, const std::string& large) {
+    const std::string work = folder + "/pages.CRF";
+    fs::copy_file(large, work, fs::copy_options::overwrite_existing);
+    OpenCrf(work);
+    QPrinter* printer = nullptr;
+    std::vector<ui::PrintJob> jobs;
+    ui::TheDesktop().Print = [&](const std::vector<ui::PrintJob>& done, QPrinter& target) {
+        jobs = done;
+        printer = &target;
+    };
+    const Least print = bench::LeastOf(
+        1, [] {},
+        [] {
+            Print_All(0);
+            ui::TheQtHost().PrintJobs();
+        });
+    DropCrf();
+    const ui::Document document(jobs);
+    Report("the whole form printed and its pages kept", print.Wall,
+           fmt::format("{} pages, CPU {:.0f} ms", document.Pages(), print.Cpu * 1e3), folder);
+    if (printer != nullptr) BenchPreview(document, *printer, folder);
+    BenchPdf(document, folder);
+    fs::remove(work);
+}
+
+}  // namespace
+}  // namespace zolmara::bench
+
+int main(int argc, char** argv) {
+    using namespace zolmara;
+    if (argc != 3) {
+        fmt::print(stderr, "zolmara-page-bench FOLDER LARGE.CRF\n");
+        return 1;
+    }
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    const QApplication app(argc, argv);
+    const std::string folder = argv[1];
+    ui::QtHost host(Settings(folder + "/settings.ini"), folder);
+    ui::frmMain main;
+    main.show();
+    bench::BenchPages(folder, argv[2]);
+    return 0;
+}
