@@ -375,12 +375,26 @@ bool Database::Impl::AnyNetChange() {
     }
 }
 
+constexpr std::string_view kUnconfirmed =
+    "the disk failed behind the last step of saving: the change is in the file, and may be lost "
+    "again if the power fails now";
+
+/// Where the disk fails behind the deletion of the journal there is nothing left to take the change
+/// back by: it stands for everybody, and only its safety was not confirmed.
+void Database::Impl::Commit() {
+    const int code = sqlite3_exec(Handle, "COMMIT", nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    if (sqlite3_extended_errcode(Handle) != SQLITE_IOERR_DIR_FSYNC) ThrowSqlite(Handle, code, Path);
+    TakeBatchBack();
+    throw StoreError(StoreError::Kind::DiskFull, fmt::format("{}: {}", Path, kUnconfirmed));
+}
+
 StoreError Database::Impl::LostBatch() const {
     static constexpr std::string_view kNothingKept = "; nothing of this operation was kept";
     const auto kind = BatchTrouble ? BatchTrouble->kind() : StoreError::Kind::DiskFull;
     std::string text =
         BatchTrouble ? BatchTrouble->what() : Path + ": the file could not be read or written";
-    if (!text.ends_with(kNothingKept)) text += kNothingKept;
+    if (!text.ends_with(kNothingKept) && !text.ends_with(kUnconfirmed)) text += kNothingKept;
     return StoreError(kind, text);
 }
 
@@ -397,7 +411,7 @@ void Database::Impl::EndBatch(const StoreError* error) {
     try {
         CheckBatch();
         --BatchDepth;
-        SqliteRun(Handle, changed ? "COMMIT" : "ROLLBACK", Path);
+        changed ? Commit() : SqliteRun(Handle, "ROLLBACK", Path);
     } catch (const StoreError& failure) {
         BatchDepth = 0;
         if (!sqlite3_get_autocommit(Handle))

@@ -147,6 +147,7 @@ private:
     bool AnyNetChange();
     /// True where a write is to be a batch of its own, for the watch.
     bool NeedsBatch() const { return Listener && BatchDepth == 0; }
+    void Commit();
     StoreError LostBatch() const;
     void SelectInto(const Request& request, std::span<const Variant> args);
     void CreateIndex(const sql::Translation& what);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <thread>
 
@@ -130,6 +131,38 @@ TEST_F(Faults, SettingsAreTheFormerOnesOrTheNewOnes) {
             EXPECT_TRUE(now == "/former" || now == "/new") << now;
             EXPECT_EQ(Names(), (std::set<std::string>{"One.CRF", "settings.ini"}));
         });
+}
+
+// The last call brings to the disk that the journal is gone: without one the change stands.
+TEST_F(Faults, AChangeThatStandsIsNotToldAsTakenBack) {
+    StartAnew();
+    const auto change = [] { RunBatch(gDB, [] { SetCell("A", 8, "Col_1", 4711); }); };
+    Open(In("One.CRF"));
+    FaultsArm(work_.c_str(), 0, EIO, "fsync");
+    change();
+    const int last = FaultsDisarm();
+    DropCrf();
+    StartAnew();
+    Open(In("One.CRF"));
+    FaultsArm(work_.c_str(), last, EIO, "fsync");
+    try {
+        change();
+        ADD_FAILURE() << "what the disk did not confirm was told as saved";
+    } catch (const StoreError& error) {
+        EXPECT_TRUE(error.IsFileError());
+        EXPECT_EQ(std::string(error.what()),
+                  In("One.CRF") +
+                      ": the disk failed behind the last step of saving: the change is "
+                      "in the file, and may be lost again if the power fails now");
+    }
+    FaultsDisarm();
+    EXPECT_EQ(NumOr(Cell("A", 8, "Col_1")), 4711);
+    SetCell("A", 9, "Col_1", 12);
+    DropCrf();
+    Open(In("One.CRF"));
+    EXPECT_EQ(NumOr(Cell("A", 8, "Col_1")), 4711);
+    EXPECT_EQ(NumOr(Cell("A", 9, "Col_1")), 12);
+    DropCrf();
 }
 
 // --- Two files that belong together --------------------------------------------------------
