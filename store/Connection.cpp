@@ -34,6 +34,18 @@ constexpr std::array<HeadNumber, 4> kHeadNumbers{{{18, 2},    // version for tho
                                                   {20, 0},    // bytes kept free on each page
                                                   {47, 4}}};  // how tables are laid down
 constexpr std::size_t kHeadSize = 48;
+using Head = std::array<std::uint8_t, kHeadSize>;
+
+/// Through the connection's own file: the closing of another descriptor would drop its locks.
+std::optional<Head> ReadHead(sqlite3* handle) {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    Head head{};
+    if (!file || !file->pMethods ||
+        file->pMethods->xRead(file, head.data(), kHeadSize, 0) != SQLITE_OK)
+        return std::nullopt;
+    return head;
+}
 
 /// Nobody asks how much memory SQLite holds. Counting that takes a lock for every piece.
 void CountNoMemory() {
@@ -119,16 +131,21 @@ std::optional<std::string> MarkObjection(sqlite3* handle, const std::string& pat
 }
 
 std::optional<std::string> HeadObjection(sqlite3* handle) {
-    // Through the connection's own file: the closing of another descriptor would drop its locks.
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    std::array<std::uint8_t, kHeadSize> head{};
-    if (!file || !file->pMethods ||
-        file->pMethods->xRead(file, head.data(), kHeadSize, 0) != SQLITE_OK)
-        return std::nullopt;
+    const auto head = ReadHead(handle);
+    if (!head) return std::nullopt;
     const bool sound = std::ranges::all_of(
-        kHeadNumbers, [&](const HeadNumber& number) { return head[number.At] <= number.Most; });
+        kHeadNumbers, [&](const HeadNumber& number) { return (*head)[number.At] <= number.Most; });
     return sound ? std::nullopt : std::optional(kDamagedHead);
+}
+
+void NeedOneFile(sqlite3* handle, const std::string& path) {
+    constexpr std::size_t kVersionToRead = 19;
+    constexpr std::uint8_t kInParts = 2;
+    const auto head = ReadHead(handle);
+    if (head && (*head)[kVersionToRead] == kInParts)
+        Fail(StoreError::Kind::ReadOnly, path,
+             "another program keeps a part of it in a second file; open it once as a Cost Report "
+             "File and close it");
 }
 
 void NeedReadableList(sqlite3* handle, const std::string& path) {

@@ -41,6 +41,11 @@ void NeedReadableList(sqlite3* handle, const std::string& path);
 /// written; nothing when nothing.
 std::optional<std::string> HeadObjection(sqlite3* handle);
 
+/// Raises ReadOnly for a file that another program has put into the way of writing that keeps two
+/// more files beside it. Whoever only reads would make those, and leave them there. Asked ahead of
+/// the first statement.
+void NeedOneFile(sqlite3* handle, const std::string& path);
+
 /// The value of a pragma that gives one whole number; 0 without a row.
 std::int64_t Pragma(sqlite3* handle, const std::string& name, const std::string& path);
 

@@ -65,6 +65,7 @@ Database DBEngine::Open(const std::string& path, bool onlyToRead) {
     auto mark = std::make_unique<OpenMark>(path);
     Connection connection;
     Connect(connection, path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    if (readOnly) NeedOneFile(connection.Handle, path);
     LookWhole(connection.Handle, path);
     if (!readOnly) DropDeadJournal(connection.Handle, path);
     SetUp(connection.Handle, path);

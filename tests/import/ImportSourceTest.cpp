@@ -147,6 +147,22 @@ TEST_F(ImportSourceTest, AFileThatAnotherProgramHoldsIsToldAsHeld) {
     EXPECT_EQ(OpenImportSource(source_), SourceResult::Open);
 }
 
+// Reading it would make two files beside it and leave them there.
+TEST_F(ImportSourceTest, ASourceThatAnotherProgramKeepsInPartsIsRefusedAndLeftAlone) {
+    RunRawSql(source_, "PRAGMA journal_mode=WAL; UPDATE G SET Col_1=1 WHERE LineNum=1;");
+    const std::string bytes = BytesOf(source_);
+    host.Forget();
+    EXPECT_EQ(OpenImportSource(source_), SourceResult::Unreadable);
+    EXPECT_EQ(host.Texts()[0], NotValid("LastYear.CRF") + "\r\n" + source_ +
+                                   ": another program keeps a part of it in a second file; open it "
+                                   "once as a Cost Report File and close it");
+    EXPECT_EQ(BytesOf(source_), bytes);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folderOfSource_), fs::directory_iterator()), 1);
+    // An opening that may write makes it one file.
+    InSource([] { EXPECT_EQ(NumOr(Cell("G", 1, "Col_1")), 1); });
+    EXPECT_EQ(OpenImportSource(source_), SourceResult::Open);
+}
+
 // --- Cost centers ------------------------------------------------------------------------------
 
 TEST_F(ImportSourceTest, TheSameCostCentersStandSideBySide) {
