@@ -319,14 +319,20 @@ void TableCells::Write() {
     before_.clear();
 }
 
+/// What could not be written is given up: it must not come along with what is changed next.
 void CellCache::Write() {
     try {
         for (auto& [name, cells] : tables_) cells->Write();
     } catch (...) {
-        for (auto& [name, cells] : tables_)
-            if (!cells->before_.empty()) cells->lost_ = true;
+        for (auto& [name, cells] : tables_) cells->GiveUp();
         throw;
     }
+}
+
+void TableCells::GiveUp() {
+    if (before_.empty()) return;
+    before_.clear();
+    lost_ = true;
 }
 
 void CellCache::Change(const std::function<void()>& work) {

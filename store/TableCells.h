@@ -93,6 +93,7 @@ private:
     void WriteRows(const std::vector<int>& fields);
     void WriteRow(SqliteStatement& update, const std::vector<int>& fields, Row row);
     bool AreAllNumbers(const std::vector<int>& fields) const;
+    void GiveUp();
 
     /// Past so many rows that were written to, the table is read anew.
     static constexpr std::size_t kMostDirty = 256;

@@ -209,6 +209,21 @@ TEST_F(TableCellsTest, WhatTheFileRefusesIsNotKept) {
     ExpectSame();
 }
 
+TEST_F(TableCellsTest, WhatCouldNotBeWrittenIsNotWrittenByTheNextWork) {
+    EXPECT_THROW(ChangeCells(gDB,
+                             [] {
+                                 TableCells& cells = CellsOf(gDB, "T");
+                                 RowEdit row(cells, cells.RowOn(Currency(1)).value());
+                                 row.Set(kValue, 4711);
+                                 row.Set(0, 1e17);  // no line number is that large
+                                 row.Update();
+                             }),
+                 StoreError);
+    EXPECT_NO_THROW(ChangeCells(gDB, [] { CellsOf(gDB, "A"); }));
+    EXPECT_EQ(NumOr(Cell("T", 1, "Col_1")), 10);
+    ExpectSame();
+}
+
 TEST_F(TableCellsTest, ShowWhatTheStoreHoldsAfterWhateverHappens) {
     std::mt19937 random(7);
     const auto below = [&](unsigned count) { return static_cast<int>(random() % count); };
