@@ -10,6 +10,8 @@
 #include "forms/EditInfo.h"
 #include "store/Files.h"
 #include "store/WholeCrf.h"
+#include "store/base/FileBasics.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 
@@ -64,6 +66,23 @@ std::string NewFile(const Inputs& inputs) {
     return path;
 }
 
+/// A copy that could not be changed is still the former statement under another's name.
+void DropCopy(const std::string& path) {
+    if (gCRFPath != path) return;
+    DropCrf();
+    DeleteFile(path);
+    DeleteFile(path + "-journal");
+}
+
+IdentityResult SaveIntoCopy(IdentityFields& fields, const std::string& path) {
+    try {
+        return SaveIdentityAs(fields, path);
+    } catch (...) {
+        DropCopy(path);
+        throw;
+    }
+}
+
 ExitStatus Identity(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     if (!AsksForChange(inputs)) {
@@ -72,7 +91,7 @@ ExitStatus Identity(const Inputs& inputs) {
     }
     IdentityFields fields = Changed(inputs);
     const IdentityResult result =
-        inputs.Has("--save-as") ? SaveIdentityAs(fields, NewFile(inputs)) : SaveIdentity(fields);
+        inputs.Has("--save-as") ? SaveIntoCopy(fields, NewFile(inputs)) : SaveIdentity(fields);
     return result.End == IdentitySave::Saved ? kDone : kRefusedOrMessages;
 }
 

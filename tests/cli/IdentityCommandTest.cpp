@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <filesystem>
 
 #include "cli/CliRunner.h"
@@ -64,6 +65,26 @@ TEST_F(IdentityCommand, SaveAsIntoAFolderThatIsNotThereIsAFileThatCannotBeWritte
         Run({"identity", crf, "--name", "Other", "--save-as", File("no/X.CRF")});
     EXPECT_EQ(result.Status, 4);
     EXPECT_EQ(result.Err, "ERROR\t" + File("no/X.CRF") + ": there is no such folder\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+}
+
+TEST_F(IdentityCommand, ACopyThatCannotBeChangedIsNotLeft) {
+    const std::string copy = File("out/Copy.CRF");
+    const auto saveAs = [&](int at) {
+        std::filesystem::remove_all(File("out"));
+        std::filesystem::create_directory(File("out"));
+        CliSetting setting;
+        setting.Faults = FaultPlan{File("out"), at, ENOSPC, "", File("report")};
+        const int status = Run({"identity", crf, "--name", "O", "--save-as", copy}, setting).Status;
+        return std::pair(status, ReadFaultReport(*setting.Faults).Calls);
+    };
+    const auto [done, calls] = saveAs(0);
+    ASSERT_EQ(done, 0);
+    // The last calls are those of the commit of the change.
+    for (const int at : {calls - 2, calls - 1, calls}) {
+        EXPECT_EQ(saveAs(at).first, 4) << at;
+        EXPECT_TRUE(std::filesystem::is_empty(File("out"))) << at;
+    }
     EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
 }
 
