@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "core/Characters.h"
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Worksheet.h"
@@ -15,8 +16,16 @@ namespace {
 /// What is looked for.
 struct Wanted {
     std::string Text;  ///< in capitals
+    std::string Ccn;   ///< the same as a component's number is stored; empty where it is none
     std::optional<double> Amount;
 };
+
+/// "14-0231" of "140231": a number is keyed with its hyphen or without.
+std::string AsCcn(const std::string& text) {
+    constexpr std::size_t kSize = 6;
+    if (text.size() != kSize || !std::ranges::all_of(text.substr(2), IsDigit)) return {};
+    return text.substr(0, 2) + "-" + text.substr(2);
+}
 
 /// Half of a ten-thousandth, on either side.
 constexpr double kNear = 0.00005;
@@ -84,8 +93,10 @@ private:
     }
 
     bool Contains(const std::string& text) const {
-        return text.size() >= wanted_.Text.size() &&
-               UCase(text).find(wanted_.Text) != std::string::npos;
+        if (text.size() < wanted_.Text.size()) return false;
+        const std::string capitals = UCase(text);
+        if (capitals.find(wanted_.Text) != std::string::npos) return true;
+        return !wanted_.Ccn.empty() && capitals.find(wanted_.Ccn) != std::string::npos;
     }
 
     void Amounts(const std::vector<std::string>& fields) {
@@ -136,7 +147,8 @@ private:
 std::vector<FoundCell> FindCells(std::string_view text) {
     const std::string_view trimmed = Trim(text);
     if (trimmed.empty()) return {};
-    const Wanted wanted{UCase(trimmed), ParseNumber(trimmed)};
+    const std::string capitals = UCase(trimmed);
+    const Wanted wanted{capitals, AsCcn(capitals), ParseNumber(trimmed)};
     Search search(wanted);
     search.Table("CostCenters");
     search.Table("ES");

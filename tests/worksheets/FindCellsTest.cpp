@@ -35,6 +35,19 @@ TEST_F(FindCellsTest, AComponentIsFoundOnS2Alone) {
     EXPECT_EQ(For("14-2"), Found{"S2p1 2 Col_2: 14-2"});
 }
 
+TEST_F(FindCellsTest, AComponentsNumberIsFoundWithoutItsHyphen) {
+    // As its cell takes it: with the hyphen or without.
+    SetComponents(1, {1, 2});
+    SetCell("S2p1", 1, "Col_2", "14-0231");
+    SetCell("S2p1", 2, "Col_2", "AB-1234");
+    const Found first{"S2p1 1 Col_2: 14-0231"};
+    EXPECT_EQ(For("140231"), first);
+    EXPECT_EQ(For("14-0231"), first);
+    EXPECT_EQ(For(" ab1234 "), Found{"S2p1 2 Col_2: AB-1234"});
+    EXPECT_EQ(For("14023"), Found{});
+    EXPECT_EQ(For("abcdef"), Found{});
+}
+
 TEST_F(FindCellsTest, ACostCenterIsFoundAmongTheCostCenters) {
     EXPECT_EQ(For("salaries of off"), Found{"CostCenters 8 CCName: Salaries of Officers"});
 }
