@@ -8,6 +8,7 @@
 #include "core/Fortran.h"
 #include "core/Globals.h"
 #include "core/Status.h"
+#include "core/WholeDigits.h"
 #include "ecr/Record.h"
 #include "store/CellWalk.h"
 #include "store/session/CoreTables.h"
@@ -18,6 +19,7 @@ namespace zolmara {
 namespace {
 
 constexpr Currency kRatioColumn = Currency::FromWhole(2);
+constexpr std::size_t kColumnWidth = 5;
 constexpr std::size_t kAmountWidth = 16;
 constexpr std::string_view kRatio = "F16.6";
 
@@ -61,8 +63,7 @@ public:
     RowRecords(EcrRun& run, const ScheduleRecords& schedule) : run_(run), schedule_(schedule) {}
 
     void Write(Currency line, std::span<const double> row, RowTexts texts) {
-        head_ = fmt::format("3{}{}  {}", schedule_.Schedule.Code, schedule_.Part, LineField(line));
-        lines_.clear();
+        BeginRow(line);
         const bool isUcm = schedule_.Schedule.HasUcm && line == kUnitCostMultiplier;
         auto text = texts.begin();
         for (const ScheduleField& field : schedule_.Fields) {
@@ -74,7 +75,18 @@ public:
     }
 
 private:
+    void BeginRow(Currency line) {
+        head_ = fmt::format("3{}{}  {}", schedule_.Schedule.Code, schedule_.Part, LineField(line));
+        blank_ = head_ + std::string(kColumnWidth + kAmountWidth, ' ');
+        blank_ += kLineEnd;
+        lines_.clear();
+    }
+
     void Add(const ScheduleField& field, double amount, bool ratio) {
+        if (!ratio && IsWholeNumber(amount)) {
+            const WholeDigits digits(amount, Thousands::Plain);
+            if (digits.Size() <= kAmountWidth) return AddWhole(field, digits);
+        }
         lines_.append(head_).append(field.Column);
         if (ratio)
             lines_ += Fortran(amount, kRatio, " ", false);
@@ -83,9 +95,19 @@ private:
         lines_ += kLineEnd;
     }
 
+    /// Nearly every record: its column and its digits go into a blank one.
+    void AddWhole(const ScheduleField& field, const WholeDigits& digits) {
+        const std::size_t column = lines_.size() + head_.size();
+        lines_ += blank_;
+        field.Column.copy(lines_.data() + column, kColumnWidth);
+        digits.Text().copy(lines_.data() + column + kColumnWidth + kAmountWidth - digits.Size(),
+                           digits.Size());
+    }
+
     EcrRun& run_;
     const ScheduleRecords& schedule_;
     std::string head_;
+    std::string blank_;  ///< a record of this row without column and amount
     std::string lines_;
 };
 

@@ -105,7 +105,7 @@ void OwnPrintFile::Close() { ClosePrintFile(std::exchange(number_, FileNumber{0}
 
 std::unique_ptr<OutFile> OwnPrintFile::Release() {
     OpenFile file = Take(std::exchange(number_, FileNumber{0}));
-    file->Complete();
+    file->Deliver();
     return file;
 }
 

@@ -60,7 +60,8 @@ public:
     /// The digest of what is printed is made; see OutFile.
     void KeepDigest() const;
     void Close();
-    /// The completed file, which is nobody's print file any more, to be put by whoever takes it.
+    /// The file with all that was printed, which is nobody's print file any more, to be put by
+    /// whoever takes it.
     std::unique_ptr<OutFile> Release();
 
 private:

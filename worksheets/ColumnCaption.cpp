@@ -80,10 +80,20 @@ std::string Centred(std::string_view line, std::size_t width) {
     return std::string((width - length) / 2, ' ') + std::string(line);
 }
 
+/// Columns are asked for one after the other in the order of their cost centers: mostly it is the
+/// next one.
+bool GoToCostCenter(Recordset& costCenters, Currency line) {
+    if (costCenters.Empty()) return false;
+    if (!costCenters.NoMatch() && !costCenters.Eof()) costCenters.MoveNext();
+    if (!costCenters.NoMatch() && !costCenters.Eof() && CurOr(costCenters["LineNum"]) == line)
+        return true;
+    costCenters.FindFirst("LineNum=?", {line});
+    return !costCenters.NoMatch();
+}
+
 std::vector<std::string> CostCenterLines(Recordset& costCenters, std::string_view field,
                                          std::string_view item) {
-    costCenters.FindFirst("LineNum=?", {LineOfColumn(field)});
-    if (costCenters.Empty() || costCenters.NoMatch()) return CutTitle("<Bad CC Num>");
+    if (!GoToCostCenter(costCenters, LineOfColumn(field))) return CutTitle("<Bad CC Num>");
     return CutTitle(CostCenterTitle(costCenters["CCName"], costCenters["StatLabel1"],
                                     costCenters["StatLabel2"], ShowsBasis(item)));
 }

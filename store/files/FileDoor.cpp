@@ -187,9 +187,13 @@ void OutFile::Flush() {
     if (const std::error_code error = writer_.Take(buffer_)) FileFailed(path_, error);
 }
 
-void OutFile::Complete() {
+void OutFile::Deliver() {
     Flush();
     if (const std::error_code error = writer_.Finish()) FileFailed(path_, error);
+}
+
+void OutFile::Complete() {
+    Deliver();
     if (::fsync(scratch_.File().Number()) != 0) Failed(path_);
 }
 

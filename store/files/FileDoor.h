@@ -73,12 +73,15 @@ public:
     /// From here on, ahead of the first byte, the digest of what is written is made.
     void KeepDigest() { writer_.KeepDigest(); }
     bool KeepsDigest() const { return writer_.KeepsDigest(); }
-    /// SHA-256 in hex of what was written up to Complete. Needs KeepDigest.
+    /// SHA-256 in hex of what was written up to Deliver. Needs KeepDigest.
     std::string Digest() const { return writer_.Digest(); }
 
     /// StoreError when the disk takes no more; it may come with a later call.
     void Write(std::string_view bytes);
-    /// Brings what was written to the disk, still aside. More may be written.
+    /// All that was written is in the file aside, for what reads it or writes to it by its name. It
+    /// need not be on the disk yet. More may be written.
+    void Deliver();
+    /// The same, and it is on the disk.
     void Complete();
     /// Completes the file and gives it its name. Then it is finished. StoreError when that fails;
     /// what stood there is as it was.

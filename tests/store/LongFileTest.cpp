@@ -59,15 +59,23 @@ TEST_F(LongFile, GoesOnBehindACompletion) {
     EXPECT_TRUE(ReadWholeFile(path) == bytes + bytes);
 }
 
+TEST_F(LongFile, ThatIsDeliveredIsThereForItsReaders) {
+    OutFile file(path, AnyFile);
+    Write(file, bytes);
+    file.Deliver();
+    EXPECT_TRUE(ReadWholeFile(file.AsidePath()) == bytes);
+    EXPECT_FALSE(fs::exists(path));
+}
+
 TEST_F(LongFile, HasTheDigestOfAllItsBytes) {
     OutFile file(path, AnyFile);
     file.KeepDigest();
     // A million times "a": the digest that the standard gives.
     file.Write(std::string(1000000, 'a'));
-    file.Complete();
+    file.Deliver();
     EXPECT_EQ(file.Digest(), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
     Write(file, bytes);
-    file.Complete();
+    file.Deliver();
     Sha256 whole;
     whole.Add(std::string(1000000, 'a') + bytes);
     EXPECT_EQ(file.Digest(), whole.Hex());

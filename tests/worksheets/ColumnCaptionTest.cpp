@@ -97,6 +97,13 @@ TEST_F(ColumnCaptionTest, OddCostCenters) {
     EXPECT_EQ(Captions("CC_900", "B1p1")[4], "<Bad CC Num>");
 }
 
+TEST_F(ColumnCaptionTest, ColumnsAreFoundInWhateverOrderTheyAreAskedFor) {
+    Recordset centers = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
+    for (const std::string field : {"CC_100", "CC_200", "CC_100", "CC_100", "CC_7700", "CC_800",
+                                    "CC_900", "CC_2700", "CC_2800", "CC_200", "CC_800"})
+        EXPECT_EQ(ColumnCaptions(centers, field, "B1p1"), Captions(field, "B1p1")) << field;
+}
+
 TEST_F(ColumnCaptionTest, OneLineAtATimeCountsFromTheTop) {
     Recordset centers = gDB.OpenRecordset("Select * From CostCenters Order by LineNum;");
     EXPECT_EQ(ColumnCaption(centers, "CC_1200", 2, "B1p1"), "  Employee");
