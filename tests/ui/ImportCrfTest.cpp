@@ -1,10 +1,13 @@
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTest>
+#include <QWindow>
 
 #include "UiTest.h"
 #include "core/Globals.h"
@@ -91,6 +94,33 @@ TEST_F(ImportWindows, TheThreeStepsTakeAWorksheetOver) {
     EXPECT_EQ(gDB.Scalar("SELECT Col_1 FROM A WHERE LineNum=8;"), Variant(5000.0));
     EXPECT_FALSE(main->InLongStep());
     EXPECT_FALSE(Enabled("mnuReportSubmit"));
+}
+
+TEST_F(ImportWindows, EscapeLeavesItAndAsksBehindTheLists) {
+    MakePair();
+    const auto escape = [this] {
+        QWidget* const window = Form("frmImportMDI");
+        ASSERT_TRUE(WaitFor([&] {
+            window->activateWindow();
+            return QApplication::focusWindow() == window->windowHandle();
+        }));
+        QTest::keyPress(window->windowHandle(), Qt::Key_Escape);
+    };
+    const auto gone = [] { return !FindForm("frmImportMDI"); };
+    TakeOver();
+    escape();
+    EXPECT_TRUE(WaitFor(gone));
+    EXPECT_TRUE(Boxes.empty());
+    TakeOver();
+    Press("frmImportCCMis", "mnuNext");
+    Answers = {kNo, kYes};
+    escape();
+    ASSERT_EQ(Boxes.size(), 1U);
+    EXPECT_EQ(Boxes[0].Title, "Cancel Import?");
+    EXPECT_FALSE(gone());
+    escape();
+    EXPECT_TRUE(WaitFor(gone));
+    EXPECT_EQ(Boxes.size(), 2U);
 }
 
 TEST_F(ImportWindows, AWorksheetThatDidNotComeOverIsNamedAtTheEnd) {

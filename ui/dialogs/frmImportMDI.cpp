@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <QCloseEvent>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -49,6 +50,8 @@ frmImportMDI::frmImportMDI()
     tmrMDIClose_->setSingleShot(true);
     tmrMDIClose_->setInterval(kCloseDelay);
     connect(tmrMDIClose_, &QTimer::timeout, this, [this] { close(); });
+    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escape, &QShortcut::activated, this, [this] { close(); });
     resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 28);
     AddForm(this);
 }
