@@ -6,6 +6,7 @@
 
 #include "SheetTest.h"
 #include "ui/main/MenuTable.h"
+#include "ui/worksheets/CellDelegate.h"
 
 namespace zolmara::ui {
 namespace {
@@ -81,6 +82,30 @@ TEST_F(SheetForms, AUnitCostMultiplierIsShownWithItsSixDecimals) {
     auto* c1 = Sheet("view", "C1p3");
     EXPECT_EQ(Shown(c1, 54, "CC_100"), "47.643509");
     EXPECT_EQ(Shown(c1, 53, "CC_100"), "3,845,117");
+}
+
+TEST_F(SheetForms, ANumberThatIsALittleTooWideIsSetNarrowerAndNotCut) {
+    auto* a = Sheet("view", "A");
+    const QModelIndex total = a->Model().index(a->Model().RowOf(Currency(100.0)), 0);
+    const auto* const look = dynamic_cast<CellDelegate*>(a->Grid().itemDelegate());
+    ASSERT_NE(look, nullptr);
+    QStyleOptionViewItem option;
+    option.initFrom(&a->Grid());
+    option.font = a->Grid().font();
+    const int plain = QFontMetrics(option.font).horizontalAdvance("100.00");
+    const int margin =
+        a->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &a->Grid()) + 1;
+    const int room = plain * 4 / 5;
+    option.fontMetrics = QFontMetrics(option.font);
+    option.rect = QRect(0, 0, room + 2 * margin, 30);
+    look->initStyleOption(&option, total);
+    EXPECT_EQ(S(option.text), "100.00");
+    EXPECT_LE(option.fontMetrics.horizontalAdvance(option.text), room);
+    option.rect.setWidth(plain + 2 * margin);
+    option.font = a->Grid().font();
+    option.fontMetrics = QFontMetrics(option.font);
+    look->initStyleOption(&option, total);
+    EXPECT_EQ(option.font.stretch(), a->Grid().font().stretch()) << "where there is room it stays";
 }
 
 TEST_F(SheetForms, HeadingsAreFoldedToTheColumnAndFoldedAgainWhenItIsResized) {

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
+#include <algorithm>
 
 #include "ui/worksheets/SheetModel.h"
 
@@ -15,6 +16,8 @@ namespace {
 constexpr const char* kAsRead = "asRead";
 constexpr int kListButton = 16;
 constexpr int kFrame = 2;
+constexpr int kPlainWidth = 100;  ///< of a letter, in percent
+constexpr int kLeastWidth = 65;
 
 QColor Mixed(const QColor& a, const QColor& b, double share) {
     const auto mix = [share](double x, double y) { return x * (1 - share) + y * share; };
@@ -62,6 +65,22 @@ QRect CellDelegate::ListButton(const QRect& cell) {
 void CellDelegate::SetCurrent(const QModelIndex& index) { current_ = index; }
 
 // --- Looks ---------------------------------------------------------------------------------
+
+/// A number that is a little too wide for its column is set narrower: half a number misleads.
+void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!option->displayAlignment.testFlag(Qt::AlignRight) || option->text.isEmpty()) return;
+    const QStyle* const style = option->widget ? option->widget->style() : QApplication::style();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget) + 1;
+    const int room = option->rect.width() - 2 * margin;
+    const auto width = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
+    if (width() <= room) return;
+    int stretch = std::clamp(room * kPlainWidth / width() + 1, kLeastWidth + 1, kPlainWidth);
+    while (width() > room && stretch > kLeastWidth) {
+        option->font.setStretch(--stretch);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+}
 
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
