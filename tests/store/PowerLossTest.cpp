@@ -6,6 +6,8 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <set>
 
 #include "store/Files.h"
 #include "store/FilledCrf.h"
@@ -41,12 +43,18 @@ protected:
         Start();
         EXPECT_TRUE(RunInChild([&] { prepare(), Watch(call); }, act).Killed);
     }
-    /// The folder as a machine finds it that comes back.
-    void ComeBack(Beyond beyond, unsigned seed) const {
+    /// The folder as a machine finds it that comes back. False where it was found so before: from
+    /// one call to the next little changes on the disk.
+    bool ComeBack(Beyond beyond, unsigned seed) {
+        const auto files = AfterPowerLoss(work_, beside_, beyond, seed);
+        std::string all;
+        for (const auto& [name, content] : files) all += name + '\0' + content + '\0';
+        if (!seen_.insert(std::hash<std::string>()(all)).second) return false;
         fs::remove_all(after_);
         fs::create_directory(after_);
-        for (const auto& [name, content] : AfterPowerLoss(work_, beside_, beyond, seed))
+        for (const auto& [name, content] : files)
             std::ofstream(after_ + "/" + name, std::ios::binary) << content;
+        return true;
     }
 
     /// What a Cost Report File holds behind each loss is what it held before or is to hold, and
@@ -64,8 +72,8 @@ protected:
             CutAt(call, prepare, act);
             for (unsigned i = 0; i < kBeyonds.size(); ++i) {
                 SCOPED_TRACE(testing::Message() << "call " << call << " of " << calls << ", " << i);
-                ComeBack(kBeyonds.at(i), static_cast<unsigned>(call) * 7 + i);
-                ExpectFormerOrDone();
+                if (ComeBack(kBeyonds.at(i), static_cast<unsigned>(call) * 7 + i))
+                    ExpectFormerOrDone();
             }
         }
     }
@@ -98,6 +106,7 @@ private:
     std::string former_;
     std::string done_;
     std::string doneBytes_;
+    std::set<std::size_t> seen_;
 };
 
 TEST_F(PowerLoss, AtACellThatIsSaved) {
@@ -119,7 +128,7 @@ TEST_F(PowerLoss, AFileThatIsReplacedIsTheFormerOneOrTheNewOne) {
     for (int call = 1; call <= calls; ++call) {
         CutAt(call, prepare, act);
         for (unsigned i = 0; i < kBeyonds.size(); ++i) {
-            ComeBack(kBeyonds.at(i), static_cast<unsigned>(call) * 7 + i);
+            if (!ComeBack(kBeyonds.at(i), static_cast<unsigned>(call) * 7 + i)) continue;
             const std::string now = BytesOf(After("A.txt"));
             EXPECT_TRUE(now == "former" || now == std::string(10000, 'n')) << call << " " << i;
         }
