@@ -38,8 +38,8 @@ void CutLineBreaks(Recordset& row, const std::string& field) {
 }  // namespace
 
 void RemoveLineBreaks(std::string_view table) {
+    if (!CellsOf(gDB, table).HasLineBreaks()) return;
     const std::vector<std::string> fields = TextFields(table);
-    if (fields.empty() || !CellsOf(gDB, table).HasLineBreaks()) return;
     Recordset rows =
         gDB.OpenRecordset(fmt::format("Select * From {} Where {};", table, HasLineBreak(fields)));
     for (; !rows.Eof(); rows.MoveNext()) {

@@ -16,6 +16,15 @@ TablePtr Catalog::Find(std::string_view name) {
     return tables_[lower] = Load(known->second);
 }
 
+TablePtr Catalog::FindWithIndexes(std::string_view name) {
+    const TablePtr table = Find(name);
+    if (table && !withIndexes_.contains(LCase(name))) {
+        LoadIndexes(*table);
+        withIndexes_.insert(LCase(name));
+    }
+    return table;
+}
+
 std::vector<std::string> Catalog::Names() {
     LoadNames();
     return names_;
@@ -31,12 +40,14 @@ void Catalog::ReadAgain() {
     names_.clear();
     byLower_.clear();
     tables_.clear();
+    withIndexes_.clear();
 }
 
 void Catalog::Forget(const std::string& name, Shape shape) {
     const auto lower = LCase(name);
     if (const auto version = versions_.find(lower); version != versions_.end()) ++*version->second;
     tables_.erase(lower);
+    withIndexes_.erase(lower);
     if (shape == Shape::Changed || !namesLoaded_) return;
     if (shape == Shape::New)
         names_.push_back(name);
@@ -76,14 +87,17 @@ TablePtr Catalog::Load(const std::string& name) {
         field.Required = fields.Integer(3) != 0;
         table->Def.Fields.push_back(std::move(field));
     }
-    SqliteStatement indexes(handle_, fmt::format("PRAGMA index_list({})", Quoted(name)));
+    return table;
+}
+
+void Catalog::LoadIndexes(TableInfo& table) {
+    SqliteStatement indexes(handle_, fmt::format("PRAGMA index_list({})", Quoted(table.Def.Name)));
     while (indexes.Step()) {
         IndexDef index{indexes.Text(1), indexes.Integer(2) != 0, {}};
         SqliteStatement columns(handle_, fmt::format("PRAGMA index_info({})", Quoted(index.Name)));
         while (columns.Step()) index.Fields.push_back(columns.Text(2));
-        table->Def.Indexes.push_back(std::move(index));
+        table.Def.Indexes.push_back(std::move(index));
     }
-    return table;
 }
 
 }  // namespace zolmara

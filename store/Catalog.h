@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +22,10 @@ class Catalog {
 public:
     explicit Catalog(sqlite3* handle) : handle_(handle) {}
 
-    /// Null when there is no such table.
+    /// Null when there is no such table. Its indexes are not read.
     TablePtr Find(std::string_view name);
+    /// The same with its indexes.
+    TablePtr FindWithIndexes(std::string_view name);
     std::vector<std::string> Names();
     /// Forgets all that was read of the tables' shapes.
     void ReadAgain();
@@ -35,6 +38,7 @@ public:
 
 private:
     TablePtr Load(const std::string& name);
+    void LoadIndexes(TableInfo& table);
     void LoadNames();
 
     sqlite3* handle_;
@@ -42,6 +46,7 @@ private:
     std::vector<std::string> names_;
     std::map<std::string, std::string> byLower_;  ///< lower-cased name to name
     std::map<std::string, TablePtr> tables_;      ///< by lower-cased name
+    std::set<std::string> withIndexes_;           ///< those of them whose indexes are known
     std::map<std::string, std::shared_ptr<std::int64_t>> versions_;
 };
 

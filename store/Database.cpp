@@ -82,7 +82,11 @@ bool Database::HasTable(std::string_view name) {
     return table != nullptr;
 }
 
-const TableDef& Database::Table(std::string_view name) { return NeedTable(Need(impl_), name)->Def; }
+const TableDef& Database::Table(std::string_view name) {
+    auto& impl = Need(impl_);
+    NeedTable(impl, name);
+    return impl.Tables.FindWithIndexes(name)->Def;
+}
 
 void Database::AppendTable(const TableDef& table) {
     Need(impl_).RunSchemaChange(CreateTableSql(table), table.Name, Shape::New);

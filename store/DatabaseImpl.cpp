@@ -97,6 +97,7 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       Tables(connection),
       Changes(connection, Cells) {
     sqlite3_commit_hook(Handle, CountCommit, this);
+    CellCache::Prepare(Handle);
     Others.Look(*this);
 }
 

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <numeric>
 
 #include "core/Globals.h"
@@ -19,9 +20,25 @@ constexpr double kNull = std::numeric_limits<double>::quiet_NaN();
 
 bool IsSame(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
-bool IsNumber(FieldType type) {
-    return type == FieldType::dbDouble || type == FieldType::dbCurrency ||
-           type == FieldType::dbInteger;
+constexpr const char* kTakeCells = "zcells";
+constexpr std::size_t kAtOnce = 100;  ///< cells that one call takes; SQLite allows 127 values
+
+constexpr char kNumber = 'n';
+constexpr char kText = 't';
+constexpr char kOther = 'o';
+
+/// What is kept of a field: its numbers, or whether its texts have line breaks, or nothing.
+char KindOf(FieldType type) {
+    switch (type) {
+        case FieldType::dbDouble:
+        case FieldType::dbCurrency:
+        case FieldType::dbInteger:
+            return kNumber;
+        case FieldType::dbText:
+            return kText;
+        default:
+            return kOther;
+    }
 }
 
 std::size_t At(int position) { return static_cast<std::size_t>(position); }
@@ -82,9 +99,14 @@ Variant TableCells::Value(Row row, int position) const {
 }
 
 bool TableCells::HasIndexOfLines() const {
-    return std::ranges::any_of(info_->Def.Indexes, [&](const IndexDef& index) {
-        return !index.Fields.empty() && SameText(index.Fields.front(), FieldName(0));
-    });
+    if (!hasIndexOfLines_) {
+        const TablePtr table = db_->Tables.FindWithIndexes(Name());
+        hasIndexOfLines_ =
+            table && std::ranges::any_of(table->Def.Indexes, [&](const IndexDef& index) {
+                return !index.Fields.empty() && SameText(index.Fields.front(), FieldName(0));
+            });
+    }
+    return *hasIndexOfLines_;
 }
 
 // --- Keeping up ------------------------------------------------------------------------------
@@ -95,11 +117,11 @@ void TableCells::BringUpToDate(Database::Impl& db, const std::shared_ptr<TableIn
     const bool known = info_ == table && IsInStep();
     db_ = &db;
     info_ = table;
-    if (!known) Load(db);
-    if (!dirty_.empty()) ReadDirtyRows(db);
+    if (!known) Load();
+    if (!dirty_.empty()) ReadDirtyRows();
 }
 
-void TableCells::Load(Database::Impl& db) {
+void TableCells::Load() {
     lost_ = true;
     width_ = info_->Def.Fields.size();
     rowids_.clear();
@@ -108,16 +130,14 @@ void TableCells::Load(Database::Impl& db) {
     before_.clear();
     dirty_.clear();
     lineBreaks_ = strange_ = false;
+    hasIndexOfLines_.reset();
     version_ = *info_->Version;
-    SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " ORDER BY rowid");
-    while (select.Step(Name())) {
-        rowids_.push_back(select.Integer(0));
-        lines_.emplace_back();
-        cells_.resize(cells_.size() + width_);
-        Take(select, rowids_.size() - 1);
-    }
+    kinds_.clear();
+    for (const FieldDef& field : info_->Def.Fields) kinds_.push_back(KindOf(field.Type));
+    SqliteStatement reader = MakeReader("ORDER BY rowid");
+    reading_ = 0;
+    while (reader.Step(Name())) ++reading_;
     PutInOrder();
-    sumsByLine_ = HasIndexOfLines();
     lost_ = false;
 }
 
@@ -128,15 +148,50 @@ double TableCells::NumberIn(sqlite3_value* value) {
     return kNull;
 }
 
-void TableCells::Take(const SqliteStatement& select, Row row) {
-    double* const cells = CellsOf(row);
-    const auto& fields = info_->Def.Fields;
+/// A statement that hands each of its rows to TakeCells, which spares SQLite the making of columns
+/// of a result: their names, and a call for each cell.
+SqliteStatement TableCells::MakeReader(const std::string& rest) {
+    std::string list;
     for (std::size_t i = 0; i < width_; ++i) {
-        sqlite3_value* const value = sqlite3_column_value(select.get(), static_cast<int>(i) + 1);
-        cells[i] = IsNumber(fields[i].Type) ? NumberIn(value) : kNull;
-        if (fields[i].Type == FieldType::dbText) lineBreaks_ = lineBreaks_ || HasBreak(value);
+        if (i % kAtOnce == 0)
+            list += fmt::format("{}{}(?1,{},rowid", i == 0 ? "" : "),", kTakeCells, i);
+        list += "," + Quoted(FieldName(static_cast<int>(i)));
     }
-    lines_[row] = LineIn(Amount(row, 0));
+    SqliteStatement reader(db_->Handle,
+                           fmt::format("SELECT {}) FROM {} {}", list, Quoted(Name()), rest));
+    sqlite3_bind_pointer(reader.get(), 1, this, kTakeCells, nullptr);
+    return reader;
+}
+
+/// Of a row: whose cells they are, the position of the first, the rowid, the cells.
+void TableCells::TakeCells(sqlite3_context* context, int count, sqlite3_value** args) {
+    constexpr int kAhead = 3;
+    if (count < kAhead) return;
+    auto* const cells = static_cast<TableCells*>(sqlite3_value_pointer(args[0], kTakeCells));
+    if (!cells) return;
+    try {
+        cells->Take(sqlite3_value_int64(args[2]),
+                    static_cast<std::size_t>(sqlite3_value_int64(args[1])),
+                    std::span(args + kAhead, static_cast<std::size_t>(count - kAhead)));
+    } catch (const std::bad_alloc&) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+void TableCells::Take(std::int64_t rowid, std::size_t first,
+                      std::span<sqlite3_value* const> values) {
+    if (reading_ == rowids_.size()) {
+        rowids_.push_back(rowid);
+        lines_.emplace_back();
+        cells_.resize(cells_.size() + width_);
+    }
+    double* const cells = CellsOf(reading_) + first;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const char kind = kinds_[first + i];
+        cells[i] = kind == kNumber ? NumberIn(values[i]) : kNull;
+        if (kind == kText) lineBreaks_ = lineBreaks_ || HasBreak(values[i]);
+    }
+    if (first == 0) lines_[reading_] = LineIn(Amount(reading_, 0));
 }
 
 void TableCells::PutInOrder() {
@@ -145,16 +200,17 @@ void TableCells::PutInOrder() {
     std::ranges::stable_sort(order_, {}, [&](Row row) { return lines_[row]; });
 }
 
-void TableCells::ReadDirtyRows(Database::Impl& db) {
-    SqliteStatement select(db.Handle, "SELECT rowid,* FROM " + Quoted(Name()) + " WHERE rowid=?1");
+void TableCells::ReadDirtyRows() {
+    SqliteStatement reader = MakeReader("WHERE rowid=?2");
     for (const std::int64_t rowid : dirty_) {
         const std::optional<Row> row = RowWithId(rowid);
-        select.BindInteger(1, rowid);
-        if (!row || !select.Step(Name())) return Load(db);
-        const Currency line = lines_[*row];
-        Take(select, *row);
-        select.Reset();
-        if (lines_[*row] != line) return Load(db);
+        if (!row) return Load();
+        reading_ = *row;
+        const Currency line = lines_[reading_];
+        reader.BindInteger(2, rowid);
+        if (!reader.Step(Name())) return Load();
+        reader.Reset();
+        if (lines_[reading_] != line) return Load();
     }
     dirty_.clear();
 }
@@ -166,6 +222,13 @@ void TableCells::RowWritten(bool isUpdate, std::int64_t rowid) {
         return;
     }
     if (std::ranges::find(dirty_, rowid) == dirty_.end()) dirty_.push_back(rowid);
+}
+
+void CellCache::Prepare(sqlite3* handle) {
+    const int code =
+        sqlite3_create_function_v2(handle, kTakeCells, -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
+                                   TableCells::TakeCells, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
 }
 
 TableCells& CellCache::Of(Database::Impl& db, std::string_view name) {

@@ -17,6 +17,8 @@
 #include "core/Currency.h"
 #include "store/Dao.h"
 
+struct sqlite3;
+struct sqlite3_context;
 struct sqlite3_value;
 
 namespace zolmara {
@@ -52,9 +54,10 @@ public:
     /// up; 0 without any. On a row without a line no condition holds.
     template <class IsWanted>
     double Sum(int position, const IsWanted& isWanted) const {
+        const bool byLine = HasIndexOfLines();
         double sum = 0;
         for (Row i = 0; i < order_.size(); ++i) {
-            const Row row = sumsByLine_ ? order_[i] : i;
+            const Row row = byLine ? order_[i] : i;
             if (!IsNull(row, 0) && isWanted(lines_[row])) sum += Amount(row, position);
         }
         return sum;
@@ -79,9 +82,11 @@ private:
     double* CellsOf(Row row) { return cells_.data() + row * width_; }
     const double* CellsOf(Row row) const { return cells_.data() + row * width_; }
     void BringUpToDate(Database::Impl& db, const std::shared_ptr<TableInfo>& table);
-    void Load(Database::Impl& db);
-    void ReadDirtyRows(Database::Impl& db);
-    void Take(const SqliteStatement& select, Row row);
+    void Load();
+    void ReadDirtyRows();
+    SqliteStatement MakeReader(const std::string& rest);
+    static void TakeCells(sqlite3_context* context, int count, sqlite3_value** args);
+    void Take(std::int64_t rowid, std::size_t first, std::span<sqlite3_value* const> values);
     double NumberIn(sqlite3_value* value);
     void PutInOrder();
     bool HasIndexOfLines() const;
@@ -109,7 +114,10 @@ private:
     std::map<Row, std::vector<double>> before_;  ///< rows that were changed, as the store has them
     std::vector<std::int64_t> dirty_;            ///< rowids written to by others
     std::int64_t version_ = 0;                   ///< of the table, up to which every write is known
-    bool sumsByLine_ = false;  ///< a statement goes by the index of the lines, not by the rows
+    std::vector<char> kinds_;                    ///< of the fields: what is kept of them
+    Row reading_ = 0;
+    /// A statement sums by the index of the lines, and not through the rows. Known when asked for.
+    mutable std::optional<bool> hasIndexOfLines_;
     bool lineBreaks_ = false;
     bool strange_ = false;  ///< what is no number stands in a number's place
     bool lost_ = true;
@@ -148,6 +156,8 @@ TableCells& CellsOf(Database& db, std::string_view table);
 /// Those of all tables that were asked for.
 class CellCache {
 public:
+    /// Gives a connection what the reading of cells takes.
+    static void Prepare(sqlite3* handle);
     TableCells& Of(Database::Impl& db, std::string_view name);
     /// A row was inserted, deleted or updated, by whatever statement of this program.
     void RowWritten(bool isUpdate, const char* table, std::int64_t rowid);

@@ -155,10 +155,12 @@ std::vector<std::string> ColumnNames(const Worksheet& sheet) {
     return names;
 }
 
-bool AreTheColumns(const TableDef& table, const Worksheet& sheet) {
-    return std::ranges::equal(
-        table.Fields, ColumnNames(sheet),
-        [](const FieldDef& column, const std::string& name) { return column.Name == name; });
+bool AreTheColumns(const TableCells& cells, const Worksheet& sheet) {
+    const std::vector<std::string> names = ColumnNames(sheet);
+    if (static_cast<std::size_t>(cells.FieldCount()) != names.size()) return false;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (cells.FieldName(static_cast<int>(i)) != names[i]) return false;
+    return true;
 }
 
 /// What is wrong with the columns of a table; empty where nothing is. Those of a schedule are
@@ -178,9 +180,8 @@ std::string WrongColumn(const TableDef& table, const FieldList& fields) {
 }
 
 void NeedColumns(const Worksheet& sheet) {
-    const TableDef& table = gDB.Table(sheet.Item);
-    if (AreTheColumns(table, sheet)) return;
-    const std::string wrong = WrongColumn(table, sheet.Fields(sheet.Item));
+    if (AreTheColumns(CellsOf(gDB, sheet.Item), sheet)) return;
+    const std::string wrong = WrongColumn(gDB.Table(sheet.Item), sheet.Fields(sheet.Item));
     if (!wrong.empty()) throw StoreError(StoreError::Kind::Other, wrong);
 }
 

@@ -19,6 +19,7 @@
 #include "import/ImportSource.h"
 #include "import/ImportWorksheets.h"
 #include "import/Rebuild.h"
+#include "store/DatabaseImpl.h"
 #include "store/FilledCrf.h"
 #include "store/TableCells.h"
 #include "store/harness/Faults.h"
@@ -395,6 +396,19 @@ TEST_F(ActsTest, CalculatedNumbersThatEndAsTheyBeganAreNoAct) {
     EXPECT_EQ(TheActs().Depth(), 1u);
     EXPECT_EQ(gDB.CommitCount(), commits);
     EXPECT_EQ(Keyed(), 5);
+}
+
+TEST_F(ActsTest, WhatStoodInTheWrongPlaceComesBackToo) {
+    {
+        const WithoutChecks quiet(gDB.impl().Handle);
+        SqliteRun(gDB.impl().Handle, "UPDATE A SET Col_8='a word' WHERE LineNum=8");
+    }
+    const std::string before = ContentOfCrf();
+    RunAct("Calculated", [] { Calculated(8, "Col_8", 5); });
+    EXPECT_EQ(Cell("A", 8, "Col_8"), Variant(5.0));
+    TheActs().Undo();
+    EXPECT_EQ(ContentOfCrf(), before);
+    EXPECT_EQ(Text(Cell("A", 8, "Col_8")), "a word");
 }
 
 TEST_F(ActsTest, NothingIsWrittenForNumbersThatEndAsTheyBeganWhereNobodyKeepsActs) {

@@ -137,6 +137,61 @@ TEST_F(TableCellsTest, FollowAChangeOfShape) {
     ExpectSame();
 }
 
+TEST_F(TableCellsTest, OfAWideTableAreAllThere) {
+    constexpr int kFields = 230;
+    TableDef wide{"Wide", {{"LineNum", FieldType::dbCurrency}}, {}};
+    for (int i = 1; i < kFields; ++i)
+        wide.Fields.push_back({"F" + std::to_string(i), FieldType::dbDouble});
+    wide.Fields[150] = {"F150", FieldType::dbText, 20};
+    gDB.AppendTable(wide);
+    gDB.Execute(
+        "INSERT INTO Wide (LineNum,F1,F98,F99,F100,F199,F200,F229) VALUES "
+        "(4.01,1,98,99,100,199,200,229);");
+    gDB.Execute("INSERT INTO Wide (LineNum,F150,F99) VALUES (3,'a word',7);");
+    const auto on = [](double line, int position) {
+        const TableCells& cells = CellsOf(gDB, "Wide");
+        const TableCells::Row row = cells.RowOn(Currency(line)).value();
+        return cells.IsNull(row, position) ? -1 : cells.Amount(row, position);
+    };
+    EXPECT_EQ(CellsOf(gDB, "Wide").Line(CellsOf(gDB, "Wide").Rows()[0]), Currency(3));
+    for (const int position : {1, 98, 99, 100, 199, 200, 229})
+        EXPECT_EQ(on(4.01, position), position);
+    for (const int position : {97, 101, 150, 198, 201}) EXPECT_EQ(on(4.01, position), -1);
+    EXPECT_EQ(on(3, 99), 7);
+    EXPECT_FALSE(CellsOf(gDB, "Wide").HasLineBreaks());
+    // One row is read again.
+    gDB.Execute("UPDATE Wide SET F100=8, F229=9, F150='a\nbreak' WHERE LineNum=3;");
+    EXPECT_EQ(on(3, 100), 8);
+    EXPECT_EQ(on(3, 229), 9);
+    EXPECT_EQ(on(4.01, 229), 229);
+    EXPECT_TRUE(CellsOf(gDB, "Wide").HasLineBreaks());
+}
+
+TEST_F(TableCellsTest, AddUpInTheOrderOfAStatement) {
+    gDB.AppendTable(
+        {"S", {{"LineNum", FieldType::dbCurrency}, {"Col_1", FieldType::dbDouble}}, {}});
+    // Next to the large amount the small one is lost.
+    gDB.Execute("INSERT INTO S (LineNum,Col_1) VALUES (2,100000000000000000);");
+    gDB.Execute("INSERT INTO S (LineNum,Col_1) VALUES (3,-100000000000000000);");
+    gDB.Execute("INSERT INTO S (LineNum,Col_1) VALUES (1,3);");
+    const auto statement = [] {
+        return NumOr(gDB.Scalar("Select Sum(Col_1) As C1 From S Where LineNum<51;"));
+    };
+    const auto cells = [] { return CellsOf(gDB, "S").SumBelow(kValue, Currency(51)); };
+    EXPECT_EQ(cells(), 3) << "as the rows are stored";
+    EXPECT_EQ(statement(), 3);
+    gDB.Execute("CREATE UNIQUE INDEX ndxS ON S (LineNum);");
+    EXPECT_EQ(cells(), 0) << "by the lines";
+    EXPECT_EQ(statement(), 0);
+    ASSERT_EQ(gDB.Table("S").Indexes.size(), 1U);
+    EXPECT_EQ(gDB.Table("S").Indexes[0].Name, "ndxS");
+}
+
+TEST_F(TableCellsTest, ARowWithoutALineIsInNoSum) {
+    gDB.Execute("INSERT INTO T (Col_1) VALUES (1000);");
+    EXPECT_EQ(CellsOf(gDB, "T").SumBelow(kValue, Currency(51)), 10 + 10.1 + 20);
+}
+
 TEST_F(TableCellsTest, KnowOfLineBreaks) {
     EXPECT_FALSE(CellsOf(gDB, "T").HasLineBreaks());
     gDB.Execute("UPDATE T SET Word=? WHERE LineNum=2;", {"a\nb"});
