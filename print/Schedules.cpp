@@ -131,14 +131,26 @@ void ReadHeadings(PrintedSchedule& schedule, const std::vector<FieldDef>& fields
     }
 }
 
-/// What the name columns of a row say. The first of them is its line, the others are texts.
+/// The name columns that hold texts.
+std::vector<int> TextsOf(const NameColumns& names) {
+    std::vector<int> positions;
+    for (std::size_t i = 0; i < names.Cells.size(); ++i)
+        if (names.Cells[i].Form == CellForm::Text) positions.push_back(names.Positions[i]);
+    return positions;
+}
+
+/// What the name columns of a row say: its line, from the cells, and its texts.
 std::vector<TextLine> NamesOf(const TableCells& cells, TableCells::Row row, RowTexts texts,
                               const NameColumns& names) {
     std::vector<Variant> values;
     values.reserve(names.Cells.size());
-    values.emplace_back();
-    if (!cells.IsNull(row, 0)) values.back() = cells.Line(row);
-    for (const std::string_view text : texts) values.emplace_back(text);
+    auto text = texts.begin();
+    for (std::size_t i = 0; i < names.Cells.size(); ++i) {
+        if (names.Cells[i].Form == CellForm::Text)
+            values.emplace_back(*text++);
+        else
+            values.push_back(cells.Value(row, names.Positions[i]));
+    }
     return RowTextLines(values, names.Cells);
 }
 
@@ -149,11 +161,10 @@ PrintedSchedule ReadSchedule(std::string_view item) {
     const std::vector<FieldDef> fields = gDB.Table(item).Fields;
     const NameColumns names = NameColumnsOf(fields);
     ReadHeadings(schedule, fields, names, item);
-    WalkLines(gDB, schedule.Cells, std::span(names.Positions).subspan(1),
-              [&](TableCells::Row row, RowTexts texts) {
-                  schedule.Rows.push_back(
-                      {row, schedule.Cells.Line(row), NamesOf(schedule.Cells, row, texts, names)});
-              });
+    WalkLines(gDB, schedule.Cells, TextsOf(names), [&](TableCells::Row row, RowTexts texts) {
+        schedule.Rows.push_back(
+            {row, schedule.Cells.Line(row), NamesOf(schedule.Cells, row, texts, names)});
+    });
     return schedule;
 }
 

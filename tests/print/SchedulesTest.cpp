@@ -181,6 +181,18 @@ TEST_F(SchedulesTest, TwoHundredCostCentersStandOnTwentyThreePages) {
     EXPECT_EQ(Columns(last.at(17), 52, 76), "         198          199");
 }
 
+/// A file that somebody else made may lack the columns that name a row.
+TEST_F(SchedulesTest, AScheduleWithoutNamesIsPrintedWithItsLinesAndAmounts) {
+    gDB.DeleteTable("Bp1");
+    gDB.AppendTable({"Bp1",
+                     {{"LineNum", FieldType::dbCurrency, 0, true, false},
+                      {"CC_100", FieldType::dbDouble, 0, true, false}},
+                     {}});
+    gDB.Execute("INSERT INTO Bp1 VALUES (4.01,1234);");
+    Print_Bx("Bp1", run);
+    EXPECT_EQ(Printed("Bp1.prt").back(), " 4.01" + std::string(46 + 7, ' ') + "1,234");
+}
+
 TEST_F(SchedulesTest, TheCostGrowsWithTheCells) {
     const StatementMeter meter;
     gDB = DBEngine::OpenDatabase(gCRFPath);
