@@ -93,12 +93,16 @@ private:
             if (!PlainText(cell.Text).empty()) Note(row, cell, reason, true);
     }
 
+    bool IsToldAsRefused(Currency line) const {
+        return std::ranges::any_of(Result.Findings, [&](const BlockFinding& finding) {
+            return finding.Refused && finding.Line == line;
+        });
+    }
+
     /// A row that was to be emptied and stays is told by its first cell.
     void RefuseTaken(const RowEntry& row, const PastedRow& taken, const std::string& reason) {
-        const std::size_t told = Result.Findings.size();
         RefuseRow(row, taken, reason);
-        if (Result.Findings.size() == told && !taken.empty())
-            Note(row, taken.front(), reason, true);
+        if (!taken.empty() && !IsToldAsRefused(row.Line)) Note(row, taken.front(), reason, true);
     }
 
     /// Nothing is lost where nothing is to go into a locked cell, or what it holds already.
