@@ -32,7 +32,10 @@ protected:
     static void Activate(QWidget* window) {
         ASSERT_NE(window, nullptr);
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window, 120'000)) << S(window->objectName());
+        // A dialog may be called active while the keys still go to the window behind it.
+        EXPECT_TRUE(WaitFor([&] {
+            return window->windowHandle() && QApplication::focusWindow() == window->windowHandle();
+        })) << S(window->objectName());
     }
     /// Waits until a worksheet's window has opened, and turns to it.
     static frmWorksheet* Opened(const std::string& mode, const std::string& item) {
