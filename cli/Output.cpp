@@ -142,6 +142,7 @@ Listing ListingOf(Recordset& rows) {
     for (int i = 0; i < fields; ++i) listing.Columns.push_back(rows.FieldName(i));
     for (; !rows.Eof(); rows.MoveNext()) {
         std::vector<Variant> row;
+        row.reserve(static_cast<std::size_t>(fields));
         for (int i = 0; i < fields; ++i) row.push_back(rows[i]);
         listing.Rows.push_back(std::move(row));
     }
@@ -154,6 +155,7 @@ void PrintListing(const Listing& listing) {
     PutTextRow(listing.Columns, shapes);
     for (const auto& row : listing.Rows) {
         std::vector<std::string> cells;
+        cells.reserve(row.size());
         for (const Variant& value : row) cells.push_back(OneLine(Text(value)));
         PutTextRow(cells, shapes);
     }

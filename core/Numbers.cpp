@@ -226,12 +226,13 @@ constexpr int kMaxPower = 18;
 double PowerOfTen(int exponent) {
     static const auto powers = [] {
         std::array<double, 2 * kMaxPower + 1> table{};
-        for (int i = -kMaxPower; i <= kMaxPower; ++i)
-            table[static_cast<std::size_t>(i + kMaxPower)] = std::pow(10.0, i);
+        int power = -kMaxPower;
+        for (double& entry : table) entry = std::pow(10.0, power++);
         return table;
     }();
     if (exponent < -kMaxPower || exponent > kMaxPower) return std::pow(10.0, exponent);
-    return powers[static_cast<std::size_t>(exponent + kMaxPower)];
+    const int place = exponent + kMaxPower;
+    return powers[static_cast<std::size_t>(place)];
 }
 
 }  // namespace

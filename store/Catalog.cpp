@@ -17,7 +17,7 @@ TablePtr Catalog::Find(std::string_view name) {
 }
 
 TablePtr Catalog::FindWithIndexes(std::string_view name) {
-    const TablePtr table = Find(name);
+    TablePtr table = Find(name);
     if (table && !withIndexes_.contains(LCase(name))) {
         LoadIndexes(*table);
         withIndexes_.insert(LCase(name));
