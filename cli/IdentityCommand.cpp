@@ -66,19 +66,21 @@ std::string NewFile(const Inputs& inputs) {
     return path;
 }
 
-/// A copy that could not be changed is still the former statement under another's name.
-void DropCopy(const std::string& path) {
-    if (gCRFPath != path) return;
+/// A copy that could not be changed is still the former statement under another's name. What is
+/// open is the copy only from when its name has taken the place of `source`.
+void DropCopy(const std::string& source, const std::string& path) {
+    if (gCRFPath != path || path == source) return;
     DropCrf();
     DeleteFile(path);
     DeleteFile(path + "-journal");
 }
 
 IdentityResult SaveIntoCopy(IdentityFields& fields, const std::string& path) {
+    const std::string source = gCRFPath;
     try {
         return SaveIdentityAs(fields, path);
     } catch (...) {
-        DropCopy(path);
+        DropCopy(source, path);
         throw;
     }
 }
