@@ -22,9 +22,8 @@ constexpr Argument kColumn{"COLUMN", ArgumentKind::Required,
 constexpr std::array kGetArguments{kFileArgument, kItemArgument, kLine, kColumn};
 constexpr std::array kSetArguments{
     kFileArgument, kItemArgument, kLine, kColumn,
-    Argument{
-        "VALUE", ArgumentKind::Required,
-        "The entry; an empty one empties the cell; put -- ahead of a text that begins with -"}};
+    Argument{"VALUE", ArgumentKind::Required,
+             "The entry; an empty one empties the cell; put -- ahead of one that begins with --"}};
 
 #define COLUMN_HELP                                                                              \
     "COLUMN is a field's name in any case, or a column number of the form: 1 is Col_1, and in\n" \

@@ -14,6 +14,7 @@
 #include <stdexcept>
 
 #include "cli/CliHost.h"
+#include "cli/DashedWords.h"
 #include "cli/Output.h"
 #include "core/Globals.h"
 #include "core/Host.h"
@@ -65,9 +66,10 @@ struct Given {
     std::vector<std::vector<std::string>> Lists;  ///< of the arguments that take several
     std::vector<CLI::Option*> Options;
 
-    Inputs Collect() const {
+    Inputs Collect() {
         Inputs inputs;
         for (std::size_t i = 0; i < Options.size(); ++i) {
+            if (!Which->Arguments[i].Name.starts_with("-")) TakeMarksOff(i);
             CheckText(Which->Arguments[i].Name, Texts[i]);
             if (Options[i]->count() > 0) CheckPath(Which->Arguments[i].Name, Texts[i]);
         }
@@ -79,6 +81,12 @@ struct Given {
                 inputs.Give(argument.Name, Texts[i]);
         }
         return inputs;
+    }
+
+private:
+    void TakeMarksOff(std::size_t argument) {
+        Texts[argument] = WithoutMark(Texts[argument]);
+        for (std::string& text : Lists[argument]) text = WithoutMark(text);
     }
 };
 
@@ -163,21 +171,23 @@ public:
     }
 
     /// Status of the command line itself; kDone leaves the chosen command in Chosen().
-    int Parse(int count, const char* const* words) {
+    int Parse(Words words) {
+        auto marked = MarkTexts(words);
+        std::ranges::reverse(marked);  // as the library wants them
         try {
-            app_.parse(count, words);
+            app_.parse(std::move(marked));
             return kDone;
         } catch (const CLI::Success& help) {
             ended_ = true;
             return app_.exit(help);
         } catch (const CLI::ParseError& error) {
-            throw CommandLineError{error.what()};
+            throw CommandLineError{WithoutMarks(error.what())};
         }
     }
     bool Ended() const { return ended_; }
     const CommonOptions& Common() const { return common_; }
 
-    const Given& Chosen() const {
+    Given& Chosen() const {
         for (const auto& given : given_)
             if (given->App->parsed()) return *given;
         throw CommandLineError{"A command is required; zolmara-cli --help lists them"};
@@ -247,7 +257,7 @@ void Prepare(const CommonOptions& options) {
     StartUp();
 }
 
-int TryChosen(const Given& chosen) {
+int TryChosen(Given& chosen) {
     try {
         const int status = chosen.Which->Run(chosen.Collect());
         const bool messages = TheCliHost().MessageCount() > 0;
@@ -264,7 +274,7 @@ int TryChosen(const Given& chosen) {
     }
 }
 
-int RunChosen(const Given& chosen) {
+int RunChosen(Given& chosen) {
     const int status = TryChosen(chosen);
     if (CommitsOfRun() > 0) TheCliHost().SaveFolders();
     DropCrf();
@@ -304,13 +314,13 @@ int RunCommandLine(int count, const char* const* words) {
     // A file limit or a closed pipe is an error to report, not a reason to die in the middle.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
-    const Words all(words, static_cast<std::size_t>(count));
-    CommandLine line(all.empty() ? all : all.subspan(1));
+    const Words all = Words(words, static_cast<std::size_t>(count)).subspan(count > 0 ? 1 : 0);
+    CommandLine line(all);
     int status = kDone;
     try {
-        status = line.Parse(count, words);
+        status = line.Parse(all);
         if (!line.Ended()) {
-            const Given& chosen = line.Chosen();
+            Given& chosen = line.Chosen();
             Prepare(line.Common());
             status = RunChosen(chosen);
         }

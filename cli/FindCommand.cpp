@@ -27,10 +27,12 @@ ExitStatus Find(const Inputs& inputs) {
 
 }  // namespace
 
-const Command kFind{"find", "Find the cells that hold a text or an amount",
-                    "Cost centers come first, then the worksheets in their order. A component is\n"
-                    "found on S-2, not on every schedule that repeats its name. What reads as a\n"
-                    "number is looked for among texts and amounts.",
-                    kArguments, Find};
+const Command kFind{
+    "find", "Find the cells that hold a text or an amount",
+    "Cost centers come first, then the worksheets in their order. A component is\n"
+    "found on S-2, not on every schedule that repeats its name. What reads as a\n"
+    "number is looked for among texts and amounts. Digits alone, such as 481,251,\n"
+    "are found under either sign; -481,251 and (481,251) are negative amounts alone.",
+    kArguments, Find};
 
 }  // namespace zolmara::cli

@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "core/Characters.h"
 #include "core/Globals.h"
 #include "store/session/Session.h"
+#include "worksheets/SoughtAmount.h"
 #include "worksheets/Worksheet.h"
 
 namespace zolmara {
@@ -17,7 +17,7 @@ namespace {
 struct Wanted {
     std::string Text;  ///< in capitals
     std::string Ccn;   ///< the same as a component's number is stored; empty where it is none
-    std::optional<double> Amount;
+    SoughtAmount Amount;
 };
 
 /// "14-0231" of "140231": a number is keyed with its hyphen or without.
@@ -26,9 +26,6 @@ std::string AsCcn(const std::string& text) {
     if (text.size() != kSize || !std::ranges::all_of(text.substr(2), IsDigit)) return {};
     return text.substr(0, 2) + "-" + text.substr(2);
 }
-
-/// Half of a ten-thousandth, on either side.
-constexpr double kNear = 0.00005;
 
 /// So many columns are asked for in one statement.
 constexpr std::size_t kColumnsAtOnce = 48;
@@ -60,6 +57,19 @@ Columns ColumnsOf(const std::string& item) {
     return columns;
 }
 
+/// What the rows meet that hold the amount in one of the fields.
+std::string ConditionOn(const std::vector<std::string>& fields, const SoughtAmount& amount) {
+    std::string condition;
+    const auto add = [&](const SoughtAmount::Range& range) {
+        for (const std::string& field : fields)
+            condition += fmt::format("{}({} Between {} And {})", condition.empty() ? "" : " Or ",
+                                     field, NumberText(range.Low), NumberText(range.High));
+    };
+    add(amount.AsKeyed());
+    if (const auto other = amount.UnderTheOtherSign()) add(*other);
+    return condition;
+}
+
 class Search {
 public:
     explicit Search(const Wanted& wanted) : wanted_(wanted) {}
@@ -71,7 +81,7 @@ public:
         begin_ = found.size();
         const Columns columns = ColumnsOf(item);
         Texts(columns.Texts);
-        if (wanted_.Amount) Amounts(columns.Amounts);
+        if (wanted_.Amount.Any()) Amounts(columns.Amounts);
         SortFound();
     }
 
@@ -108,20 +118,14 @@ private:
     }
 
     void AmountsIn(const std::vector<std::string>& fields) {
-        const std::string low = NumberText(*wanted_.Amount - kNear);
-        const std::string high = NumberText(*wanted_.Amount + kNear);
-        std::string condition;
-        for (const std::string& field : fields) {
-            if (!condition.empty()) condition += " Or ";
-            condition += fmt::format("({} Between {} And {})", field, low, high);
-        }
-        Recordset rows = gDB.OpenRecordset(fmt::format("SELECT {},{} FROM {} WHERE {};", key_,
-                                                       fmt::join(fields, ","), item_, condition),
-                                           dbOpenSnapshot);
+        Recordset rows = gDB.OpenRecordset(
+            fmt::format("SELECT {},{} FROM {} WHERE {};", key_, fmt::join(fields, ","), item_,
+                        ConditionOn(fields, wanted_.Amount)),
+            dbOpenSnapshot);
         for (; !rows.Eof(); rows.MoveNext()) {
             for (std::size_t i = 0; i < fields.size(); ++i) {
                 const Variant& cell = rows[static_cast<int>(i) + 1];
-                if (!cell.IsNumber() || std::abs(cell.Number() - *wanted_.Amount) > kNear) continue;
+                if (!cell.IsNumber() || !wanted_.Amount.Is(cell.Number())) continue;
                 found.push_back({{item_, CurOr(rows[0]), fields[i]}, cell});
             }
         }
@@ -148,7 +152,7 @@ std::vector<FoundCell> FindCells(std::string_view text) {
     const std::string_view trimmed = Trim(text);
     if (trimmed.empty()) return {};
     const std::string capitals = UCase(trimmed);
-    const Wanted wanted{capitals, AsCcn(capitals), ParseNumber(trimmed)};
+    const Wanted wanted{capitals, AsCcn(capitals), SoughtAmount(trimmed)};
     Search search(wanted);
     search.Table("CostCenters");
     search.Table("ES");

@@ -126,6 +126,69 @@ TEST_F(CommandLine, YesAndNoExcludeEachOther) {
     EXPECT_EQ(Run({"info", File("x.CRF"), "--yes", "--no"}).Status, 1);
 }
 
+// What is keyed is a text where the command takes one, whatever it begins with.
+TEST_F(CommandLine, ATextThatBeginsWithADashIsAText) {
+    const std::string crf = NewCrf();
+    for (const std::string text : {"- none -", "-", "-x", "-inf", "-help", "get", "- 5"}) {
+        Do({"header", crf, "1", text});
+        EXPECT_EQ(Do({"get", crf, "HeaderLines", "1", "LineText"}), text + "\n");
+    }
+    Do({"component", "add", crf, "1", "1", "-Annex-", "14-0177"});
+    EXPECT_EQ(Do({"get", crf, "S2p1", "1", "1"}), "-Annex-\n");
+    Do({"component", "rename", crf, "1", "1", "-", "14-0178"});
+    EXPECT_EQ(Do({"get", crf, "S2p1", "1", "1"}), "-\n");
+    EXPECT_EQ(Do({"cc", "add", crf, "4", "-Fleet", "--sub"}), "4.01\n");
+    Do({"cc", "rename", crf, "4.01", "- Vans", "--quiet"});
+    EXPECT_EQ(Do({"get", crf, "CostCenters", "4.01", "CCName"}), "- Vans\n");
+    EXPECT_EQ(Do({"find", crf, "- van", "--format", "csv"}),
+              "item,line,column,value\nCostCenters,4.01,CCName,- Vans\n");
+    Do({"identity", crf, "--name", "-Home-"});
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "1"}), "-Home-\n");
+}
+
+TEST_F(CommandLine, BehindTwoDashesNothingIsAnOption) {
+    const std::string crf = NewCrf();
+    Do({"header", crf, "1", "--", "--yes"});
+    EXPECT_EQ(Do({"get", crf, "HeaderLines", "1", "LineText"}), "--yes\n");
+    Do({"header", "--", crf, "1", "--"});
+    EXPECT_EQ(Do({"get", crf, "HeaderLines", "1", "LineText"}), "--\n");
+}
+
+TEST_F(CommandLine, ALineThatIsNoneIsToldAsThat) {
+    const CliResult result = Run({"get", NewCrf(), "A", "-x", "1"});
+    EXPECT_EQ(result.Status, 1);
+    EXPECT_EQ(result.Err, "ERROR\tLINE must be a line number such as 4 or 4.01, not -x\n");
+}
+
+TEST_F(CommandLine, AnOptionThatIsNoneIsNamed) {
+    const std::string crf = NewCrf();
+    const auto told = [&](std::vector<std::string> words) {
+        const CliResult result = Run(std::move(words));
+        EXPECT_EQ(result.Status, 1);
+        EXPECT_EQ(result.Out, "");
+        return result.Err;
+    };
+    const std::string rest = "; put -- ahead of words that begin with - and are none\n";
+    EXPECT_EQ(told({"set", crf, "A", "8", "1", "--five"}),
+              "ERROR\t--five is no option of set" + rest);
+    EXPECT_EQ(told({"cc", "rename", crf, "4", "--sbu", "Vans"}),
+              "ERROR\t--sbu is no option of cc rename" + rest);
+    EXPECT_EQ(told({"calc", "-q", crf}), "ERROR\t-q is no option of calc" + rest);
+    EXPECT_EQ(told({"print", crf, "A", "-x"}), "ERROR\t-x is no option of print" + rest);
+    EXPECT_EQ(told({"info", crf, "--force"}), "ERROR\t--force is no option of info" + rest);
+    EXPECT_EQ(told({"-x"}), "ERROR\t-x is no option" + rest);
+}
+
+// A name that is a command's, too, and one with a character that nobody keys.
+TEST_F(CommandLine, WordsAreGivenOnAsTheyWere) {
+    const std::string crf = NewCrf("calc");
+    EXPECT_EQ(Do({"get", crf, "A", "1", "CCName"}), "CRC-B&F\n");
+    const std::string odd = NewCrf("\x01odd.CRF");
+    EXPECT_EQ(Do({"get", odd, "A", "1", "CCName"}), "CRC-B&F\n");
+    Do({"cells", crf, File("calc.txt")});
+    EXPECT_EQ(Run({"get", crf, "\x01", "1", "1"}).Status, 2);
+}
+
 TEST_F(CommandLine, AnEmptyFileNameIsWrong) { EXPECT_EQ(Run({"info", ""}).Status, 1); }
 
 TEST_F(CommandLine, CommonOptionsStandAheadOfTheCommandOrBehind) {

@@ -7,6 +7,8 @@ namespace zolmara::test {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 class IdentityCommand : public CliTest {
 protected:
     IdentityCommand() {
@@ -60,6 +62,63 @@ TEST_F(IdentityCommand, SaveAsOntoItselfOrAnotherFileIsRefused) {
     EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
 }
 
+// The statement that a copy would be made of must not be taken for the place of the copy.
+TEST_F(IdentityCommand, SaveAsOntoItselfByAnotherRoadIsRefused) {
+    fs::create_directory(File("sub"));
+    fs::create_symlink("Own.CRF", File("Link.CRF"));
+    fs::create_symlink("Link.CRF", File("LinkToLink.CRF"));
+    fs::create_directory_symlink(".", File("here"));
+    fs::create_hard_link(crf, File("Hard.CRF"));
+    const std::string before = ContentOf(crf);
+    for (const char* road : {"Link.CRF", "LinkToLink.CRF", "here/Own.CRF", "Hard.CRF", "./Own.CRF",
+                             ".//Own.CRF", "sub/../Own.CRF", "here/sub/../Link.CRF"}) {
+        const CliResult result = Run({"identity", crf, "--name", "Other", "--save-as", File(road)});
+        EXPECT_EQ(result.Status, 2) << road;
+        EXPECT_EQ(result.Err,
+                  "ERROR\tThe file selected is the same one that is currently open, SaveAs "
+                  "aborted.\n")
+            << road;
+        EXPECT_EQ(ContentOf(crf), before) << road;
+    }
+    EXPECT_TRUE(fs::is_symlink(File("Link.CRF")));
+    // And the other way round.
+    EXPECT_EQ(Run({"identity", File("Link.CRF"), "--name", "O", "--save-as", crf}).Status, 2);
+    EXPECT_EQ(ContentOf(crf), before);
+}
+
+// The folder may be shared with machines to which these are one name.
+TEST_F(IdentityCommand, SaveAsOntoItsOwnNameInAnotherCaseIsRefused) {
+    const std::string before = ContentOf(crf);
+    for (const char* name : {"OWN.CRF", "own.crf", "Own.crf"}) {
+        const CliResult result = Run({"identity", crf, "--name", "Other", "--save-as", File(name)});
+        EXPECT_EQ(result.Status, 2) << name;
+        EXPECT_EQ(result.Err, "ERROR\t" + File(name) + ": This is the open Cost Report File\n");
+        EXPECT_FALSE(fs::exists(File(name))) << name;
+        EXPECT_EQ(ContentOf(crf), before) << name;
+    }
+}
+
+// What SQLite keeps beside a statement is a part of it.
+TEST_F(IdentityCommand, SaveAsOntoItsJournalIsRefused) {
+    const std::string before = ContentOf(crf);
+    for (const char* name : {"Own.CRF-journal", "Own.CRF-wal", "own.crf-SHM"}) {
+        const CliResult result = Run({"identity", crf, "--name", "Other", "--save-as", File(name)});
+        EXPECT_EQ(result.Status, 2) << name;
+        EXPECT_EQ(result.Err,
+                  "ERROR\t" + File(name) + ": This is a part of the open Cost Report File\n");
+        EXPECT_FALSE(fs::exists(File(name))) << name;
+        EXPECT_EQ(ContentOf(crf), before) << name;
+    }
+}
+
+TEST_F(IdentityCommand, SaveAsThroughALinkToNowhereMakesTheFileThere) {
+    fs::create_symlink("Copy.CRF", File("ToCopy.CRF"));
+    Do({"identity", crf, "--name", "Other", "--save-as", File("ToCopy.CRF")});
+    EXPECT_TRUE(fs::is_symlink(File("ToCopy.CRF")));
+    EXPECT_EQ(Do({"get", File("Copy.CRF"), "S1p1", "2", "Col_1"}), "Other\n");
+    EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
+}
+
 TEST_F(IdentityCommand, SaveAsIntoAFolderThatIsNotThereIsAFileThatCannotBeWritten) {
     const CliResult result =
         Run({"identity", crf, "--name", "Other", "--save-as", File("no/X.CRF")});
@@ -71,8 +130,8 @@ TEST_F(IdentityCommand, SaveAsIntoAFolderThatIsNotThereIsAFileThatCannotBeWritte
 TEST_F(IdentityCommand, ACopyThatCannotBeChangedIsNotLeft) {
     const std::string copy = File("out/Copy.CRF");
     const auto saveAs = [&](int at) {
-        std::filesystem::remove_all(File("out"));
-        std::filesystem::create_directory(File("out"));
+        fs::remove_all(File("out"));
+        fs::create_directory(File("out"));
         CliSetting setting;
         setting.Faults = FaultPlan{File("out"), at, ENOSPC, "", File("report")};
         const int status = Run({"identity", crf, "--name", "O", "--save-as", copy}, setting).Status;
@@ -83,7 +142,7 @@ TEST_F(IdentityCommand, ACopyThatCannotBeChangedIsNotLeft) {
     // The last calls are those of the commit of the change.
     for (const int at : {calls - 2, calls - 1, calls}) {
         EXPECT_EQ(saveAs(at).first, 4) << at;
-        EXPECT_TRUE(std::filesystem::is_empty(File("out"))) << at;
+        EXPECT_TRUE(fs::is_empty(File("out"))) << at;
     }
     EXPECT_EQ(Do({"get", crf, "S1p1", "2", "Col_1"}), "Home Office\n");
 }

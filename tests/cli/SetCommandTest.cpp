@@ -38,6 +38,29 @@ TEST_F(SetCommand, TakesNegativeAmountsAndThousandsCommas) {
     EXPECT_EQ(Get("A", "8", "1"), "-55");
 }
 
+TEST_F(SetCommand, AnAmountThatBeginsLikeAnOptionIsAnAmount) {
+    for (const auto& [value, stored] : std::vector<std::pair<std::string, std::string>>{
+             {"-7", "-7"}, {"-$1,250", "-1250"}, {"- 9", "-9"}, {"-1e3", "-1000"}}) {
+        EXPECT_EQ(Set("A", "8", "1", value).Status, 0) << value;
+        EXPECT_EQ(Get("A", "8", "1"), stored) << value;
+    }
+    EXPECT_EQ(Set("A", "8", "1", "-.75").Status, 2);  // rounded
+    EXPECT_EQ(Get("A", "8", "1"), "-1");
+}
+
+TEST_F(SetCommand, AValueThatLooksLikeAnOptionIsRefusedAsAValue) {
+    for (const std::string value : {"-inf", "-x", "-", "-nan", "-q"}) {
+        const CliResult result = Set("A", "8", "1", value);
+        EXPECT_EQ(result.Status, 2) << value;
+        EXPECT_EQ(result.Err,
+                  "ERROR\tYou're attempting to enter invalid data ['" + value +
+                      "'].  The cell you're attempting to input or modify only accepts "
+                      "numeric data.  Your entry or modification is being discarded.\n");
+    }
+    EXPECT_EQ(Run({"set", crf, "S1p1", "1", "1", "-Mary-", "--quiet"}).Status, 0);
+    EXPECT_EQ(Get("S1p1", "1", "1"), "-Mary-");
+}
+
 TEST_F(SetCommand, RoundsWithItsWarning) {
     const CliResult result = Set("A", "8", "1", "12.5");
     EXPECT_EQ(result.Status, 2);

@@ -136,6 +136,27 @@ TEST_F(LargeBlock, IsOnTheClipboardWhenItsWindowHasClosed) {
     EXPECT_TRUE(Clip() == Whole());
 }
 
+// The windows stay, but the file behind them is closed for a moment.
+TEST_F(LargeBlock, IsOnTheClipboardWhenTheStatementIsSavedUnderAnotherName) {
+    Files.emplace_back(folder.File("Other.CRF"));
+    CopyAll();
+    Trigger("mnuReportSaveAs");
+    EXPECT_EQ(gCRFTitle, "Other.CRF");
+    ASSERT_TRUE(Copied());
+    EXPECT_TRUE(Clip() == Whole());
+}
+
+TEST_F(LargeBlock, IsOnTheClipboardWhenACopyGetsAnotherIdentity) {
+    At(Sheet("edit", "S1p1"), 2, "Col_1");
+    Press(Qt::Key_F2);
+    Files.emplace_back(folder.File("Other.CRF"));
+    CopyAll();
+    Click("frmCRFEditInfo", "cmdSaveAs");
+    EXPECT_EQ(gCRFTitle, "Other.CRF");
+    ASSERT_TRUE(Copied());
+    EXPECT_TRUE(Clip() == Whole());
+}
+
 TEST_F(LargeBlock, IsSearchedToItsEndAndSaysHowFarItIs) {
     gDB.Execute("UPDATE A6 SET Col_1 = 'Needle' WHERE LineNum = 80.98;");
     At(a6_, 1.02, "LineNum");

@@ -407,6 +407,22 @@ TEST_F(OverviewTest, ErrorsLeadToTheFindings) {
     EXPECT_NE(FindForm("frmViewError"), nullptr);
 }
 
+// A figure that is keyed again takes the errors away; until then the files cannot be built.
+TEST_F(OverviewTest, AStatementWithErrorsIsSignedAfterThem) {
+    OpenSample();
+    gDB.Execute("UPDATE S2p1 SET Col_2 = Null WHERE LineNum = 1;");
+    Trigger("mnuReportCalculate");
+    EXPECT_FALSE(Enabled("mnuReportElectronically"));
+    ASSERT_TRUE(Told([this] { return HasNext("Not signed: the errors come first"); }))
+        << ::testing::PrintToString(Next());
+    CloseAllForms(false);
+    auto* const list = Part<QListWidget>("lstNext");
+    for (int row = 0; row < list->count(); ++row)
+        if (list->item(row)->text() == "Not signed: the errors come first")
+            emit list->itemActivated(list->item(row));
+    EXPECT_NE(FindForm("frmViewError"), nullptr);
+}
+
 // --- Files ---------------------------------------------------------------------------------
 
 TEST_F(OverviewTest, RecentFilesStandBesideTheWelcomeFrameAndOpen) {

@@ -196,6 +196,19 @@ TEST_F(SheetKeys, CtrlFFindsInTheWindowAndEscapeLeavesTheBar) {
     EXPECT_TRUE(a->isVisible());
 }
 
+TEST_F(SheetKeys, FindTakesAnAmountAsItStandsOnAPage) {
+    RunBatch(gDB, [] { gDB.Execute("UPDATE A SET Col_1 = -481251 WHERE LineNum = 9;"); });
+    auto* a = Sheet("edit", "A");
+    for (const char* amount : {"481251", "481,251", "$481,251.00", "(481,251)", "-481251"}) {
+        At(a, 1, "Col_1");
+        Press(Qt::Key_F, Qt::ControlModifier);
+        Type(amount);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(Current(a), "9 Col_1") << amount;
+        Press(Qt::Key_Escape);
+    }
+}
+
 TEST_F(SheetKeys, ZoomIsForAllWindowsAndRemembered) {
     auto* a = Sheet("edit", "A");
     const int plain = a->Grid().verticalHeader()->defaultSectionSize();

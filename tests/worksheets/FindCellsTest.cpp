@@ -76,6 +76,29 @@ TEST_F(FindCellsTest, ANegativeInBracketsIsAnAmount) {
     EXPECT_EQ(For("(77)"), Found{"G 3 Col_1: -77"});
 }
 
+// Who looks for the figure of a page keys its digits.
+TEST_F(FindCellsTest, DigitsAloneAreFoundUnderEitherSign) {
+    SetCell("G", 3, "Col_1", -481251);
+    SetCell("G", 4, "Col_1", 481251);
+    const Found both{"G 3 Col_1: -481251", "G 4 Col_1: 481251"};
+    for (const char* digits : {"481,251", "481251", " 481,251.00 ", "$481,251", "4.81251e+5"})
+        EXPECT_EQ(For(digits), both) << digits;
+}
+
+TEST_F(FindCellsTest, ASignOrBracketsFindThatSignAlone) {
+    SetCell("G", 3, "Col_1", -481251);
+    SetCell("G", 4, "Col_1", 481251);
+    for (const char* negative : {"-481,251", "(481,251)", "($481,251)"})
+        EXPECT_EQ(For(negative), Found{"G 3 Col_1: -481251"}) << negative;
+    EXPECT_EQ(For("+481,251"), Found{"G 4 Col_1: 481251"});
+}
+
+TEST_F(FindCellsTest, NothingIsFoundOnceForEachSign) {
+    SetCell("G", 3, "Col_1", 0);
+    const Found found = For("0.00");
+    EXPECT_EQ(std::ranges::count(found, "G 3 Col_1: 0"), 1);
+}
+
 TEST_F(FindCellsTest, QuotesAndWildcardsAreLettersOfTheText) {
     SetCell("A8", 1, "Col_1", "O'Hara 100% \"net\" *");
     const Found found = {"A8 1 Col_1: O'Hara 100% \"net\" *"};

@@ -19,6 +19,7 @@
 #include "ui/main/QtHost.h"
 #include "ui/main/QtText.h"
 #include "ui/main/frmSplash.h"
+#include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
@@ -120,6 +121,8 @@ QLineEdit* frmCRFEditInfo::FieldOf(IdentityField field) const {
 void frmCRFEditInfo::Save(IdentityResult (*save)(IdentityFields& fields)) {
     // A row that is being keyed belongs to the statement as it is now.
     if (!CommitOpenRows()) return;
+    // So does a block that is being copied.
+    FinishCopy();
     checking_ = true;
     const std::string before = gCRFPath;
     IdentityFields fields = Fields();

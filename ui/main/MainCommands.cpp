@@ -29,6 +29,7 @@
 #include "ui/main/frmMain.h"
 #include "ui/overview/StatementNotes.h"
 #include "ui/printing/frmSelectivePrints.h"
+#include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/OpenWorksheet.h"
 
 namespace zolmara::ui {
@@ -44,7 +45,11 @@ void ReportNew(frmMain& main) {
 
 void ReportOpen(frmMain&) { mnuReportOpen(); }
 void ReportClose(frmMain&) { mnuReportClose(); }
-void ReportSaveAs(frmMain&) { mnuReportSaveAs(); }
+void ReportSaveAs(frmMain&) {
+    // The windows stay, and the file that a block is copied from is closed.
+    FinishCopy();
+    mnuReportSaveAs();
+}
 void ReportEditCheck(frmMain&) {
     mnuReportEditCheck();
     TellDone("Checked");

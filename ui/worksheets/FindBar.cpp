@@ -53,14 +53,18 @@ void FindBar::Open() {
     txtFind_->selectAll();
 }
 
-bool FindBar::Holds(int row, int column, const QString& text) const {
+bool FindBar::Holds(int row, int column, const Search& search) const {
     const FormColumn& described = form_.Model().Column(column);
     const Variant value = form_.Model().Value(row, column);
     if (value.IsNull()) return false;
     const Currency line = form_.Model().Line(row);
-    if (Q(ShownText(described, line, value)).contains(text, Qt::CaseInsensitive)) return true;
-    return described.IsNumber() &&
-           Q(PlainText(described, line, value)).contains(text, Qt::CaseInsensitive);
+    const auto isIn = [&](const std::string& text) {
+        return Q(text).contains(search.Text, Qt::CaseInsensitive);
+    };
+    if (isIn(ShownText(described, line, value))) return true;
+    if (!described.IsNumber()) return false;
+    return isIn(PlainText(described, line, value)) ||
+           (value.IsNumber() && search.Amount.Is(value.Number()));
 }
 
 int FindBar::CountOfCells() const { return form_.Model().rowCount() * form_.Model().columnCount(); }
@@ -71,7 +75,7 @@ void FindBar::Find(bool forward) {
     if (txtFind_->text().isEmpty() || cells == 0) return;
     const QModelIndex from = form_.Grid().currentIndex();
     const int start = from.isValid() ? from.row() * form_.Model().columnCount() + from.column() : 0;
-    search_ = {txtFind_->text(), forward, start, cells, 1};
+    search_ = {txtFind_->text(), SoughtAmount(S(txtFind_->text())), forward, start, cells, 1};
     GoOn();
 }
 
@@ -82,7 +86,7 @@ bool FindBar::Slice() {
     for (; search_->Step < last && !search_->Done(); ++search_->Step) {
         const int column = search_->At() % columns;
         if (form_.Grid().isColumnHidden(column)) continue;
-        if (Holds(search_->At() / columns, column, search_->Text)) return true;
+        if (Holds(search_->At() / columns, column, *search_)) return true;
     }
     return false;
 }

@@ -4,6 +4,8 @@
 #include <QWidget>
 #include <optional>
 
+#include "worksheets/SoughtAmount.h"
+
 class QLabel;
 class QLineEdit;
 class QTimer;
@@ -30,6 +32,7 @@ private:
     /// A search on its way through the cells, which are counted row by row.
     struct Search {
         QString Text;
+        SoughtAmount Amount;
         bool Forward = true;
         int Start = 0;
         int Cells = 0;
@@ -39,7 +42,7 @@ private:
         bool Done() const { return Step > Cells; }
     };
 
-    bool Holds(int row, int column, const QString& text) const;
+    bool Holds(int row, int column, const Search& search) const;
     int CountOfCells() const;
     bool Slice();
     void GoOn();
