@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/Globals.h"
+#include "spreadsheet/SheetPage.h"
 #include "store/session/Session.h"
 
 namespace zolmara {
@@ -19,15 +20,34 @@ SheetHead ReadSheetHead() {
     return head;
 }
 
+namespace {
+
+/// A text that is too long for the room takes more lines in it.
+void PutHeadLine(Workbook& book, lxw_worksheet* sheet, lxw_row_t row, const std::string& text,
+                 bool bold, const HeadRoom& room) {
+    // Bold letters are wider.
+    const int lines = room.Columns == 0 ? 1 : LinesIn(text, room.Characters * (bold ? 0.9 : 1));
+    if (lines == 1)
+        return PutText(sheet, row, 0, text, bold ? book.Format({.Bold = true}) : nullptr);
+    lxw_format* const format = book.Format({.Bold = bold, .Wrap = true});
+    // A word that does not fit behind the others takes a line more.
+    worksheet_set_row(sheet, row, kLineHeight * (lines + 1), nullptr);
+    if (room.Columns > 1)
+        worksheet_merge_range(sheet, row, 0, row, static_cast<lxw_col_t>(room.Columns - 1), "",
+                              format);
+    PutText(sheet, row, 0, text, format);
+}
+
+}  // namespace
+
 void WriteSheetHead(Workbook& book, lxw_worksheet* sheet, const SheetHead& head,
-                    const std::string& title) {
-    lxw_format* bold = book.Format({.Bold = true});
+                    const std::string& title, const HeadRoom& room) {
     lxw_row_t row = 0;
     for (const std::string& line : head.Lines) {
-        PutText(sheet, row, 0, line, row == 0 ? bold : nullptr);
+        PutHeadLine(book, sheet, row, line, row == 0, room);
         ++row;
     }
-    PutText(sheet, row, 0, title, bold);
+    PutHeadLine(book, sheet, row, title, true, room);
 }
 
 }  // namespace zolmara

@@ -25,8 +25,15 @@ private:
 /// Name, number and period of the home office, and its own header lines.
 SheetHead ReadSheetHead();
 
+/// The columns that a sheet of several pages across has on each. A text that flows over into the
+/// columns behind them would be cut off at another page's.
+struct HeadRoom {
+    int Columns = 0;        ///< 0 on a sheet of one page across
+    double Characters = 0;  ///< the width of those that are shown
+};
+
 /// Writes them with the worksheet's name as the form calls it.
 void WriteSheetHead(Workbook& book, lxw_worksheet* sheet, const SheetHead& head,
-                    const std::string& title);
+                    const std::string& title, const HeadRoom& room);
 
 }  // namespace zolmara

@@ -53,7 +53,7 @@ ExportSheet::ExportSheet(Workbook& book, const SheetLayout& layout, const SheetH
 
 void ExportSheet::Write() {
     SetUpPage();
-    WriteSheetHead(book_, sheet_, head_, TitleOf(layout_.Item));
+    WriteSheetHead(book_, sheet_, head_, TitleOf(layout_.Item), RoomOfHead());
     WriteHeadings();
     WriteRows();
     if (formulas_ != nullptr && !layout_.Closed.empty()) WriteHelpers();
@@ -78,6 +78,16 @@ void ExportSheet::SetUpPage() {
         const auto column = static_cast<lxw_col_t>(i);
         worksheet_set_column_opt(sheet_, column, column, CharactersOf(shown), nullptr, &options);
     }
+}
+
+HeadRoom ExportSheet::RoomOfHead() const {
+    HeadRoom room;
+    if (PagesAcross(form_, IsLandscape(layout_.Item)) == 1) return room;
+    for (; room.Columns < form_.FrozenColumns; ++room.Columns) {
+        const FormColumn& shown = columns_[static_cast<std::size_t>(room.Columns)].Shown;
+        if (!shown.Hidden) room.Characters += CharactersOf(shown);
+    }
+    return room;
 }
 
 /// A word that is longer than its column, or does not fit behind the others, takes a line more.

@@ -32,6 +32,7 @@ private:
     };
 
     void SetUpPage();
+    HeadRoom RoomOfHead() const;
     void WriteHeadings();
     double TitleHeight() const;
     void SetHeight(lxw_row_t row, const PassingRows& cells);

@@ -276,6 +276,23 @@ TEST_F(Export, PutsWideSchedulesOnSeveralPagesWithTheirFirstColumnsOnEach) {
     EXPECT_GE(Val(wide.substr(wide.find("fitToWidth=\"") + 12)), 2);
 }
 
+// On the second page the first columns stand again, and behind them other columns.
+TEST_F(Export, WrapsAHeadThatIsLongerThanTheColumnsOnEachPage) {
+    test::MakeNorthfield(folder);
+    std::string longest;
+    while (longest.size() < 140) longest += "word ";
+    gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=1;", {Trim(longest)});
+    gDB.Execute("UPDATE HeaderLines SET LineText='short' WHERE LineNum=2;");
+    Book book = Written({{"Dp1", "A"}, false});
+    const std::string wide = book.Xml("Dp1");
+    EXPECT_NE(wide.find("<mergeCell ref=\"A4:C4\"/>"), std::string::npos);
+    const std::string row = wide.substr(wide.find("<row r=\"4\""));
+    EXPECT_GE(Val(row.substr(row.find(" ht=\"") + 5)), 30) << row.substr(0, 60);
+    EXPECT_EQ(Shown(book.Cells("Dp1").at({4, 0}).Cached), "\"" + std::string(Trim(longest)) + "\"");
+    EXPECT_EQ(wide.find("<mergeCell ref=\"A5:C5\"/>"), std::string::npos) << "a short one";
+    EXPECT_EQ(book.Xml("A").find("<mergeCell"), std::string::npos) << "one page across";
+}
+
 TEST_F(Export, MakesRoomForTextsOfSeveralLines) {
     test::MakeNorthfield(folder);
     test::SetCell("S1p1", 1, "Col_1", std::string(40, 'x'));
