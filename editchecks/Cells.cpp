@@ -64,9 +64,10 @@ bool IsSixAlphanumeric(std::string_view text) {
 
 Line::Line(std::string_view statement) {
     const Recordset rows = gDB.OpenRecordset(statement, dbOpenSnapshot);
+    there_ = !rows.Eof();
     for (int i = 0; i < rows.FieldCount(); ++i) {
         fields_.push_back(rows.FieldName(i));
-        values_.push_back(rows.Eof() ? Variant() : rows[i]);
+        values_.push_back(there_ ? rows[i] : Variant());
     }
 }
 
@@ -87,6 +88,7 @@ std::string CostCenterCell::Column() const { return NumberText(Line); }
 std::vector<CostCenterCell> CostCenterCells(std::string_view statement) {
     const Line line(statement);
     std::vector<CostCenterCell> cells;
+    if (!line.IsThere()) return cells;
     for (std::size_t i = 0; i < line.Count(); ++i) {
         const std::string& field = line.Field(i);
         if (IsCostCenterColumn(field))

@@ -47,10 +47,13 @@ bool IsSixAlphanumeric(std::string_view text);
 
 // --- Whole lines and tables, read once
 
-/// The first row of a statement. Without one every cell is Null.
+/// The first row of a statement. A check whose row is missing is passed over: it asks IsThere.
+/// Without the row every cell is Null.
 class Line {
 public:
     explicit Line(std::string_view statement);
+
+    bool IsThere() const { return there_; }
 
     std::size_t Count() const { return values_.size(); }
     const std::string& Field(std::size_t position) const { return fields_[position]; }
@@ -61,6 +64,7 @@ public:
     const Variant& Value(std::string_view field) const;
 
 private:
+    bool there_;
     std::vector<std::string> fields_;
     std::vector<Variant> values_;
 };
@@ -74,7 +78,7 @@ struct CostCenterCell {
     std::string Column() const;
 };
 
-/// The cost center cells of the first row of a statement, in their order.
+/// The cost center cells of the first row of a statement, in their order; none without the row.
 std::vector<CostCenterCell> CostCenterCells(std::string_view statement);
 
 /// The values of a key field.

@@ -143,16 +143,19 @@ void CheckA6Codes() {
 }
 
 void CheckA7p1Line9() {
-    if (IsAboveZero(Line(kA7p1Line9).Number("Col_6"))) return;
+    const Line assets(kA7p1Line9);
+    if (!assets.IsThere() || IsAboveZero(assets.Number("Col_6"))) return;
     AddNonFatal("1050A", fmt::format("{}Line 9 column 6 must be greater than zero.", kA7p1Prefix));
 }
 
 void CheckFixedAssets() {
-    const double control = Line("Select * From S1p1 Where LineNum=3;").Number("Col_1");
-    const double assets = Line(kA7p1Line9).Number("Col_6");
-    const double balance = Line("Select * From G Where LineNum=26;").Number("Col_1");
-    if (!NeedsFixedAssets(control)) return;
-    if (IsAboveZero(assets) && !Differ(assets, balance)) return;
+    const Line control("Select * From S1p1 Where LineNum=3;");
+    const Line assets(kA7p1Line9);
+    const Line balance("Select * From G Where LineNum=26;");
+    if (!NeedsFixedAssets(control.Number("Col_1"))) return;
+    if (!assets.IsThere() || !balance.IsThere()) return;
+    const double ending = assets.Number("Col_6");
+    if (IsAboveZero(ending) && !Differ(ending, balance.Number("Col_1"))) return;
     AddPotential(
         "2050A",
         fmt::format("{}Line 9 column 6 should be greater than zero when S-1 Part I, line 3 "

@@ -16,9 +16,10 @@ namespace {
 constexpr std::string_view kLinesOfA = "Select * From A;";
 constexpr std::string_view kGrandTotalOfE1 = "Select * From E1p3 Where LineNum=52;";
 
-double AmountOn(const std::map<Currency, double>& lines, Currency line) {
+/// True where the line of worksheet A is there and has another amount.
+bool DiffersFromLine(double amount, const std::map<Currency, double>& lines, Currency line) {
     const auto found = lines.find(line);
-    return found == lines.end() ? 0 : found->second;
+    return found != lines.end() && Differ(amount, found->second);
 }
 
 // --- E -------------------------------------------------------------------------------------
@@ -56,9 +57,10 @@ bool PoolsAreChecked() {
 void CheckEAgainstA() {
     const auto pooled = AmountsByLine(kLinesOfA, "Col_8");
     const Line total("Select * From E Where LineNum=4;");
+    if (!total.IsThere()) return;
     for (const Pool& pool : kPools) {
         const Currency line = Currency::FromWhole(pool.Line);
-        if (!Differ(total.Number(CostCenterColumn(line)), AmountOn(pooled, line))) continue;
+        if (!DiffersFromLine(total.Number(CostCenterColumn(line)), pooled, line)) continue;
         AddNonFatal(pool.Code,
                     fmt::format("Worksheet E, line 4, column {} must equal A, line {} column 8.",
                                 pool.Column, pool.Line));
@@ -68,10 +70,11 @@ void CheckEAgainstA() {
 void CheckE1p3AgainstA() {
     const auto pooled = AmountsByLine(kLinesOfA, "Col_8");
     const Line total(kGrandTotalOfE1);
+    if (!total.IsThere()) return;
     for (std::size_t i = kFirstPool; i < total.Count(); ++i) {
         if (!IsCostCenterColumn(total.Field(i))) continue;
         const Currency line = LineOfColumn(total.Field(i));
-        if (!Differ(total.Number(i), AmountOn(pooled, line))) continue;
+        if (!DiffersFromLine(total.Number(i), pooled, line)) continue;
         AddNonFatal(PoolCode(line),
                     fmt::format("Worksheet E-1, line 52, column {} must equal A, line {} column 8.",
                                 i - kBeforeColumns, NumberText(line)));
@@ -81,8 +84,10 @@ void CheckE1p3AgainstA() {
 void CheckE1p3AllOther() {
     const double apart =
         NumOr(gDB.Scalar("Select Sum(Col_8) As S8 From A Where LineNum In(8,9,28);"));
-    const double subtotal = AmountOn(AmountsByLine(kLinesOfA, "Col_8"), kNonCapitalSubtotal);
-    if (!Differ(Line(kGrandTotalOfE1).Number("Col_7"), subtotal - apart)) return;
+    const Line subtotal("Select * From A Where LineNum=99;");
+    const Line total(kGrandTotalOfE1);
+    if (!subtotal.IsThere() || !total.IsThere()) return;
+    if (!Differ(total.Number("Col_7"), subtotal.Number("Col_8") - apart)) return;
     AddNonFatal("1100E",
                 "Worksheet E-1, line 52, column 7 must equal A, line 99, column 8 minus lines 8, "
                 "9, and 28 column 8.");

@@ -125,9 +125,11 @@ constexpr Section kOfficers{"", "Select * From S1p2 Where LineNum<6;", kOfficerC
 
 void CheckSp1() {
     Recordset rows = gDB.OpenRecordset("Select * From Sp1 Order By LineNum;", dbOpenSnapshot);
-    const std::string answer = rows.Eof() ? "" : CellText(rows, "Col_1");
-    if (!rows.Eof()) rows.MoveNext();
-    const double number = rows.Eof() ? 0 : CellNumber(rows, "Col_1");
+    if (rows.Eof()) return;
+    const std::string answer = CellText(rows, "Col_1");
+    rows.MoveNext();
+    if (rows.Eof()) return;
+    const double number = CellNumber(rows, "Col_1");
     if (!AmendmentDisagrees(answer, number)) return;
     AddNonFatal("1010S", R"(Worksheet S Part I: if Line 1 is "Y" then line 2 must be greater )"
                          "than zero, and visa versa.");

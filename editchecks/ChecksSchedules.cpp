@@ -96,6 +96,7 @@ void CheckAgainstLine(const ColumnMatch& match, const CostCenterCell& cell,
 
 void CheckAgainstRow(const ColumnMatch& match, const CostCenterCell& cell,
                      const std::map<Currency, double>& others) {
+    if (others.empty()) return;
     const auto found = others.find(cell.Line);
     const double other = found == others.end() ? 0 : found->second;
     if (Differ(cell.Amount, other))
@@ -233,14 +234,13 @@ void CheckBp3AgainstA() {
         CostCenterCells("Select * From Bp3 Where LineNum=52;");
     Recordset lines = gDB.OpenRecordset("Select * From A Order By LineNum;", dbOpenSnapshot);
     for (std::size_t n = 1; n <= 2; ++n) {
-        const double total = n <= totals.size() ? totals[n - 1].Amount : 0;
-        const double direct = lines.Eof() ? 0 : CellNumber(lines, "Col_6");
-        if (Differ(total, direct))
+        if (n > totals.size() || lines.Eof()) return;
+        if (Differ(totals[n - 1].Amount, CellNumber(lines, "Col_6")))
             AddNonFatal(fmt::format("10{}0B", n),
                         fmt::format("B Part III, line 52, column {0} must equal A, line {0}, "
                                     "column 6.",
                                     n));
-        if (!lines.Eof()) lines.MoveNext();
+        lines.MoveNext();
     }
 }
 

@@ -63,18 +63,43 @@ TEST_F(ChecksE, PoolsOfE1EqualTheirLinesOfA) {
 TEST_F(ChecksE, ASubscriptedPoolHasNoNumberInTheContractorsList) {
     gDB.AppendField("E1p3", {"CC_2801", FieldType::dbDouble});
     SetCell("E1p3", 52, "CC_2801", -3);
+    EXPECT_EQ(Found(CheckE1p3AgainstA), Findings{});  // A has no such line
+    AddRow("A", 28.01, {{"Col_8", -2}});
     EXPECT_EQ(
         Found(CheckE1p3AgainstA),
         Findings{"NF | VLQ | Worksheet E-1, line 52, column 9 must equal A, line 28.01 column 8."});
-    AddRow("A", 28.01, {{"Col_8", -3}});
+    SetCell("A", 28.01, "Col_8", -3);
     EXPECT_EQ(Found(CheckE1p3AgainstA), Findings{});
 }
 
-TEST_F(ChecksE, AMissingGrandTotalOfE1ReadsAsZero) {
+TEST_F(ChecksE, AMissingGrandTotalOfE1IsPassedOver) {
+    SetCell("A", 8, "Col_8", 1);
+    SetCell("A", 99, "Col_8", 7);
+    EXPECT_EQ(Found(CheckE1p3AgainstA).size(), 1u);
+    EXPECT_EQ(Found(CheckE1p3AllOther).size(), 1u);
     gDB.Execute("DELETE * FROM E1p3 WHERE LineNum=52;");
     EXPECT_EQ(Found(CheckE1p3AgainstA), Findings{});
+    EXPECT_EQ(Found(CheckE1p3AllOther), Findings{});
+}
+
+TEST_F(ChecksE, AMissingTotalOfEIsPassedOver) {
     SetCell("A", 8, "Col_8", 1);
+    EXPECT_EQ(Found(CheckEAgainstA).size(), 1u);
+    gDB.Execute("DELETE * FROM E WHERE LineNum=4;");
+    EXPECT_EQ(Found(CheckEAgainstA), Findings{});
+}
+
+TEST_F(ChecksE, APoolWhoseLineOfAIsMissingIsPassedOver) {
+    SetCell("E", 4, "CC_800", 5);
+    SetCell("E1p3", 52, "CC_800", 5);
+    SetCell("E1p3", 52, "Col_7", 5);
+    EXPECT_EQ(Found(CheckEAgainstA).size(), 1u);
     EXPECT_EQ(Found(CheckE1p3AgainstA).size(), 1u);
+    EXPECT_EQ(Found(CheckE1p3AllOther).size(), 1u);
+    gDB.Execute("DELETE * FROM A WHERE LineNum In(8,99);");
+    EXPECT_EQ(Found(CheckEAgainstA), Findings{});
+    EXPECT_EQ(Found(CheckE1p3AgainstA), Findings{});
+    EXPECT_EQ(Found(CheckE1p3AllOther), Findings{});
 }
 
 TEST_F(ChecksE, AllOtherCostEqualsTheSubtotalWithoutThePoolsOfTheirOwn) {

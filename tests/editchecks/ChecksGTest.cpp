@@ -44,10 +44,17 @@ TEST_F(ChecksG, TotalLiabilitiesAreAboveZero) {
                         "PE | 2010G | Worksheet G: line 48 should be greater than zero."}));
 }
 
-TEST_F(ChecksG, ABalanceSheetWithoutItsTotalsReadsAsZero) {
-    gDB.Execute("DELETE * FROM G;");
+TEST_F(ChecksG, TotalsThatAreMissingArePassedOver) {
+    SetCell("G", 48, "Col_1", -5);
+    EXPECT_EQ(Found(CheckBalanceSheet).size(), 2u);
+    gDB.Execute("DELETE * FROM G WHERE LineNum=32;");
     EXPECT_EQ(Found(CheckBalanceSheet),
               Findings{"PE | 2010G | Worksheet G: line 48 should be greater than zero."});
+    gDB.Execute("DELETE * FROM G WHERE LineNum=48;");
+    EXPECT_EQ(Found(CheckBalanceSheet), Findings{});
+    EXPECT_EQ(Found(CheckNetIncome).size(), 1u);
+    gDB.Execute("DELETE * FROM G1 WHERE LineNum=22;");
+    EXPECT_EQ(Found(CheckNetIncome), Findings{});
 }
 
 TEST_F(ChecksG, NetIncomeIsNotZero) {

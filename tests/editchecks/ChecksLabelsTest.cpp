@@ -41,10 +41,13 @@ TEST_F(ChecksLabels, AD1ColumnWithCostHasALabelAndNeedsNoCode) {
     EXPECT_EQ(Found(CheckColumnLabels), Findings{});
 }
 
-TEST_F(ChecksLabels, AColumnWithoutItsCostCenterHasNoLabels) {
-    SetRow("D1p3", 53, {{"CC_800", 500}});
-    gDB.Execute("DELETE * FROM CostCenters WHERE LineNum=8;");
-    EXPECT_EQ(Found(CheckColumnLabels), Findings{kD1});
+TEST_F(ChecksLabels, AColumnWhoseCostCenterIsGoneHasNoLabelsToAskFor) {
+    SetRow("C1p3", 53, {{"CC_100", 500}});
+    SetCell("CostCenters", 1, "StatCode", 0);
+    SetRow("D1p3", 53, {{"CC_800", 500}, {"CC_900", 500}});
+    EXPECT_EQ(Found(CheckColumnLabels), (Findings{kC1, kD1, kD1}));
+    gDB.Execute("DELETE * FROM CostCenters WHERE LineNum In(1,8);");
+    EXPECT_EQ(Found(CheckColumnLabels), Findings{kD1});  // that of line 9
 }
 
 TEST_F(ChecksLabels, AMissingLine53HasNoCosts) {
@@ -93,11 +96,19 @@ TEST_F(ChecksLabels, PoolsWithAmountsHaveALabelAndACode) {
 }
 
 TEST_F(ChecksLabels, PoolsThatCancelEachOtherAndRatiosAreNoAmount) {
-    gDB.Execute("DELETE * FROM ES;");
+    SetRow("ES", 1, {{"StatCode", 0}});
     SetRow("E", 4, {{"Col_1", 900}, {"Col_2", 1}, {"CC_800", 5}, {"CC_2800", -5}});
     EXPECT_EQ(Found(CheckPoolLabels), Findings{});
     SetCell("E", 4, "CC_2800", -6);
     EXPECT_EQ(Found(CheckPoolLabels), Findings{kPools[0].Finding});
+}
+
+TEST_F(ChecksLabels, PoolsWithoutTheirRowOfTheBasisArePassedOver) {
+    SetCell("ES", 1, "StatCode", 0);
+    SetCell("E", 4, "CC_800", 5);
+    EXPECT_EQ(Found(CheckPoolLabels), Findings{kPools[0].Finding});
+    gDB.Execute("DELETE * FROM ES WHERE LineNum=1;");
+    EXPECT_EQ(Found(CheckPoolLabels), Findings{});
 }
 
 }  // namespace

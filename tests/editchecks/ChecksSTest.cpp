@@ -50,7 +50,11 @@ TEST_F(ChecksS, AmendmentCellsThatAreNullOrTextCountAsNoAndZero) {
     EXPECT_EQ(Found(CheckSp1), kAmended);
 }
 
-TEST_F(ChecksS, ASPartIWithoutRowsIsNotAmended) {
+TEST_F(ChecksS, ASPartIWithoutItsRowsIsPassedOver) {
+    SetCell("Sp1", 1, "Col_1", "Yes");
+    EXPECT_EQ(Found(CheckSp1).size(), 1u);
+    gDB.Execute("DELETE * FROM Sp1 WHERE LineNum>1;");
+    EXPECT_EQ(Found(CheckSp1), Findings{});
     gDB.Execute("DELETE * FROM Sp1;");
     EXPECT_EQ(Found(CheckSp1), Findings{});
 }

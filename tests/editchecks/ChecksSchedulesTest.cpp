@@ -27,13 +27,31 @@ TEST_F(ChecksSchedules, FirstTwoColumnsOfBEqualTheFirstTwoLinesOfA) {
     EXPECT_EQ(Found(CheckBp3AgainstA), Findings{});
 }
 
-TEST_F(ChecksSchedules, AMissingGrandTotalOfBReadsAsZero) {
-    gDB.Execute("DELETE * FROM Bp3 WHERE LineNum=52;");
-    EXPECT_EQ(Found(CheckBp3AgainstA), Findings{});
+TEST_F(ChecksSchedules, AMissingGrandTotalOfBIsPassedOver) {
     SetCell("A", 2, "Col_6", 1);
     EXPECT_EQ(
         Found(CheckBp3AgainstA),
         Findings{"NF | 1020B | B Part III, line 52, column 2 must equal A, line 2, column 6."});
+    gDB.Execute("DELETE * FROM Bp3 WHERE LineNum=52;");
+    EXPECT_EQ(Found(CheckBp3AgainstA), Findings{});
+}
+
+TEST_F(ChecksSchedules, TotalsAndCostsThatAreMissingArePassedOver) {
+    SetCell("C1p3", 53, "CC_100", 5);
+    SetCell("D1p3", 53, "CC_800", 5);
+    SetCell("A", 1, "Col_7", 5);
+    SetCell("A", 8, "Col_7", 5);
+    // The costs agree with A, the amounts do not.
+    EXPECT_EQ(Found(CheckCp3AgainstA).size(), 1u);
+    EXPECT_EQ(Found(CheckC1p3Costs).size(), 1u);
+    EXPECT_EQ(Found(CheckDp3AgainstA).size(), 1u);
+    EXPECT_EQ(Found(CheckD1p3Costs).size(), 1u);
+    for (const char* item : {"B1p3", "Cp3", "Dp3"})
+        gDB.Execute("DELETE * FROM " + std::string(item) + " WHERE LineNum=52;");
+    gDB.Execute("DELETE * FROM A WHERE LineNum=9;");
+    for (const auto check :
+         {CheckB1p3AgainstA, CheckCp3AgainstA, CheckC1p3Costs, CheckDp3AgainstA, CheckD1p3Costs})
+        EXPECT_EQ(Found(check), Findings{});
 }
 
 TEST_F(ChecksSchedules, ColumnsOfB1EqualTheirLinesOfA) {
