@@ -52,12 +52,12 @@ public:
     void Row(const Recordset& row) {
         const Currency line = LineOf(row);
         const TotalLine* const total = TotalOf(layout_.Totals, line);
-        std::vector<std::string> block = SectionLines(line);
-        const std::size_t sections = block.size();
-        if (total && total->Above != ' ') block.push_back(RuleLine(layout_.Cells, total->Above));
-        std::ranges::move(RowLines(row, layout_.Cells), std::back_inserter(block));
-        const std::size_t left = MakeRoom(line, block.size(), sections, block);
-        for (std::size_t i = left; i < block.size(); ++i) page_.Print(block[i]);
+        const std::vector<std::string> sections = SectionLines(line);
+        const std::vector<std::string> texts = RowLines(row, layout_.Cells);
+        const std::size_t left = MakeRoom(line, texts.size(), sections);
+        for (std::size_t i = left; i < sections.size(); ++i) page_.Print(sections[i]);
+        if (total && total->Above != ' ') page_.Print(RuleLine(layout_.Cells, total->Above));
+        for (const std::string& text : texts) page_.Print(text);
         if (total && total->Under != ' ') page_.Print(RuleLine(layout_.Cells, total->Under));
     }
 
@@ -73,10 +73,11 @@ private:
         return lines;
     }
 
-    /// Turns the page, or prints the first heads, where the block needs it. Gives how many lines
-    /// of the block the head already says.
-    std::size_t MakeRoom(Currency line, std::size_t size, std::size_t sections,
-                         const std::vector<std::string>& block) {
+    /// Turns the page, or prints the first heads, where a row of so many lines needs it: what
+    /// stands with the row above and under it asks for no room. Gives how many of the row's
+    /// sections the head already says.
+    std::size_t MakeRoom(Currency line, std::size_t size,
+                         const std::vector<std::string>& sections) {
         const std::string_view word = SectionOf(layout_.HeadWords, line);
         const std::vector<std::string> head = HeadLines(layout_.Head, word);
         if (page_.IsFull(size + (begun_ ? 0 : head.size() + 1))) {
@@ -88,7 +89,7 @@ private:
         }
         for (const std::string& text : head) page_.Print(text);
         begun_ = true;
-        return sections > 0 && !word.empty() && Trim(block[0]) == word ? 1 : 0;
+        return !sections.empty() && !word.empty() && Trim(sections[0]) == word ? 1 : 0;
     }
 
     ReportPage& page_;

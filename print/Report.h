@@ -77,7 +77,8 @@ struct ReportPage {
 
     explicit ReportPage(PrintRun& run) : Run(run) {}
 
-    /// True where a block of so many lines passes the end of the page.
+    /// True where a row of so many lines passes the end of the page: a row of one line when the
+    /// counter is above gPageLines.
     bool IsFull(std::size_t blockLines) const;
     void Print(std::string_view line = "");
     void PrintCentered(std::string_view text);

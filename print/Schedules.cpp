@@ -219,7 +219,7 @@ public:
         bool begun = false;
         for (const ScheduleRow& row : schedule_.Rows) {
             const TotalLine* const total = TotalOf(row);
-            if (!begun || page_.IsFull(row.Names.size() + (total ? 1 : 0))) {
+            if (!begun || page_.IsFull(row.Names.size())) {
                 page_.Begin(schedule_.Label, schedule_.Titles);
                 PrintHeading(page_, schedule_, columns_);
                 begun = true;

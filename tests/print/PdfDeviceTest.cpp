@@ -58,8 +58,9 @@ TEST_F(PdfDeviceTest, PagesHaveTheirOwnOrientation) {
 }
 
 TEST_F(PdfDeviceTest, APageHoldsTheLinesOfAReportAndItsTotal) {
-    // The counter of a report ends at 71 landscape and 93 portrait; a rule may stand under that.
-    for (const auto& [orientation, lines] : {std::pair{kLandscape, 72}, std::pair{kPortrait, 94}}) {
+    // The last row of a report begins at line 71 landscape and 93 portrait; a total has one rule
+    // ahead of it and one under it.
+    for (const auto& [orientation, lines] : {std::pair{kLandscape, 73}, std::pair{kPortrait, 95}}) {
         PdfDevice pdf(path);
         pdf.SetFontSize(7);
         pdf.SetOrientation(orientation);

@@ -90,6 +90,31 @@ TEST_F(ReportTest, OneRowMoreContinuesOnAPageWhoseHeadSaysSo) {
     EXPECT_EQ(second.size(), 16U);
 }
 
+TEST_F(ReportTest, ATotalBeginsWhileTheCounterIsAtTheLimitAndItsRulesGoWithIt) {
+    MakeReclassifications(55);
+    gDB.Execute("INSERT INTO A6 (LineNum,Col_1,Col_5,Col_8) VALUES (100,'TOTAL',5,5);");
+    Print_A6(run);
+    // 15 lines of head and 55 rows leave the counter at 70.
+    const Lines lines = Printed("A6.prt");
+    EXPECT_EQ(PageCount(lines), 1);
+    ASSERT_EQ(lines.size(), 73U);
+    EXPECT_EQ(Columns(lines[70], 97, 108), std::string(12, '-'));
+    EXPECT_EQ(Columns(lines[71], 1, 12), "100    TOTAL");
+    EXPECT_EQ(Columns(lines[72], 97, 108), std::string(12, '='));
+}
+
+TEST_F(ReportTest, OneRowMoreTakesTheTotalToTheNextPage) {
+    MakeReclassifications(56);
+    gDB.Execute("INSERT INTO A6 (LineNum,Col_1,Col_5,Col_8) VALUES (100,'TOTAL',5,5);");
+    Print_A6(run);
+    const Lines lines = Printed("A6.prt");
+    ASSERT_EQ(PageCount(lines), 2);
+    EXPECT_EQ(PageOf(lines, 1).size(), 71U);
+    const Lines second = PageOf(lines, 2);
+    ASSERT_EQ(second.size(), 18U);
+    EXPECT_EQ(Columns(second[16], 1, 12), "100    TOTAL");
+}
+
 TEST_F(ReportTest, HeaderLinesTakeRowsFromThePage) {
     gDB.Execute("UPDATE HeaderLines SET LineText='Draft';");
     MakeReclassifications(54);

@@ -152,6 +152,19 @@ TEST_F(SchedulesTest, ManyRowsContinueWithTheirHeadings) {
     EXPECT_EQ(LinesWith(lines, "Component Name").size(), 2U);
 }
 
+TEST_F(SchedulesTest, ATotalBeginsWhileTheCounterIsAtTheLimit) {
+    // 17 lines of head, 53 rows: the counter is 70.
+    gDB.Execute("DELETE * FROM Bp1 WHERE LineNum<51;");
+    RunBatch(gDB, [] {
+        for (int i = 0; i < 53; ++i)
+            gDB.Execute("INSERT INTO Bp1 (LineNum,Description,CC_100) VALUES (?,'Clinic',1);",
+                        {Currency::FromUnits(300000 + i * 100)});
+    });
+    Print_Bx("Bp1", run);
+    EXPECT_EQ(PageCount(Printed("Bp1.prt")), 1);
+    EXPECT_EQ(Printed("Bp1.prt").size(), 73U);
+}
+
 /// A schedule with so many cost centers and components in place of Bp1.
 void MakeSchedule(int columns, int rows) {
     gDB.DeleteTable("Bp1");
