@@ -71,18 +71,14 @@ void PrintFiles(const std::string& ecrPath) {
                  {{ecrPath, PiPath(ecrPath), PrintFilePath("Spx.prt"), LastBuild().Seal}}});
 }
 
-ExitStatus CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& signer) {
-    if (mnuReportCalculate(Calc_All) == kNonFatalLevel) {
-        PrintFindings();
-        return kBlocked;
-    }
-    CliHost& host = TheCliHost();
-    const int messages = host.MessageCount();
-    host.AnswerFile(EcrPathOf(inputs));
+/// False when findings block it. The files come when the statement is saved.
+bool CalculateAndBuild(const Inputs& inputs, const std::optional<Signer>& signer,
+                       int& messagesAhead) {
+    if (mnuReportCalculate(Calc_All) == kNonFatalLevel) return false;
+    messagesAhead = TheCliHost().MessageCount();
+    TheCliHost().AnswerFile(EcrPathOf(inputs));
     SignAndBuild(signer);
-    const std::optional<std::string> built = host.BuiltEcr();
-    if (built) PrintFiles(*built);
-    return built && host.MessageCount() == messages ? kDone : kRefusedOrMessages;
+    return true;
 }
 
 /// Figures, findings and signature belong to the files that are built: they are one act.
@@ -91,9 +87,16 @@ ExitStatus Ecr(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     NeedMayBuild(EcrPathOf(inputs));
-    ExitStatus status = kRefusedOrMessages;
-    RunAct("Build the ECR", [&] { status = CalculateAndBuild(inputs, signer); });
-    return status;
+    bool mayBuild = false;
+    int messages = 0;
+    RunAct("Build the ECR", [&] { mayBuild = CalculateAndBuild(inputs, signer, messages); });
+    if (!mayBuild) {
+        PrintFindings();
+        return kBlocked;
+    }
+    const std::optional<std::string> built = TheCliHost().BuiltEcr();
+    if (built) PrintFiles(*built);
+    return built && TheCliHost().MessageCount() == messages ? kDone : kRefusedOrMessages;
 }
 
 }  // namespace

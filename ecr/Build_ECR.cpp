@@ -23,8 +23,10 @@
 #include "ecr/Record.h"
 #include "print/PrintDriver.h"
 #include "print/Report.h"
+#include "print/SendPrtFile.h"
 #include "store/Files.h"
 #include "store/RunStopped.h"
+#include "store/files/NotConfirmed.h"
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
 
@@ -48,9 +50,12 @@ struct Build {
     std::string EcrFingerprint = {};
     std::string PiStamp = {};
     std::string PiFingerprint = {};
-    /// Both are made and sealed aside.
+    /// All are made aside, the first two sealed.
     std::unique_ptr<OutFile> EcrFile = {};
     std::unique_ptr<OutFile> PiFile = {};
+    std::unique_ptr<OutFile> Certification = {};
+    std::int16_t CertificationOrient = 0;
+    std::unique_ptr<FilesTogether> Files = {};
 };
 
 // --- The main window -----------------------------------------------------------------------
@@ -72,6 +77,8 @@ void EndBuild() {
     ECRStamp.clear();
     TheStatus().SetPointer(Pointer::Normal);
 }
+
+std::string CertificationPath() { return PrintFilePath("Spx.prt"); }
 
 // --- The clock -----------------------------------------------------------------------------
 
@@ -196,24 +203,75 @@ bool MakePi(Build& build) {
 
 // --- The build -----------------------------------------------------------------------------
 
-void PrintCertificationPage(const Build& build) {
+void PrintCertificationPage(Build& build) {
     ShowStep("Print The Sp1 Worksheet");
-    PrintRun run;
+    OwnPrintFile file(CertificationPath());
+    PrintRun run(file.Number());
     Print_Sp1(run, true, build.EcrFingerprint, build.PiStamp, build.PiFingerprint);
-    ShowStep("Print The Sp2 Worksheet");
+    build.CertificationOrient = run.gPageOrient;
+    build.Certification = file.Release();
 }
 
-/// False when the print image could not be sealed.
+/// False when the print image could not be sealed. The files wait for their names.
 bool Produce(Build& build) {
     SetClockToStamp(build);
     WriteEcr(build);
     SealEcr(build);
     if (!MakePi(build)) return false;
     SetFileTime(build.PiFile->AsidePath(), ECRDate.AsDate());
-    PutTogether(*build.EcrFile, *build.PiFile);
     PrintCertificationPage(build);
-    PutClockRight(build);
+    build.Files = std::make_unique<FilesTogether>(
+        std::vector<OutFile*>{build.EcrFile.get(), build.PiFile.get(), build.Certification.get()});
     return true;
+}
+
+/// Behind the statement's own saving nothing takes it back.
+void PutInPlace(Build& build) {
+    const auto told = [&] { lastBuild = {build.Ecr, build.Pi, build.Seals.Notice()}; };
+    try {
+        build.Files->Put();
+    } catch (const NotConfirmed&) {
+        told();
+        throw;
+    } catch (const StoreError& error) {
+        throw StoreError(error.kind(),
+                         fmt::format("{}; none of the files was put in place, while the statement "
+                                     "that they were made from is saved",
+                                     error.what()));
+    }
+    told();
+}
+
+void PrintPage(const Build& build) {
+    PrintRun run;
+    SendPrtFile(CertificationPath(), build.CertificationOrient, run);
+    ShowStep("Print The Sp2 Worksheet");
+}
+
+/// Puts clock and menus right whatever happens.
+void Finish(Build& build, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (...) {
+        PutClockRight(build);
+        EndBuild();
+        throw;
+    }
+}
+
+/// The files get their names when what they were made from is saved: a file that looks finished
+/// must not tell of figures and of a signature that the statement lost.
+void EndWithFiles(Build& build) {
+    Finish(build, [&] {
+        RunStep("ECR", [&] {
+            PutInPlace(build);
+            PrintPage(build);
+        });
+    });
+    PutClockRight(build);
+    EndBuild();
+    TheWindows().ShowCopy2Floppy(build.Ecr);
+    TheStatus().SetPointer(Pointer::Normal);
 }
 
 }  // namespace
@@ -222,7 +280,7 @@ void NeedMayBuild(const std::string& ecrPath) {
     const std::string pi = PiPath(ecrPath);
     NeedMayWrite(ecrPath, IsOwnEcr);
     NeedMayWrite(pi, IsOwnPi);
-    NeedMayWrite(PrintFilePath("Spx.prt"), IsPrintedReport);
+    NeedMayWrite(CertificationPath(), IsPrintedReport);
     if (IsSameFile(ecrPath, pi))
         throw std::runtime_error(
             fmt::format("{}: The ECR file needs another name than the PI file", ecrPath));
@@ -242,25 +300,19 @@ void Build_ECR() {
         TheStatus().SetPointer(Pointer::Normal);
         return;
     }
-    Build build{*path, PiPath(*path)};
-    NeedMayBuild(build.Ecr);
-    ClearScratch(FolderOf(build.Ecr));
+    const auto build = std::make_shared<Build>(Build{*path, PiPath(*path)});
+    NeedMayBuild(build->Ecr);
+    ClearScratch(FolderOf(build->Ecr));
     const ReplaceAsTold asked(true, "");
     TheStatus().SetPointer(Pointer::Hourglass);
     EnableMenus(false);
-    bool done = false;
-    try {
-        RunUnnamedAct([&] { RunStep("ECR", [&] { done = Produce(build); }); });
-    } catch (...) {
-        PutClockRight(build);
-        EndBuild();
-        throw;
-    }
-    if (!done) return;
-    EndBuild();
-    lastBuild = {build.Ecr, build.Pi, build.Seals.Notice()};
-    TheWindows().ShowCopy2Floppy(build.Ecr);
-    TheStatus().SetPointer(Pointer::Normal);
+    Finish(*build, [&] {
+        RunUnnamedAct([&] {
+            RunStep("ECR", [&] {
+                if (Produce(*build)) TheActs().OnceSaved([build] { EndWithFiles(*build); });
+            });
+        });
+    });
 }
 
 }  // namespace zolmara

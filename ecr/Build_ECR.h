@@ -17,8 +17,10 @@ extern Variant ECRDate;
 /// seals that, prints the certification page, and offers to copy the files. The signature has been
 /// given or cleared before. Looks neither at findings nor at whether the statement is calculated.
 ///
-/// Both files are made and sealed aside and then put in place, or neither is; what a build that was
-/// killed has left aside goes with the next one. When three print images in a row come without a
+/// Both files and the certification page are made aside, the former two sealed. They are put in
+/// place, all or none, when the act that is under way is saved, and at once without one: then this
+/// returns before they are (see Acts::OnceSaved). What a build that was killed has left aside goes
+/// with the next one. When three print images in a row come without a
 /// fingerprint, it ends on the spot after a message and no file is put in place: the
 /// clock stays set back, ECRStamp stays and the menus stay off. Any other failure puts all of that
 /// right and goes on to the caller: StoreError where a table is missing or a file cannot be

@@ -8,6 +8,7 @@
 
 #include "core/Globals.h"
 #include "store/CommitsOfRun.h"
+#include "store/files/NotConfirmed.h"
 
 namespace zolmara {
 namespace {
@@ -376,9 +377,7 @@ bool Database::Impl::AnyNetChange() {
     }
 }
 
-constexpr std::string_view kUnconfirmed =
-    "the disk failed behind the last step of saving: the change is in the file, and may be lost "
-    "again if the power fails now";
+constexpr std::string_view kStands = "the change is in the file";
 
 /// Where the disk fails behind the deletion of the journal there is nothing left to take the change
 /// back by: it stands for everybody, and only its safety was not confirmed.
@@ -387,7 +386,7 @@ void Database::Impl::Commit() {
     if (code == SQLITE_OK) return;
     if (sqlite3_extended_errcode(Handle) != SQLITE_IOERR_DIR_FSYNC) ThrowSqlite(Handle, code, Path);
     TakeBatchBack();
-    throw StoreError(StoreError::Kind::DiskFull, fmt::format("{}: {}", Path, kUnconfirmed));
+    throw NotConfirmed(Path, kStands);
 }
 
 StoreError Database::Impl::LostBatch() const {
@@ -395,7 +394,8 @@ StoreError Database::Impl::LostBatch() const {
     const auto kind = BatchTrouble ? BatchTrouble->kind() : StoreError::Kind::DiskFull;
     std::string text =
         BatchTrouble ? BatchTrouble->what() : Path + ": the file could not be read or written";
-    if (!text.ends_with(kNothingKept) && !text.ends_with(kUnconfirmed)) text += kNothingKept;
+    if (!text.ends_with(kNothingKept) && !text.ends_with(UnconfirmedWords(kStands)))
+        text += kNothingKept;
     return StoreError(kind, text);
 }
 

@@ -5,15 +5,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <system_error>
 
 #include "core/Dialogs.h"
 #include "store/base/FileBasics.h"
 #include "store/files/FileGuard.h"
+#include "store/files/NotConfirmed.h"
 #include "store/files/PutJournal.h"
 
 namespace fs = std::filesystem;
@@ -200,7 +203,7 @@ void OutFile::Complete() {
 /// What stands there now is what was judged, or is judged anew, without a question: nobody is
 /// asked twice.
 void OutFile::NeedUnchanged() {
-    if (judged_ == StandingAt(target_)) return;
+    if (IsUnchanged()) return;
     const ReplaceAsTold quiet(false, "another program made it meanwhile");
     NeedMayWrite(path_, own_);
     judged_ = StandingAt(target_);
@@ -221,43 +224,106 @@ void OutFile::TakeName() {
     scratch_.Keep();
 }
 
+constexpr std::string_view kInPlace = "the file is in its place";
+
 void OutFile::Put() {
     MakeReady();
     TakeName();
-    SyncFolderOf(target_);
+    if (!SyncedFolderOf(target_)) throw NotConfirmed(path_, kInPlace);
 }
 
-void SyncFolderOf(const std::string& path) {
+bool SyncedFolderOf(const std::string& path) {
     const Descriptor folder(::open(FolderPathOf(path).c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
     // Some file systems cannot do it.
-    if (folder.IsOpen() && ::fsync(folder.Number()) != 0 && errno != EINVAL) Failed(path);
+    return !folder.IsOpen() || ::fsync(folder.Number()) == 0 || errno == EINVAL;
 }
 
 bool PutFile(const std::string& aside, const std::string& target, bool mayReplace,
              const std::string& like) {
     MakeReadyAside(aside, target, like);
     if (!GiveName(aside, target, mayReplace)) return false;
-    SyncFolderOf(target);
+    if (!SyncedFolderOf(target)) throw NotConfirmed(target, kInPlace);
     return true;
 }
 
-void PutTogether(OutFile& first, OutFile& second) {
-    first.MakeReady();
-    second.MakeReady();
-    Scratch former(first.target_);
-    const bool stood = first.judged_.There;
-    if (stood) KeepUnder(former, first.target_);
-    const PutJournal journal(
-        {{first.AsidePath(), first.target_}, {second.AsidePath(), second.target_}});
-    first.TakeName();
+// --- Files that belong together ------------------------------------------------------------
+
+FilesTogether::FilesTogether(std::vector<OutFile*> files) {
+    for (OutFile* const file : files) {
+        file->MakeReady();
+        parts_.push_back({file, nullptr});
+    }
+    WriteJournal();
+}
+
+FilesTogether::~FilesTogether() = default;
+
+void FilesTogether::WriteJournal() {
+    std::vector<IntendedName> names;
+    for (const Part& part : parts_) names.push_back({part.File->AsidePath(), part.File->target_});
+    journal_ = std::make_unique<PutJournal>(names);
+}
+
+void FilesTogether::Put() {
+    const auto isUnchanged = [](const Part& part) { return part.File->IsUnchanged(); };
+    if (!std::ranges::all_of(parts_, isUnchanged)) {
+        for (const Part& part : parts_) part.File->NeedUnchanged();
+        WriteJournal();
+    }
     try {
-        second.TakeName();
+        GiveNames();
     } catch (...) {
-        if (stood && ::rename(former.Path().c_str(), first.target_.c_str()) == 0) former.Keep();
-        if (!stood) ::unlink(first.target_.c_str());
+        TakeNamesBack();
+        journal_.reset();
         throw;
     }
-    for (const OutFile* file : {&first, &second}) SyncFolderOf(file->target_);
+    const bool synced = IsOnDisk();
+    journal_.reset();
+    if (!synced) throw NotConfirmed(Paths(), "the files are in their places");
 }
+
+/// Without the announcement another program might take what is kept for a dead one's.
+void FilesTogether::GiveNames() {
+    journal_->Announce();
+    for (Part& part : parts_) KeepFormer(part);
+    for (Part& part : parts_) {
+        part.File->TakeName();
+        part.Named = true;
+    }
+}
+
+void FilesTogether::KeepFormer(Part& part) {
+    if (!part.File->judged_.There) return;
+    part.Former = std::make_unique<Scratch>(part.File->target_);
+    KeepUnder(*part.Former, part.File->target_);
+}
+
+void FilesTogether::TakeNamesBack() {
+    for (Part& part : parts_) {
+        if (!part.Named) continue;
+        const std::string& target = part.File->target_;
+        if (!part.Former)
+            ::unlink(target.c_str());
+        else if (::rename(part.Former->Path().c_str(), target.c_str()) == 0)
+            part.Former->Keep();
+    }
+}
+
+bool FilesTogether::IsOnDisk() const {
+    std::set<std::string> folders;
+    for (const Part& part : parts_)
+        if (folders.insert(FolderPathOf(part.File->target_)).second &&
+            !SyncedFolderOf(part.File->target_))
+            return false;
+    return true;
+}
+
+std::string FilesTogether::Paths() const {
+    std::string paths;
+    for (const Part& part : parts_) paths += (paths.empty() ? "" : ", ") + part.File->Path();
+    return paths;
+}
+
+void PutTogether(OutFile& first, OutFile& second) { FilesTogether({&first, &second}).Put(); }
 
 }  // namespace zolmara

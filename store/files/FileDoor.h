@@ -7,8 +7,10 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/base/StoreError.h"
 #include "store/files/PieceWriter.h"
@@ -84,13 +86,15 @@ public:
     /// The same, and it is on the disk.
     void Complete();
     /// Completes the file and gives it its name. Then it is finished. StoreError when that fails;
-    /// what stood there is as it was.
+    /// what stood there is as it was. NotConfirmed where it has its name and the disk did not
+    /// confirm that.
     void Put();
 
 private:
-    friend void PutTogether(OutFile& first, OutFile& second);
+    friend class FilesTogether;
     static std::string JudgedTarget(const std::string& path, const OwnOutput& own);
     void Flush();
+    bool IsUnchanged() const { return judged_ == StandingAt(target_); }
     void NeedUnchanged();
     void MakeReady();
     void TakeName();
@@ -111,19 +115,52 @@ private:
     Standing judged_;  ///< what stood there when it was judged
 };
 
-/// Puts two files in place, or neither: when the second cannot be put, what stood under the
-/// first's name comes back. Where the program dies between the two, the next ClearScratch or
-/// FinishPuts in the folder puts the second (see PutJournal.h).
+class PutJournal;
+
+/// Files that take their names together, or none does. Between the making and the names there is
+/// room for what must be saved ahead of them.
+class FilesTogether {
+public:
+    /// All are completed, and what can fail ahead of the names fails here. They must outlive this.
+    explicit FilesTogether(std::vector<OutFile*> files);
+    ~FilesTogether();
+    FilesTogether(const FilesTogether&) = delete;
+    FilesTogether& operator=(const FilesTogether&) = delete;
+
+    /// Gives the names. StoreError when one cannot be given: then what stood under the others'
+    /// names has come back. NotConfirmed where all have their names. Where the program dies on the
+    /// way, the next ClearScratch or FinishPuts in a folder of theirs gives the rest of the names
+    /// (see PutJournal.h).
+    void Put();
+
+private:
+    struct Part {
+        OutFile* File;
+        std::unique_ptr<Scratch> Former;  ///< what stood under its name
+        bool Named = false;
+    };
+    void WriteJournal();
+    void GiveNames();
+    static void KeepFormer(Part& part);
+    void TakeNamesBack();
+    bool IsOnDisk() const;
+    std::string Paths() const;
+
+    std::vector<Part> parts_;
+    std::unique_ptr<PutJournal> journal_;
+};
+
+/// Puts two files in place at once.
 void PutTogether(OutFile& first, OutFile& second);
 
-/// Brings the names in the folder of a file to the disk.
-void SyncFolderOf(const std::string& path);
+/// Brings the names in the folder of a file to the disk; false when the disk fails.
+bool SyncedFolderOf(const std::string& path);
 
 /// Gives a file that is written aside and closed the mode, owner and group that a file at `target`
 /// has, brings it to the disk, and gives it that name. Where none stands it gets the mode of the
 /// file `like`, or without that the mode of new files. With `mayReplace` false nothing that stands
 /// there is replaced, also not what came in this moment: then the result is false. StoreError when
-/// that fails.
+/// that fails, NotConfirmed where it has its name and the disk did not confirm that.
 bool PutFile(const std::string& aside, const std::string& target, bool mayReplace,
              const std::string& like = "");
 

@@ -103,12 +103,7 @@ bool Finish(const std::vector<Step>& steps) {
     if (!std::ranges::all_of(steps, known)) return true;
     for (const Step& step : steps)
         if (!step.IsDone() && ::rename(step.Aside.c_str(), step.Target.c_str()) != 0) return false;
-    try {
-        for (const Step& step : steps) SyncFolderOf(step.Target);
-        return true;
-    } catch (const StoreError&) {
-        return false;
-    }
+    return std::ranges::all_of(steps, [](const Step& step) { return SyncedFolderOf(step.Target); });
 }
 
 bool FinishOne(const std::string& folder, const std::string& path) {
@@ -168,10 +163,20 @@ void PutJournal::WriteInto(const std::string& folder, const std::string& text) {
         FileFailed(folder, std::make_error_code(std::errc::no_space_on_device));
     if (::fsync(aside.File().Number()) != 0) failed();
     std::string path = aside.Path();
-    path.replace(path.size() - kScratchEnd.size(), kScratchEnd.size(), kEnd);
-    if (::rename(aside.Path().c_str(), path.c_str()) != 0) failed();
     written_.push_back({std::move(path), aside.Release()});
-    SyncFolderOf(written_.back().Path);
+}
+
+void PutJournal::Announce() {
+    for (Written& written : written_) {
+        const auto failed = [&] {
+            FileFailed(FolderPathOf(written.Path), std::error_code(errno, std::generic_category()));
+        };
+        std::string path = written.Path;
+        path.replace(path.size() - kScratchEnd.size(), kScratchEnd.size(), kEnd);
+        if (::rename(written.Path.c_str(), path.c_str()) != 0) failed();
+        written.Path = std::move(path);
+        if (!SyncedFolderOf(written.Path)) failed();
+    }
 }
 
 void PutJournal::Drop() {

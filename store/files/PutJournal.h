@@ -19,16 +19,20 @@ struct IntendedName {
     std::string Target;
 };
 
-/// The intention, written down in each folder of its files for as long as this lives. Only names
-/// that Scratch makes are ever renamed, and only the very files that were meant: a file that has
-/// taken a target's place meanwhile stays.
+/// The intention, written down in each folder of its files. Only names that Scratch makes are ever
+/// renamed, and only the very files that were meant: a file that has taken a target's place
+/// meanwhile stays.
 class PutJournal {
 public:
-    /// StoreError when a folder takes no file.
+    /// Written aside, where nobody takes it for an intention yet. StoreError when a folder takes no
+    /// file.
     explicit PutJournal(const std::vector<IntendedName>& names);
     ~PutJournal();
     PutJournal(const PutJournal&) = delete;
     PutJournal& operator=(const PutJournal&) = delete;
+
+    /// From here on it holds, as long as this lives. StoreError when it cannot be announced.
+    void Announce();
 
 private:
     struct Written {

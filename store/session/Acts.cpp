@@ -64,8 +64,20 @@ void Acts::Attach() {
 void Acts::Run(const std::string& name, const std::function<void()>& work) {
     if (gDB.InBatch()) return RunBatch(gDB, work);
     Attach();
-    const Meanwhile named(name_, joined_ ? std::string() : name);
-    RunBatch(gDB, work);
+    std::vector<std::function<void()>> toDo;
+    {
+        const Meanwhile named(name_, joined_ ? std::string() : name);
+        const Meanwhile running(running_, true);
+        const Meanwhile waiting(onceSaved_, {});
+        RunBatch(gDB, work);
+        toDo = std::exchange(onceSaved_, {});
+    }
+    for (const auto& each : toDo) each();
+}
+
+void Acts::OnceSaved(std::function<void()> work) {
+    if (!running_) return work();
+    onceSaved_.push_back(std::move(work));
 }
 
 void Acts::RunUnnamed(const std::function<void()>& work) { Run("", work); }

@@ -24,6 +24,11 @@ public:
     /// and comes with the act ahead of it.
     void RunUnnamed(const std::function<void()>& work);
 
+    /// Does something when the act that is under way is in the file, and at once without one. Where
+    /// the act is taken back, or ends in an error, it is not done. What it throws goes to whoever
+    /// began the act, which stands.
+    void OnceSaved(std::function<void()> work);
+
     /// As long as the work runs, the acts in it have no name of their own: they belong to the act
     /// ahead, as the figures do that follow an entry by themselves.
     void RunJoined(const std::function<void()>& work);
@@ -88,6 +93,8 @@ private:
     bool applying_ = false;
     bool joined_ = false;
     bool changedElsewhere_ = false;
+    bool running_ = false;
+    std::vector<std::function<void()>> onceSaved_;
     std::string name_;
     Steps done_;
     Steps undone_;

@@ -12,6 +12,7 @@
 #include "store/LostFile.h"
 #include "store/ReadSnapshot.h"
 #include "store/WholeCrf.h"
+#include "store/files/NotConfirmed.h"
 #include "store/files/PutJournal.h"
 #include "store/session/Acts.h"
 #include "store/session/Backups.h"
@@ -201,13 +202,16 @@ void TakeCopy(const std::string& path) {
 
 /// A copy that fails leaves what stood under the new name as it was, so that its being there
 /// afterwards says nothing: the copy's own result does.
+/// One that stands although the disk did not confirm it is a copy, and is told as what it is.
 bool TryToCopy(const std::function<void()>& copy) {
     try {
         copy();
-        return true;
+    } catch (const NotConfirmed& error) {
+        TheDialogs().MsgBox(error.what(), kExclamation, std::string(kProductName));
     } catch (const StoreError&) {
         return false;
     }
+    return true;
 }
 
 /// A file that is gone, or another one by now, lives in the open handle alone. It stays open where

@@ -11,8 +11,12 @@
 
 #include "cli/CliRunner.h"
 #include "print/Reports.h"
+#include "spreadsheet/CellsTemplate.h"
+#include "spreadsheet/Export.h"
+#include "spreadsheet/WriteCells.h"
 #include "store/Files.h"
 #include "store/FilledCrf.h"
+#include "store/WholeCrf.h"
 #include "store/files/FileDoor.h"
 #include "store/harness/FaultTries.h"
 #include "store/session/Settings.h"
@@ -162,6 +166,95 @@ TEST_F(Faults, AChangeThatStandsIsNotToldAsTakenBack) {
     Open(In("One.CRF"));
     EXPECT_EQ(NumOr(Cell("A", 8, "Col_1")), 4711);
     EXPECT_EQ(NumOr(Cell("A", 9, "Col_1")), 12);
+    DropCrf();
+}
+
+// The folder is brought to the disk last.
+class Unconfirmed : public Faults {
+protected:
+    /// What is told where the last of the act's calls fails. The act writes below work_.
+    std::string ToldOf(const std::function<void()>& act) {
+        FaultsArm(work_.c_str(), 0, EIO, "fsync");
+        act();
+        const int last = FaultsDisarm();
+        std::string told = "nothing";
+        FaultsArm(work_.c_str(), last, EIO, "fsync");
+        try {
+            act();
+        } catch (const StoreError& error) {
+            EXPECT_TRUE(error.IsFileError());
+            told = error.what();
+        }
+        FaultsDisarm();
+        return told;
+    }
+    static std::string Stands(const std::string& path) {
+        return path +
+               ": the disk failed behind the last step of saving: the file is in its place, and "
+               "may be lost again if the power fails now";
+    }
+};
+
+TEST_F(Unconfirmed, AFileThatStandsIsNotToldAsFailed) {
+    StartAnew();
+    int writes = 0;
+    const std::string path = In("out.txt");
+    EXPECT_EQ(ToldOf([&] { WriteWholeFile(path, std::to_string(++writes)); }), Stands(path));
+    EXPECT_EQ(ReadWholeFile(path), "2");
+}
+
+TEST_F(Unconfirmed, APrintFileThatStandsIsNotToldAsFailed) {
+    StartAnew();
+    Open(In("One.CRF"));
+    const auto print = [] {
+        PrintRun run;
+        Print_A(run);
+    };
+    EXPECT_EQ(ToldOf(print), Stands(In("A.prt")));
+    EXPECT_TRUE(FileExists(In("A.prt")));
+    DropCrf();
+}
+
+TEST_F(Unconfirmed, AnExportThatStandsIsNotToldAsFailed) {
+    StartAnew();
+    Open(In("One.CRF"));
+    const ReplaceAsTold told(true, "");
+    for (const auto& [name, act] : std::vector<std::pair<std::string, std::function<void()>>>{
+             {"A.xlsx",
+              [&] {
+                  ExportWorkbook(In("A.xlsx"), {{"A"}, true});
+              }},
+             {"cells.csv", [&] { WriteCells(In("cells.csv")); }},
+             {"cells.txt", [&] { WriteCells(In("cells.txt")); }},
+             {"form.xlsx", [&] { WriteCellsTemplate(In("form.xlsx")); }}}) {
+        EXPECT_EQ(ToldOf(act), Stands(In(name)));
+        EXPECT_TRUE(FileExists(In(name))) << name;
+    }
+    DropCrf();
+}
+
+TEST_F(Unconfirmed, ABackupThatStandsIsNotToldAsFailed) {
+    StartAnew();
+    const std::string copy = In("Copy.CRF");
+    const auto save = [&] {
+        fs::remove(copy);
+        CopyCrf(In("One.CRF"), copy);
+    };
+    EXPECT_EQ(ToldOf(save), Stands(copy));
+    EXPECT_EQ(ContentOfFile(copy), ContentOfFile(In("One.CRF")));
+}
+
+// The work goes on in the copy, which is there, and the person knows of the disk.
+TEST_F(Unconfirmed, ASaveAsThatStandsIsASaveAs) {
+    StartAnew();
+    const auto save = [&] {
+        Open(In("One.CRF"));
+        fs::remove(In("Two.CRF"));
+        EXPECT_TRUE(SaveCrfAs(In("Two.CRF")));
+        EXPECT_EQ(gCRFPath, In("Two.CRF"));
+    };
+    EXPECT_EQ(ToldOf(save), "nothing");
+    EXPECT_EQ(host.Texts(), std::vector<std::string>{Stands(In("Two.CRF"))});
     DropCrf();
 }
 
