@@ -16,6 +16,7 @@
 #include "bench/InMemory.h"
 #include "bench/LargeStatement.h"
 #include "bench/Measure.h"
+#include "bench/PeakBench.h"
 #include "bench/Process.h"
 #include "bench/RawSqlite.h"
 #include "bench/SilentHost.h"
@@ -233,6 +234,7 @@ constexpr Part kParts[] = {
      [](const Bench& bench, SilentHost& host, const std::string&, const std::string&) {
          NeedLarge(bench);
          BenchFilesOfLarge(bench, host);
+         BenchPeaks(bench.Folder, MakeNew);
      }},
     {"structure", false,
      [](const Bench& bench, SilentHost&, const std::string& cli, const std::string&) {
@@ -269,8 +271,16 @@ const Part* PartOf(const std::string& word) {
     return found == std::end(kParts) ? nullptr : found;
 }
 
+/// A program that this one starts for the peak of one step: "peak" STEP CRF.
+bool IsPeak(const std::vector<std::string>& words) {
+    return words.size() == 3 && words[0] == "peak";
+}
+
 /// FOLDER [CLI SAMPLE.CRF], with the one part to run ahead of it or all of them.
 int Run(std::vector<std::string> words) {
+    SilentHost host;
+    InstallHost(&host);
+    if (IsPeak(words)) return MeasurePeak(words[1], words[2], host) ? 0 : 1;
     const Part* const only = words.empty() ? nullptr : PartOf(words[0]);
     if (only) words.erase(words.begin());
     const bool program = words.size() == 3;
@@ -280,8 +290,6 @@ int Run(std::vector<std::string> words) {
         fmt::print(stderr, "\n");
         return 1;
     }
-    SilentHost host;
-    InstallHost(&host);
     const Bench bench(words[0]);
     words.resize(3);
     for (const Part& part : kParts)

@@ -24,7 +24,9 @@
 #include "print/PrintDriver.h"
 #include "print/Report.h"
 #include "print/SendPrtFile.h"
+#include "store/AmountSpool.h"
 #include "store/Files.h"
+#include "store/ReadThrough.h"
 #include "store/RunStopped.h"
 #include "store/files/NotConfirmed.h"
 #include "store/session/Acts.h"
@@ -212,8 +214,12 @@ void PrintCertificationPage(Build& build) {
     build.Certification = file.Release();
 }
 
-/// False when the print image could not be sealed. The files wait for their names.
+/// False when the print image could not be sealed. The files wait for their names. The amounts of
+/// the CRF are read once, for the report; the print image takes them from where they were put
+/// meanwhile.
 bool Produce(Build& build) {
+    const ReadThrough reading(gDB);
+    const AmountSpool amounts(gDB);
     SetClockToStamp(build);
     WriteEcr(build);
     SealEcr(build);

@@ -10,7 +10,7 @@
 #include "core/Status.h"
 #include "core/WholeDigits.h"
 #include "ecr/Record.h"
-#include "store/CellWalk.h"
+#include "store/AmountRows.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Schedules.h"
@@ -55,6 +55,7 @@ struct ScheduleRecords {
     const ScheduleEmitter& Schedule;
     char Part;
     std::vector<ScheduleField> Fields;
+    std::size_t Width;  ///< of the table
 };
 
 /// The records of one row, put together before they are written.
@@ -62,13 +63,13 @@ class RowRecords {
 public:
     RowRecords(EcrRun& run, const ScheduleRecords& schedule) : run_(run), schedule_(schedule) {}
 
-    void Write(Currency line, std::span<const double> row, RowTexts texts) {
+    /// The numbers that its texts read as come in the order of these.
+    void Write(Currency line, std::span<const double> row, std::span<const double> ofTexts) {
         BeginRow(line);
         const bool isUcm = schedule_.Schedule.HasUcm && line == kUnitCostMultiplier;
-        auto text = texts.begin();
+        auto text = ofTexts.begin();
         for (const ScheduleField& field : schedule_.Fields) {
-            // A text that reads as a number is one.
-            const double amount = field.IsText ? NumOr(*text++) : row[field.Position];
+            const double amount = field.IsText ? *text++ : row[field.Position];
             if (amount != 0 && !std::isnan(amount)) Add(field, amount, isUcm || field.Ratio);
         }
         PrintPlainLines(run_.ECRFile, lines_);
@@ -122,12 +123,22 @@ Currency ScheduleColumn(std::string_view field, bool pooled) {
 void ECR_Schedule(EcrRun& run, const ScheduleEmitter& schedule, std::string_view item) {
     // Worksheet E has no parts.
     const char part = schedule.Family == "E" ? '0' : item.back();
-    const ScheduleRecords records{schedule, part, FieldsOf(schedule, item)};
-    const TableCells& cells = CellsOf(gDB, item);
-    RowRecords row(run, records);
+    const ScheduleRecords records{schedule, part, FieldsOf(schedule, item),
+                                  gDB.Table(item).Fields.size()};
     const std::vector<int> textFields = TextFieldsOf(records.Fields);
-    WalkLines(gDB, cells, textFields, [&](TableCells::Row at, RowTexts texts) {
-        row.Write(cells.Line(at), cells.Amounts(at), texts);
+    std::vector<Currency> lines;
+    std::vector<double> ofTexts;
+    AmountRows rows(gDB, item, textFields, [&](const Variant& line, RowTexts texts) {
+        lines.push_back(CurOr(line));
+        // A text that reads as a number is one.
+        for (const std::string_view text : texts) ofTexts.push_back(NumOr(text));
+    });
+    RowRecords record(run, records);
+    std::size_t next = 0;
+    rows.Walk(0, records.Width, [&](std::span<const double> row) {
+        const std::size_t at = next++;
+        record.Write(lines[at], row,
+                     std::span(ofTexts).subspan(at * textFields.size(), textFields.size()));
         TheStatus().DoEvents();
     });
 }

@@ -14,6 +14,8 @@
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/SendPrtFile.h"
+#include "store/AmountSpool.h"
+#include "store/ReadThrough.h"
 #include "store/RunStopped.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
@@ -75,7 +77,8 @@ bool IsAnyOf(std::string_view item, std::initializer_list<std::string_view> item
                                [&](std::string_view other) { return SameText(item, other); });
 }
 
-/// The main window while reports are printed. Messages go to the log.
+/// The main window while reports are printed. Messages go to the log. What is read of the CRF goes
+/// by and is not kept.
 class PrintingState {
 public:
     PrintingState() {
@@ -87,6 +90,8 @@ private:
     StatusLine status_;
     BusyPointer busy_;
     std::optional<LogRun> log_;
+    const ReadThrough reading_{gDB};
+    const AmountSpool amounts_{gDB};
 };
 
 Recordset OpenWorksheets() {
@@ -109,9 +114,10 @@ const Group* GroupOf(std::string_view item) {
 /// Each worksheet that the report of this one shows.
 void NeedWholeReport(std::string_view item) {
     const auto* const group = GroupOf(item);
-    if (!group) return NeedWholeForm(item);
+    if (!group) return NeedWholeForm(item, FormAmounts::Passing);
     for (const Worksheet& sheet : AllWorksheets())
-        if (LiesBetween(sheet.Item, group->From, group->To)) NeedWholeForm(sheet.Item);
+        if (LiesBetween(sheet.Item, group->From, group->To))
+            NeedWholeForm(sheet.Item, FormAmounts::Passing);
 }
 
 /// Prints a row of the registry; what stops it is told with the worksheet's name.

@@ -1,18 +1,20 @@
 // The schedules B to D-1, E, E-1 and F to F-2. Their columns follow the cost centers: as many stand
-// on a page as fit, and the pages of the next ones repeat the lines and their names. The amounts
-// are those in memory; names are read once, however many pages across a schedule has.
+// on a page as fit, and the pages of the next ones repeat the lines and their names. Names and
+// amounts are read once, however many pages across a schedule has; the names are kept meanwhile.
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <memory>
 
 #include "core/Globals.h"
 #include "print/Report.h"
 #include "print/Reports.h"
 #include "print/TextFields.h"
-#include "store/CellWalk.h"
+#include "store/AmountRows.h"
+#include "store/ReadSnapshot.h"
 #include "store/session/Session.h"
 #include "worksheets/ColumnCaption.h"
 #include "worksheets/FormLines.h"
@@ -38,21 +40,20 @@ struct Column {
     Captions Heading;
 };
 
-/// A row: where its amounts are, and what its name columns say, in lines.
+/// A row: its line, and what its name columns say, in lines.
 struct ScheduleRow {
-    TableCells::Row Row;
     Currency Line;
     std::vector<TextLine> Names;
 };
 
 struct PrintedSchedule {
-    const TableCells& Cells;
     std::string Label;
     std::vector<std::string_view> Titles;
     std::vector<TotalLine> Totals;
     Captions NameHeading;  ///< of the name columns together
     std::vector<Column> Columns;
     std::vector<ScheduleRow> Rows;
+    std::unique_ptr<AmountRows> Amounts;  ///< of the same rows
 };
 
 // --- What a schedule is called -------------------------------------------------------------
@@ -139,32 +140,38 @@ std::vector<int> TextsOf(const NameColumns& names) {
     return positions;
 }
 
-/// What the name columns of a row say: its line, from the cells, and its texts.
-std::vector<TextLine> NamesOf(const TableCells& cells, TableCells::Row row, RowTexts texts,
-                              const NameColumns& names) {
+/// What the name columns of a row say.
+std::vector<TextLine> NamesOf(const Variant& line, RowTexts texts, const NameColumns& names) {
     std::vector<Variant> values;
     values.reserve(names.Cells.size());
     auto text = texts.begin();
-    for (std::size_t i = 0; i < names.Cells.size(); ++i) {
-        if (names.Cells[i].Form == CellForm::Text)
+    for (const CellLayout& column : names.Cells) {
+        if (column.Form == CellForm::Text)
             values.emplace_back(*text++);
         else
-            values.push_back(cells.Value(row, names.Positions[i]));
+            values.push_back(line);
     }
     return RowTextLines(values, names.Cells);
 }
 
+/// Names and amounts are of one moment.
+void ReadRows(PrintedSchedule& schedule, std::string_view item, const NameColumns& names) {
+    const ReadSnapshot oneLook(gDB);
+    schedule.Amounts = std::make_unique<AmountRows>(
+        gDB, item, TextsOf(names), [&](const Variant& line, RowTexts texts) {
+            schedule.Rows.push_back({CurOr(line), NamesOf(line, texts, names)});
+        });
+    schedule.Amounts->PutAside();
+}
+
 PrintedSchedule ReadSchedule(std::string_view item) {
-    PrintedSchedule schedule{CellsOf(gDB, item), PrintedName(item), {}, TotalsOf(item), {}, {}, {}};
+    PrintedSchedule schedule{PrintedName(item), {}, TotalsOf(item), {}, {}, {}, {}};
     const int part = PartIndex(item);
     if (part >= 0) schedule.Titles.push_back(kPartTitles.at(static_cast<std::size_t>(part)));
     const std::vector<FieldDef> fields = gDB.Table(item).Fields;
     const NameColumns names = NameColumnsOf(fields);
     ReadHeadings(schedule, fields, names, item);
-    WalkLines(gDB, schedule.Cells, TextsOf(names), [&](TableCells::Row row, RowTexts texts) {
-        schedule.Rows.push_back(
-            {row, schedule.Cells.Line(row), NamesOf(schedule.Cells, row, texts, names)});
-    });
+    ReadRows(schedule, item, names);
     return schedule;
 }
 
@@ -216,19 +223,20 @@ public:
         columns_ = PageColumns(schedule_.Columns)
                        .subspan(first)
                        .first(std::min(ColumnsOnPage(page_.Run), schedule_.Columns.size() - first));
-        bool begun = false;
-        for (const ScheduleRow& row : schedule_.Rows) {
-            const TotalLine* const total = TotalOf(row);
-            if (!begun || page_.IsFull(row.Names.size())) {
-                page_.Begin(schedule_.Label, schedule_.Titles);
-                PrintHeading(page_, schedule_, columns_);
-                begun = true;
-            }
-            PrintRow(row, total);
-        }
+        begun_ = false;
+        std::size_t next = 0;
+        schedule_.Amounts->Walk(FirstField(), FieldCount(), [&](std::span<const double> amounts) {
+            PrintRow(schedule_.Rows.at(next++), amounts);
+        });
     }
 
 private:
+    /// The fields from the first of these columns to the last.
+    std::size_t FirstField() const { return columns_.empty() ? 0 : columns_.front().Field; }
+    std::size_t FieldCount() const {
+        return columns_.empty() ? 0 : columns_.back().Field + 1 - FirstField();
+    }
+
     const TotalLine* TotalOf(const ScheduleRow& row) const {
         const auto found = std::ranges::find_if(schedule_.Totals, [&](const TotalLine& total) {
             return row.Line == Currency::FromWhole(total.Line);
@@ -236,22 +244,32 @@ private:
         return found == schedule_.Totals.end() ? nullptr : &*found;
     }
 
-    void PrintRow(const ScheduleRow& row, const TotalLine* total) {
+    void PrintRow(const ScheduleRow& row, std::span<const double> amounts) {
+        const TotalLine* const total = TotalOf(row);
+        if (!begun_ || page_.IsFull(row.Names.size())) {
+            page_.Begin(schedule_.Label, schedule_.Titles);
+            PrintHeading(page_, schedule_, columns_);
+            begun_ = true;
+        }
         if (total && total->Above != ' ') page_.Print(Rules(columns_.size(), total->Above));
-        line_ = row.Names.front();
-        const std::span<const double> amounts = schedule_.Cells.Amounts(row.Row);
-        const bool unitCost = row.Line == kUnitCostMultiplier;
-        for (std::size_t k = 0; k < columns_.size(); ++k)
-            PutAmount(line_, TabOf(k), amounts[columns_[k].Field],
-                      unitCost ? CellForm::Ratio : columns_[k].Form);
-        page_.Print(line_.Text());
+        PrintAmounts(row, amounts);
         for (std::size_t i = 1; i < row.Names.size(); ++i) page_.Print(row.Names[i].Text());
         if (total && total->Under != ' ') page_.Print(Rules(columns_.size(), total->Under));
+    }
+
+    void PrintAmounts(const ScheduleRow& row, std::span<const double> amounts) {
+        line_ = row.Names.front();
+        const bool unitCost = row.Line == kUnitCostMultiplier;
+        for (std::size_t k = 0; k < columns_.size(); ++k)
+            PutAmount(line_, TabOf(k), amounts[columns_[k].Field - FirstField()],
+                      unitCost ? CellForm::Ratio : columns_[k].Form);
+        page_.Print(line_.Text());
     }
 
     ReportPage& page_;
     const PrintedSchedule& schedule_;
     PageColumns columns_;
+    bool begun_ = false;
     TextLine line_;  ///< takes one row after the other
 };
 

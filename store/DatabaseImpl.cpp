@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/Globals.h"
+#include "store/CellReader.h"
 #include "store/CommitsOfRun.h"
 #include "store/files/NotConfirmed.h"
 
@@ -98,7 +99,7 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       Tables(connection),
       Changes(connection, Cells) {
     sqlite3_commit_hook(Handle, CountCommit, this);
-    CellCache::Prepare(Handle);
+    PrepareCellReading(Handle);
     Others.Look(*this);
 }
 

@@ -25,6 +25,8 @@
 
 namespace zolmara {
 
+class AmountSpool;
+
 /// A statement translated and prepared. Statements that differ only in their values share one.
 struct Prepared {
     sql::Translation What;
@@ -133,6 +135,8 @@ struct Database::Impl {
     TextMap<RequestPtr> RequestsByText;
     TextMap<PreparedPtr> StatementsByKey;
     CellCache Cells;
+    AmountSpool* Spool = nullptr;  ///< of amounts that pass by
+    bool ReadingThrough = false;   ///< what is read goes by
     ChangeRecorder Changes;
     BatchWatch* Listener = nullptr;  ///< of what batches change
     int BatchDepth = 0;

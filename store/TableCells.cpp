@@ -7,10 +7,10 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <numeric>
 
 #include "core/Globals.h"
+#include "store/CellReader.h"
 #include "store/DatabaseImpl.h"
 
 namespace zolmara {
@@ -20,25 +20,14 @@ constexpr double kNull = std::numeric_limits<double>::quiet_NaN();
 
 bool IsSame(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
-constexpr const char* kTakeCells = "zcells";
-constexpr std::size_t kAtOnce = 100;  ///< cells that one call takes; SQLite allows 127 values
-
 constexpr char kNumber = 'n';
 constexpr char kText = 't';
 constexpr char kOther = 'o';
 
 /// What is kept of a field: its numbers, or whether its texts have line breaks, or nothing.
 char KindOf(FieldType type) {
-    switch (type) {
-        case FieldType::dbDouble:
-        case FieldType::dbCurrency:
-        case FieldType::dbInteger:
-            return kNumber;
-        case FieldType::dbText:
-            return kText;
-        default:
-            return kOther;
-    }
+    if (IsNumberField(type)) return kNumber;
+    return type == FieldType::dbText ? kText : kOther;
 }
 
 std::size_t At(int position) { return static_cast<std::size_t>(position); }
@@ -134,7 +123,9 @@ void TableCells::Load() {
     version_ = *info_->Version;
     kinds_.clear();
     for (const FieldDef& field : info_->Def.Fields) kinds_.push_back(KindOf(field.Type));
-    SqliteStatement reader = MakeReader("ORDER BY rowid");
+    const CellTaker taker = Taker();
+    SqliteStatement reader =
+        CellReader(db_->Handle, info_->Def, 0, width_, "ORDER BY rowid", taker);
     reading_ = 0;
     while (reader.Step(Name())) ++reading_;
     PutInOrder();
@@ -148,34 +139,10 @@ double TableCells::NumberIn(sqlite3_value* value) {
     return kNull;
 }
 
-/// A statement that hands each of its rows to TakeCells, which spares SQLite the making of columns
-/// of a result: their names, and a call for each cell.
-SqliteStatement TableCells::MakeReader(const std::string& rest) {
-    std::string list;
-    for (std::size_t i = 0; i < width_; ++i) {
-        if (i % kAtOnce == 0)
-            list += fmt::format("{}{}(?1,{},rowid", i == 0 ? "" : "),", kTakeCells, i);
-        list += "," + Quoted(FieldName(static_cast<int>(i)));
-    }
-    SqliteStatement reader(db_->Handle,
-                           fmt::format("SELECT {}) FROM {} {}", list, Quoted(Name()), rest));
-    sqlite3_bind_pointer(reader.get(), 1, this, kTakeCells, nullptr);
-    return reader;
-}
-
-/// Of a row: whose cells they are, the position of the first, the rowid, the cells.
-void TableCells::TakeCells(sqlite3_context* context, int count, sqlite3_value** args) {
-    constexpr int kAhead = 3;
-    if (count < kAhead) return;
-    auto* const cells = static_cast<TableCells*>(sqlite3_value_pointer(args[0], kTakeCells));
-    if (!cells) return;
-    try {
-        cells->Take(sqlite3_value_int64(args[2]),
-                    static_cast<std::size_t>(sqlite3_value_int64(args[1])),
-                    std::span(args + kAhead, static_cast<std::size_t>(count - kAhead)));
-    } catch (const std::bad_alloc&) {
-        sqlite3_result_error_nomem(context);
-    }
+CellTaker TableCells::Taker() {
+    return [this](std::int64_t rowid, std::size_t first, std::span<sqlite3_value* const> values) {
+        Take(rowid, first, values);
+    };
 }
 
 void TableCells::Take(std::int64_t rowid, std::size_t first,
@@ -201,7 +168,9 @@ void TableCells::PutInOrder() {
 }
 
 void TableCells::ReadDirtyRows() {
-    SqliteStatement reader = MakeReader("WHERE rowid=?2");
+    const CellTaker taker = Taker();
+    SqliteStatement reader =
+        CellReader(db_->Handle, info_->Def, 0, width_, "WHERE rowid=?2", taker);
     for (const std::int64_t rowid : dirty_) {
         const std::optional<Row> row = RowWithId(rowid);
         if (!row) return Load();
@@ -224,23 +193,35 @@ void TableCells::RowWritten(bool isUpdate, std::int64_t rowid) {
     if (std::ranges::find(dirty_, rowid) == dirty_.end()) dirty_.push_back(rowid);
 }
 
-void CellCache::Prepare(sqlite3* handle) {
-    const int code =
-        sqlite3_create_function_v2(handle, kTakeCells, -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
-                                   TableCells::TakeCells, nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
-}
+namespace {
 
-TableCells& CellCache::Of(Database::Impl& db, std::string_view name) {
+TablePtr NeedTable(Database::Impl& db, std::string_view name) {
     db.LookForChanges();
     const TablePtr table = db.Tables.Find(name);
     if (!table)
         throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
     db.Note(*table);
+    return table;
+}
+
+}  // namespace
+
+TableCells& CellCache::Of(Database::Impl& db, std::string_view name) {
+    const TablePtr table = NeedTable(db, name);
     auto& cells = tables_[table->Def.Name];
     if (!cells) cells = std::make_unique<TableCells>();
     cells->BringUpToDate(db, table);
     return *cells;
+}
+
+const TableCells* CellCache::IfKept(Database::Impl& db, std::string_view name) {
+    const TablePtr table = NeedTable(db, name);
+    const auto found = tables_.find(table->Def.Name);
+    if (found == tables_.end()) return nullptr;
+    TableCells& cells = *found->second;
+    if (cells.info_ != table || !cells.IsInStep()) return nullptr;
+    cells.BringUpToDate(db, table);
+    return &cells;
 }
 
 void CellCache::RowWritten(bool isUpdate, const char* table, std::int64_t rowid) {
@@ -265,6 +246,10 @@ void CellCache::Over(const std::function<void()>& touch) {
 
 TableCells& CellsOf(Database& db, std::string_view table) {
     return db.impl().Cells.Of(db.impl(), table);
+}
+
+const TableCells* KeptCellsOf(Database& db, std::string_view table) {
+    return db.impl().Cells.IfKept(db.impl(), table);
 }
 
 // --- Writing ---------------------------------------------------------------------------------

@@ -17,8 +17,6 @@
 #include "core/Currency.h"
 #include "store/Dao.h"
 
-struct sqlite3;
-struct sqlite3_context;
 struct sqlite3_value;
 
 namespace zolmara {
@@ -84,8 +82,7 @@ private:
     void BringUpToDate(Database::Impl& db, const std::shared_ptr<TableInfo>& table);
     void Load();
     void ReadDirtyRows();
-    SqliteStatement MakeReader(const std::string& rest);
-    static void TakeCells(sqlite3_context* context, int count, sqlite3_value** args);
+    std::function<void(std::int64_t, std::size_t, std::span<sqlite3_value* const>)> Taker();
     void Take(std::int64_t rowid, std::size_t first, std::span<sqlite3_value* const> values);
     double NumberIn(sqlite3_value* value);
     void PutInOrder();
@@ -153,12 +150,15 @@ void ChangeCells(Database& db, const std::function<void()>& work);
 /// open; its content until the table is written to by other means. StoreError::NoSuchItem.
 TableCells& CellsOf(Database& db, std::string_view table);
 
+/// The same where they are in memory already, none where they would have to be read for it.
+/// StoreError::NoSuchItem.
+const TableCells* KeptCellsOf(Database& db, std::string_view table);
+
 /// Those of all tables that were asked for.
 class CellCache {
 public:
-    /// Gives a connection what the reading of cells takes.
-    static void Prepare(sqlite3* handle);
     TableCells& Of(Database::Impl& db, std::string_view name);
+    const TableCells* IfKept(Database::Impl& db, std::string_view name);
     /// A row was inserted, deleted or updated, by whatever statement of this program.
     void RowWritten(bool isUpdate, const char* table, std::int64_t rowid);
     /// The table's version has grown by one, by rows that were told.

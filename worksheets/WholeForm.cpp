@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/Globals.h"
+#include "store/AmountRows.h"
 #include "store/TableCells.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
@@ -82,10 +83,19 @@ LineList FormLinesOf(const Worksheet& sheet) {
     return lines;
 }
 
-LineList LinesOf(std::string_view table) {
+LineList LinesOf(const TableCells& cells) {
     LineList lines;
-    const TableCells& cells = CellsOf(gDB, table);
     for (const TableCells::Row row : cells.Rows()) lines.push_back(cells.Line(row));
+    return lines;
+}
+
+/// Those of a table whose amounts are not to be read for it.
+LineList LinesAlone(std::string_view table) {
+    if (const TableCells* const kept = KeptCellsOf(gDB, table)) return LinesOf(*kept);
+    LineList lines;
+    const AmountRows rows(gDB, table, {},
+                          [&](const Variant& line, RowTexts) { lines.push_back(CurOr(line)); });
+    std::ranges::sort(lines);
     return lines;
 }
 
@@ -101,8 +111,7 @@ void NeedAll(std::string_view table, const LineList& have, const LineList& need)
                                                           NumberText(missing.front())));
 }
 
-void NeedRows(const Worksheet& sheet) {
-    const LineList have = LinesOf(sheet.Item);
+void NeedRows(const Worksheet& sheet, const LineList& have) {
     const LineList form = FormLinesOf(sheet);
     NeedAll(sheet.Item, have, form);
     const Follows follows = FollowedBy(sheet);
@@ -112,7 +121,7 @@ void NeedRows(const Worksheet& sheet) {
     };
     LineList own, followed;
     std::ranges::copy_if(have, std::back_inserter(own), isOwn);
-    std::ranges::copy_if(LinesOf(follows.Table), std::back_inserter(followed), isOwn);
+    std::ranges::copy_if(LinesOf(CellsOf(gDB, follows.Table)), std::back_inserter(followed), isOwn);
     NeedAll(sheet.Item, own, followed);
     NeedAll(follows.Table, followed, own);
 }
@@ -155,12 +164,18 @@ std::vector<std::string> ColumnNames(const Worksheet& sheet) {
     return names;
 }
 
-bool AreTheColumns(const TableCells& cells, const Worksheet& sheet) {
-    const std::vector<std::string> names = ColumnNames(sheet);
-    if (static_cast<std::size_t>(cells.FieldCount()) != names.size()) return false;
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (cells.FieldName(static_cast<int>(i)) != names[i]) return false;
-    return true;
+using NameList = std::vector<std::string_view>;
+
+NameList FieldNames(const TableCells& cells) {
+    NameList names;
+    for (int i = 0; i < cells.FieldCount(); ++i) names.emplace_back(cells.FieldName(i));
+    return names;
+}
+
+NameList FieldNames(const TableDef& table) {
+    NameList names;
+    for (const FieldDef& field : table.Fields) names.emplace_back(field.Name);
+    return names;
 }
 
 /// What is wrong with the columns of a table; empty where nothing is. Those of a schedule are
@@ -179,19 +194,25 @@ std::string WrongColumn(const TableDef& table, const FieldList& fields) {
     return {};
 }
 
-void NeedColumns(const Worksheet& sheet) {
-    if (AreTheColumns(CellsOf(gDB, sheet.Item), sheet)) return;
+void NeedColumns(const Worksheet& sheet, const NameList& have) {
+    if (std::ranges::equal(have, ColumnNames(sheet))) return;
     const std::string wrong = WrongColumn(gDB.Table(sheet.Item), sheet.Fields(sheet.Item));
     if (!wrong.empty()) throw StoreError(StoreError::Kind::Other, wrong);
 }
 
 }  // namespace
 
-void NeedWholeForm(std::string_view item) {
+void NeedWholeForm(std::string_view item, FormAmounts amounts) {
     const Worksheet* sheet = FindWorksheet(item);
     if (!sheet || !gDB.HasTable(sheet->Item)) return;
-    NeedColumns(*sheet);
-    NeedRows(*sheet);
+    if (amounts == FormAmounts::Kept) {
+        const TableCells& cells = CellsOf(gDB, sheet->Item);
+        NeedColumns(*sheet, FieldNames(cells));
+        NeedRows(*sheet, LinesOf(cells));
+    } else {
+        NeedColumns(*sheet, FieldNames(gDB.Table(sheet->Item)));
+        NeedRows(*sheet, LinesAlone(sheet->Item));
+    }
 }
 
 }  // namespace zolmara

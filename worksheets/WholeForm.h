@@ -8,10 +8,14 @@
 
 namespace zolmara {
 
+/// Whether whoever asks wants the worksheet's amounts in memory, where they are read together with
+/// its lines, or only goes through them.
+enum class FormAmounts { Kept, Passing };
+
 /// StoreError with the worksheet and the line or column that is missing: of the worksheet, or of
 /// the list of cost centers or components that its lines follow. A column that belongs to no cost
 /// center is told, too. A name that is no worksheet, or one whose table is not there, is passed
 /// over.
-void NeedWholeForm(std::string_view item);
+void NeedWholeForm(std::string_view item, FormAmounts amounts = FormAmounts::Kept);
 
 }  // namespace zolmara
