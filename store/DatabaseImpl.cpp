@@ -97,7 +97,8 @@ Database::Impl::Impl(sqlite3* connection, std::string file, bool readOnly,
       ReadOnly(readOnly),
       Mark(std::move(mark)),
       Tables(connection),
-      Changes(connection, Cells) {
+      Changes(connection, Cells),
+      Beside(connection) {
     sqlite3_commit_hook(Handle, CountCommit, this);
     PrepareCellReading(Handle);
     Others.Look(*this);
@@ -267,7 +268,14 @@ void Database::Impl::RunSchemaChange(const std::string& sql, const std::string& 
 
 void Database::Impl::RunWhole(const std::string& table, Shape shape,
                               const std::function<void()>& step) {
-    if (NeedsBatch()) return RunInBatch([&] { RunWhole(table, shape, step); });
+    RunWhole([&] {
+        step();
+        AfterSchemaChange(table, shape);
+    });
+}
+
+void Database::Impl::RunWhole(const std::function<void()>& step) {
+    if (NeedsBatch()) return RunInBatch([&] { RunWhole(step); });
     CheckBatch();
     SqliteRun(Handle, "SAVEPOINT step");
     try {
@@ -278,7 +286,6 @@ void Database::Impl::RunWhole(const std::string& table, Shape shape,
         AfterLostChange();
         throw;
     }
-    AfterSchemaChange(table, shape);
 }
 
 void Database::Impl::SelectInto(const Request& request, std::span<const Variant> args) {
@@ -400,6 +407,18 @@ StoreError Database::Impl::LostBatch() const {
     return StoreError(kind, text);
 }
 
+/// What a batch has in memory beside the file can go behind its transaction.
+class AtEnd {
+public:
+    explicit AtEnd(MemoryBeside& beside) : beside_(beside) {}
+    ~AtEnd() { beside_.LetGo(); }
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+
+private:
+    MemoryBeside& beside_;
+};
+
 /// The transaction is gone when the file failed in its course: what a step after that did not
 /// notice must not stand alone.
 void Database::Impl::EndBatch(const StoreError* error) {
@@ -408,6 +427,7 @@ void Database::Impl::EndBatch(const StoreError* error) {
         --BatchDepth;
         return;
     }
+    const AtEnd letGo(Beside);
     const bool changed = AnyNetChange();
     Changes.Stop();
     try {

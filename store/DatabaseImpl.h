@@ -16,6 +16,7 @@
 #include "store/Catalog.h"
 #include "store/ChangeRecorder.h"
 #include "store/Dao.h"
+#include "store/MemoryBeside.h"
 #include "store/TableCells.h"
 #include "store/TableWatch.h"
 #include "store/base/Sqlite.h"
@@ -115,6 +116,8 @@ struct Database::Impl {
                          Shape shape = Shape::Changed);
     /// Runs a step of several statements on a table so that it has its whole effect or none.
     void RunWhole(const std::string& table, Shape shape, const std::function<void()>& step);
+    /// The same of a step that tells itself what tables it changed.
+    void RunWhole(const std::function<void()>& step);
 
     // --- Batches
     /// Runs work as a batch, whatever way out it takes; see RunBatch.
@@ -138,6 +141,7 @@ struct Database::Impl {
     AmountSpool* Spool = nullptr;  ///< of amounts that pass by
     bool ReadingThrough = false;   ///< what is read goes by
     ChangeRecorder Changes;
+    MemoryBeside Beside;
     BatchWatch* Listener = nullptr;  ///< of what batches change
     int BatchDepth = 0;
     std::optional<StoreError> BatchTrouble;  ///< the file's error that took the batch back

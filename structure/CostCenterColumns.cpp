@@ -47,12 +47,19 @@ void ReportAppendFailure(std::string_view table, std::string_view reason) {
              kCritical, "Error adding field to table B");
 }
 
-void RebuildTable(std::string_view table, const std::string& select, bool indexed = true) {
-    DropTable("tblTemp");
-    gDB.Execute(fmt::format("{} INTO tblTemp FROM {};", select, table));
-    DropTable(table);
-    gDB.Execute(fmt::format("Select * Into {} From tblTemp;", table));
-    if (indexed) gDB.Execute(fmt::format("CREATE UNIQUE INDEX ndx{0} ON {0} (LineNum);", table));
+/// The table that a surgery leaves as a copy of the last one that it made anew.
+constexpr std::string_view kCopy = "tblTemp";
+
+void Rebuild(const std::vector<RebuiltTable>& tables, bool keepsCopy) {
+    TheStatus().DoEvents();
+    gDB.RefreshTableDefs();
+    RebuildTables(gDB, tables, kCopy, keepsCopy);
+    gDB.RefreshTableDefs();
+}
+
+bool IsAmong(const std::vector<RebuiltTable>& tables, std::string_view name) {
+    return std::ranges::any_of(
+        tables, [&](const RebuiltTable& table) { return SameText(table.Name, name); });
 }
 
 std::vector<std::string> RegisteredWorksheets() {
@@ -119,12 +126,13 @@ bool NewColumns::Add(Currency line) {
 }
 
 void NewColumns::Finish() {
-    for (Family& family : families_) {
-        if (!std::exchange(family.Changed, false)) continue;
-        const auto select = family.Shape.front().Select();
-        for (auto table : family.Tables) RebuildTable(table, select);
+    std::vector<RebuiltTable> tables;
+    for (const Family& family : std::exchange(families_, {})) {
+        if (!family.Changed) continue;
+        const auto fields = family.Shape.front().Fields();
+        for (auto table : family.Tables) tables.push_back({std::string(table), fields});
     }
-    families_.clear();
+    if (!tables.empty()) Rebuild(tables, true);
 }
 
 bool AddCCColumn(Currency line) {
@@ -136,14 +144,14 @@ bool AddCCColumn(Currency line) {
 
 void DeleteCCColumn(Currency line) {
     const auto column = CostCenterColumn(line);
-    const bool hadCopy = gDB.HasTable("tblTemp");
+    std::vector<RebuiltTable> tables;
     for (const auto& item : RegisteredWorksheets()) {
-        if (!gDB.HasTable(item) || gDB.Table(item).FieldIndex(column) < 0) continue;
+        if (!HasField(gDB, item, column) || IsAmong(tables, item)) continue;
         TableShape shape(item);
         shape.Remove(line);
-        RebuildTable(item, shape.Select(), !gDB.Table(item).Indexes.empty());
+        tables.push_back({item, shape.Fields(), !gDB.Table(item).Indexes.empty()});
     }
-    if (!hadCopy) DropTable("tblTemp");
+    if (!tables.empty()) Rebuild(tables, gDB.HasTable(kCopy));
 }
 
 void DropTable(std::string_view name) {

@@ -14,9 +14,6 @@ namespace {
 
 /// The name that a new column has until it gets its place; it is not carried on.
 constexpr std::string_view kNewField = "CC";
-/// A new column's amounts. Appending the field first, only to select it from there, would make
-/// the store read every table's definition again.
-constexpr std::string_view kNewAmounts = "CDbl(Null)";
 /// The columns that a table of the store can have.
 constexpr std::size_t kMostColumns = 2000;
 
@@ -86,14 +83,11 @@ void TableShape::Remove(Currency line) {
     }
 }
 
-std::string TableShape::Select() const {
-    std::string select = "SELECT";
-    for (const Slot& slot : slots_) {
-        select += select.size() == 6 ? " " : ", ";
-        select += slot.From.empty() ? kNewAmounts : std::string_view(slot.From);
-        if (slot.From != slot.Name) select.append(" as ").append(slot.Name);
-    }
-    return select;
+std::vector<RebuiltField> TableShape::Fields() const {
+    std::vector<RebuiltField> fields;
+    fields.reserve(slots_.size());
+    for (const Slot& slot : slots_) fields.push_back({slot.From, slot.Name});
+    return fields;
 }
 
 }  // namespace zolmara

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Currency.h"
+#include "store/RebuildTables.h"
 
 namespace zolmara {
 
@@ -25,8 +26,8 @@ public:
     /// Notes the line's column as gone; those behind it in its group come down by .01, so long as
     /// they follow without a hole.
     void Remove(Currency line);
-    /// The statement that gives the noted columns, up to its INTO.
-    std::string Select() const;
+    /// The fields with what was noted.
+    std::vector<RebuiltField> Fields() const;
 
 private:
     struct Slot {

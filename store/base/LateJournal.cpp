@@ -12,6 +12,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace zolmara {
 namespace {
@@ -25,10 +26,65 @@ sqlite3_vfs* System() { return sqlite3_vfs_find(nullptr); }
 /// The journal that was closed without ever having been a file: SQLite deletes it next.
 thread_local std::string neverMade;
 
+/// Bytes that grow piece by piece, so that none is ever moved.
+class Pieces {
+public:
+    std::size_t Size() const { return size_; }
+    /// How many of the bytes from a place on were read.
+    std::size_t Read(char* into, std::size_t count, std::size_t at) const {
+        const std::size_t have = at < size_ ? std::min(count, size_ - at) : 0;
+        Walk(at, have, [&](char* piece, std::size_t done, std::size_t size) {
+            std::memcpy(into + done, piece, size);
+        });
+        return have;
+    }
+    /// What lies between the end and the place becomes zeros. std::bad_alloc changes nothing.
+    void Write(const char* from, std::size_t count, std::size_t at) {
+        while (pieces_.size() * kPiece < at + count)
+            pieces_.push_back(std::make_unique<char[]>(kPiece));
+        size_ = std::max(size_, at + count);
+        Walk(at, count, [&](char* piece, std::size_t done, std::size_t size) {
+            std::memcpy(piece, from + done, size);
+        });
+    }
+    void Truncate(std::size_t size) {
+        if (size >= size_) return;
+        pieces_.resize((size + kPiece - 1) / kPiece);
+        size_ = pieces_.size() * kPiece;
+        Walk(size, size_ - size,
+             [](char* piece, std::size_t, std::size_t rest) { std::memset(piece, 0, rest); });
+        size_ = size;
+    }
+    /// Gives the bytes in their order, piece by piece, until one is not taken.
+    template <class Take>
+    int ForEach(const Take& take) const {
+        int code = SQLITE_OK;
+        Walk(0, size_, [&](const char* piece, std::size_t at, std::size_t size) {
+            if (code == SQLITE_OK) code = take(piece, at, size);
+        });
+        return code;
+    }
+
+private:
+    static constexpr std::size_t kPiece = 65536;
+
+    template <class Work>
+    void Walk(std::size_t at, std::size_t count, const Work& work) const {
+        for (std::size_t done = 0, size = 0; done < count; done += size) {
+            const std::size_t within = (at + done) % kPiece;
+            size = std::min(count - done, kPiece - within);
+            work(pieces_[(at + done) / kPiece].get() + within, done, size);
+        }
+    }
+
+    std::vector<std::unique_ptr<char[]>> pieces_;
+    std::size_t size_ = 0;
+};
+
 struct Journal {
     const char* Name;  ///< SQLite keeps it until the journal is closed
     int Flags;
-    std::string Bytes;
+    Pieces Bytes;
     bool IsFile = false;
 };
 
@@ -44,14 +100,11 @@ sqlite3_file* FileOf(sqlite3_file* file) {
 }
 
 /// The system's own file takes no more at once than SQLite ever gives it, which is a page.
-int WriteAll(sqlite3_file* real, const std::string& bytes) {
-    constexpr std::size_t kAtOnce = 65536;
-    int code = SQLITE_OK;
-    for (std::size_t at = 0; at < bytes.size() && code == SQLITE_OK; at += kAtOnce)
-        code = real->pMethods->xWrite(real, bytes.data() + at,
-                                      static_cast<int>(std::min(kAtOnce, bytes.size() - at)),
+int WriteAll(sqlite3_file* real, const Pieces& bytes) {
+    return bytes.ForEach([&](const char* piece, std::size_t at, std::size_t size) {
+        return real->pMethods->xWrite(real, piece, static_cast<int>(size),
                                       static_cast<sqlite3_int64>(at));
-    return code;
+    });
 }
 
 /// Where the journal cannot be written as a whole it stays in memory, for the transaction is taken
@@ -83,22 +136,21 @@ int Close(sqlite3_file* file) {
 int Read(sqlite3_file* file, void* into, int count, sqlite3_int64 at) {
     const Journal& journal = KeptOf(file);
     if (journal.IsFile) return FileOf(file)->pMethods->xRead(FileOf(file), into, count, at);
-    const auto size = static_cast<sqlite3_int64>(journal.Bytes.size());
-    const auto have = std::clamp<sqlite3_int64>(size - at, 0, count);
-    if (have > 0) std::memcpy(into, journal.Bytes.data() + at, static_cast<std::size_t>(have));
-    if (have == count) return SQLITE_OK;
-    std::memset(static_cast<char*>(into) + have, 0, static_cast<std::size_t>(count - have));
+    const auto wanted = static_cast<std::size_t>(count);
+    char* const bytes = static_cast<char*>(into);
+    const auto have = journal.Bytes.Read(bytes, wanted, static_cast<std::size_t>(at));
+    if (have == wanted) return SQLITE_OK;
+    std::memset(bytes + have, 0, wanted - have);
     return SQLITE_IOERR_SHORT_READ;
 }
 
-int Keep(std::string& bytes, const void* from, int count, sqlite3_int64 at) {
+int Keep(Pieces& bytes, const void* from, int count, sqlite3_int64 at) {
     try {
-        const auto end = static_cast<std::size_t>(at + count);
-        if (bytes.size() < end) bytes.resize(end);
+        bytes.Write(static_cast<const char*>(from), static_cast<std::size_t>(count),
+                    static_cast<std::size_t>(at));
     } catch (const std::bad_alloc&) {
         return SQLITE_IOERR_NOMEM;
     }
-    std::memcpy(bytes.data() + at, from, static_cast<std::size_t>(count));
     return SQLITE_OK;
 }
 
@@ -113,8 +165,7 @@ int Write(sqlite3_file* file, const void* from, int count, sqlite3_int64 at) {
 int Truncate(sqlite3_file* file, sqlite3_int64 size) {
     Journal& journal = KeptOf(file);
     if (journal.IsFile) return FileOf(file)->pMethods->xTruncate(FileOf(file), size);
-    if (static_cast<std::size_t>(size) < journal.Bytes.size())
-        journal.Bytes.resize(static_cast<std::size_t>(size));
+    journal.Bytes.Truncate(static_cast<std::size_t>(size));
     return SQLITE_OK;
 }
 
@@ -126,7 +177,7 @@ int Sync(sqlite3_file* file, int flags) {
 int FileSize(sqlite3_file* file, sqlite3_int64* size) {
     const Journal& journal = KeptOf(file);
     if (journal.IsFile) return FileOf(file)->pMethods->xFileSize(FileOf(file), size);
-    *size = static_cast<sqlite3_int64>(journal.Bytes.size());
+    *size = static_cast<sqlite3_int64>(journal.Bytes.Size());
     return SQLITE_OK;
 }
 

@@ -57,6 +57,22 @@ std::string_view CheckOf(FieldType type) {
 
 bool IsTextType(FieldType type) { return type == FieldType::dbText || type == FieldType::dbMemo; }
 
+std::string UncheckedDeclaration(const FieldDef& field) {
+    return fmt::format("{} {}{}{}", Quoted(field.Name), DeclaredTypeText(field),
+                       field.Required ? " NOT NULL" : "",
+                       IsTextType(field.Type) ? " COLLATE NOCASE" : "");
+}
+
+template <class Declaration>
+std::string CreateSql(const TableDef& table, std::string_view database,
+                      const Declaration& declaration) {
+    std::string sql = fmt::format("CREATE TABLE {}{}{} (", database, database.empty() ? "" : ".",
+                                  Quoted(table.Name));
+    for (const auto& field : table.Fields)
+        sql.append(&field == &table.Fields.front() ? "" : ", ").append(declaration(field));
+    return sql += ')';
+}
+
 }  // namespace
 
 std::string Quoted(std::string_view name) {
@@ -103,10 +119,7 @@ std::size_t SizeOfCheck(std::string_view text, std::string_view name, const Fiel
 
 std::string FieldDeclaration(const FieldDef& field) {
     const std::string check = FieldCheck(field);
-    return fmt::format("{} {}{}{}{}{}", Quoted(field.Name), DeclaredTypeText(field),
-                       field.Required ? " NOT NULL" : "",
-                       IsTextType(field.Type) ? " COLLATE NOCASE" : "", check.empty() ? "" : " ",
-                       check);
+    return fmt::format("{}{}{}", UncheckedDeclaration(field), check.empty() ? "" : " ", check);
 }
 
 FieldDef FieldOfType(std::string name, std::string_view declared) {
@@ -116,11 +129,12 @@ FieldDef FieldOfType(std::string name, std::string_view declared) {
     return field;
 }
 
-std::string CreateTableSql(const TableDef& table) {
-    std::string fields;
-    for (const auto& field : table.Fields)
-        fields += (fields.empty() ? "" : ", ") + FieldDeclaration(field);
-    return fmt::format("CREATE TABLE {} ({})", Quoted(table.Name), fields);
+std::string CreateTableSql(const TableDef& table, std::string_view database) {
+    return CreateSql(table, database, FieldDeclaration);
+}
+
+std::string CreateUncheckedSql(const TableDef& table, std::string_view database) {
+    return CreateSql(table, database, UncheckedDeclaration);
 }
 
 int TableDef::FieldIndex(std::string_view name) const {

@@ -19,7 +19,10 @@ std::string FieldCheck(const FieldDef& field);
 std::size_t SizeOfCheck(std::string_view text, std::string_view name, const FieldDef& field);
 /// The declaration of a field with its type and its check.
 std::string FieldDeclaration(const FieldDef& field);
-std::string CreateTableSql(const TableDef& table);
+/// The statement that makes a table, in one of the connection's databases where it is named.
+std::string CreateTableSql(const TableDef& table, std::string_view database = {});
+/// The same with fields that take anything, for rows that have been checked.
+std::string CreateUncheckedSql(const TableDef& table, std::string_view database);
 /// A field by the type that a file declares for it. A type that the system does not declare
 /// counts as memo.
 FieldDef FieldOfType(std::string name, std::string_view declared);

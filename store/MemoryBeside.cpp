@@ -1,0 +1,81 @@
+#include "store/MemoryBeside.h"
+
+#include <fmt/format.h>
+
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "store/base/Sqlite.h"
+#include "store/base/TableSql.h"
+
+namespace zolmara {
+namespace {
+
+constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+
+/// Nothing of it outlives the work: its freed pages need not be overwritten.
+void AttachEmpty(sqlite3* handle, const std::string& name) {
+    SqliteRun(handle, fmt::format("ATTACH ':memory:' AS {0}; PRAGMA {0}.secure_delete=OFF", name));
+}
+
+std::string NameOfImage(int number) { return fmt::format("image{}", number); }
+
+}  // namespace
+
+MemoryImage::MemoryImage(sqlite3* handle, const char* database) {
+    bytes_ = sqlite3_serialize(handle, database, &size_, 0);
+    if (!bytes_) throw std::bad_alloc();
+}
+
+MemoryImage::MemoryImage(MemoryImage&& other) noexcept
+    : bytes_(std::exchange(other.bytes_, nullptr)), size_(other.size_) {}
+
+MemoryImage::~MemoryImage() { sqlite3_free(bytes_); }
+
+void MemoryImage::Become(sqlite3* handle, const char* database) && {
+    // Whether it succeeds or not, SQLite frees the bytes.
+    const int code =
+        sqlite3_deserialize(handle, database, std::exchange(bytes_, nullptr), size_, size_,
+                            SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_READONLY);
+    if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
+    SqliteRun(handle, fmt::format("PRAGMA {}.mmap_size={}", database, size_));
+}
+
+MemoryWork::MemoryWork(MemoryImage image) {
+    const int code = sqlite3_open_v2(":memory:", &connection_.Handle, kFlags, nullptr);
+    if (code != SQLITE_OK) ThrowSqlite(connection_.Handle, code, "");
+    std::move(image).Become(connection_.Handle, "main");
+    AttachEmpty(connection_.Handle, "made");
+    SqliteRun(connection_.Handle, "PRAGMA ignore_check_constraints=ON");
+}
+
+void MemoryWork::Run(const std::string& sql) { SqliteRun(connection_.Handle, sql); }
+
+void MemoryBeside::ClearAside() {
+    if (!std::exchange(aside_, true)) return AttachEmpty(handle_, "aside");
+    std::vector<std::string> names;
+    SqliteStatement select(handle_, "SELECT name FROM aside.sqlite_schema WHERE type='table'");
+    while (select.Step()) names.push_back(select.Text(0));
+    for (const std::string& name : names) SqliteRun(handle_, "DROP TABLE aside." + Quoted(name));
+}
+
+std::string MemoryBeside::Take(MemoryImage image) {
+    const std::string name = NameOfImage(images_);
+    AttachEmpty(handle_, name);
+    ++images_;
+    std::move(image).Become(handle_, name.c_str());
+    return name;
+}
+
+void MemoryBeside::LetGo() {
+    if (aside_ && Detach("aside")) aside_ = false;
+    while (images_ > 0 && Detach(NameOfImage(images_ - 1))) --images_;
+}
+
+bool MemoryBeside::Detach(const std::string& name) {
+    return sqlite3_exec(handle_, ("DETACH " + name).c_str(), nullptr, nullptr, nullptr) ==
+           SQLITE_OK;
+}
+
+}  // namespace zolmara
