@@ -364,6 +364,7 @@ void Database::Impl::EndWatch() {
 void Database::Impl::BeginBatch() {
     if (ReadOnly) throw StoreError(StoreError::Kind::ReadOnly, Path + ": the file is read-only");
     if (BatchDepth++ > 0) return;
+    Beside.LetGo();
     try {
         SqliteRun(Handle, "BEGIN IMMEDIATE", Path);
     } catch (...) {

@@ -35,9 +35,8 @@ MemoryImage::~MemoryImage() { sqlite3_free(bytes_); }
 
 void MemoryImage::Become(sqlite3* handle, const char* database) && {
     // Whether it succeeds or not, SQLite frees the bytes.
-    const int code =
-        sqlite3_deserialize(handle, database, std::exchange(bytes_, nullptr), size_, size_,
-                            SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_READONLY);
+    const int code = sqlite3_deserialize(handle, database, std::exchange(bytes_, nullptr), size_,
+                                         size_, SQLITE_DESERIALIZE_FREEONCLOSE);
     if (code != SQLITE_OK) ThrowSqlite(handle, code, "");
     SqliteRun(handle, fmt::format("PRAGMA {}.mmap_size={}", database, size_));
 }

@@ -22,7 +22,7 @@ public:
     ~MemoryImage();
 
     /// Becomes a database, read in place, that the connection has already; no transaction may
-    /// have touched that one. StoreError when that fails.
+    /// have touched that one. Nobody writes to it. StoreError when that fails.
     void Become(sqlite3* handle, const char* database) &&;
 
 private:

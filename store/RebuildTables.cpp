@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <future>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -93,6 +94,11 @@ public:
         return nullptr;
     }
 
+    /// The other thread comes to an end soon.
+    void TakeAll() {
+        for (auto& taken : taken_) taken = true;
+    }
+
 private:
     std::vector<const Part*> parts_;
     std::vector<std::atomic<bool>> taken_;
@@ -102,6 +108,13 @@ private:
 struct Made {
     std::vector<const Part*> Parts;
     std::optional<MemoryImage> Image;  ///< none without parts
+};
+
+/// The second thread. Where the work ends early it is waited for.
+struct Second {
+    SharedParts& Shared;
+    std::future<Made> Result;
+    ~Second() { Shared.TakeAll(); }
 };
 
 Made MakeShared(SharedParts& shared, MemoryImage aside) {
@@ -141,15 +154,18 @@ public:
         db_.Beside.ClearAside();
         SharedParts shared(ChooseShared(parts));
         for (const Part* const part : shared.All()) PutAside(*part);
-        std::future<Made> second = StartSecond(shared);
+        Second second{shared, StartSecond(shared)};
         std::vector<const Part*> own;
         for (const Part& part : parts)
             if (!std::ranges::count(shared.All(), &part)) own.push_back(&part);
         for (const Part* const part : own) PutAside(*part);
         ReplaceAll(parts, keepsCopy);
-        for (const Part* const part : own) Fill(*part, part->Columns, "aside");
-        ShareWith(second, shared);
-        for (const Part& part : parts) Index(part);
+        for (const Part* const part : own) {
+            Fill(*part, part->Columns, "aside");
+            Index(*part);
+        }
+        ShareWith(second);
+        for (const Part* const part : shared.All()) Index(*part);
         if (keepsCopy)
             Do("INSERT INTO main.{} SELECT * FROM main.{}", copy_, parts.back().New.Name);
     }
@@ -201,15 +217,17 @@ private:
                   part.Old.Name);
     }
 
-    /// Nothing where none are shared, or the system gives no thread.
+    /// Nothing where none are shared, or the system gives no thread and no memory for one.
     std::future<Made> StartSecond(SharedParts& shared) const {
         if (shared.All().empty()) return {};
-        MemoryImage aside(db_.Handle, "aside");
         try {
+            MemoryImage aside(db_.Handle, "aside");
             return std::async(std::launch::async, [&shared, image = std::move(aside)]() mutable {
                 return MakeShared(shared, std::move(image));
             });
         } catch (const std::system_error&) {
+            return {};
+        } catch (const std::bad_alloc&) {
             return {};
         }
     }
@@ -247,12 +265,13 @@ private:
                std::string("LineNum"));
     }
 
-    void ShareWith(std::future<Made>& second, SharedParts& shared) {
-        const bool waits = second.valid() && TheRebuildShares().SecondAlone;
-        while (const Part* const part = waits ? nullptr : shared.TakeLast())
+    void ShareWith(Second& second) {
+        const bool isThere = second.Result.valid();
+        const bool waits = isThere && TheRebuildShares().SecondAlone;
+        while (const Part* const part = waits ? nullptr : second.Shared.TakeLast())
             Fill(*part, part->Columns, "aside");
-        if (!second.valid()) return;
-        Made made = Join(second);
+        if (!isThere) return;
+        Made made = Join(second.Result);
         if (!made.Image) return;
         const std::string image = db_.Beside.Take(std::move(*made.Image));
         for (const Part* const part : made.Parts) Fill(*part, "*", image);
@@ -262,12 +281,17 @@ private:
     Made Join(std::future<Made>& second) const {
         try {
             return second.get();
+        } catch (const std::bad_alloc&) {
+            Fail("out of memory");
         } catch (const std::exception& error) {
-            db_.TakeBatchBack();
-            throw StoreError(
-                StoreError::Kind::Other,
-                fmt::format("{}: its tables could not be made anew: {}", db_.Path, error.what()));
+            Fail(error.what());
         }
+    }
+
+    [[noreturn]] void Fail(std::string_view why) const {
+        db_.TakeBatchBack();
+        throw StoreError(StoreError::Kind::Other,
+                         fmt::format("{}: its tables could not be made anew: {}", db_.Path, why));
     }
 
     Database::Impl& db_;

@@ -13,6 +13,7 @@
 #include "store/FilledCrf.h"
 #include "store/session/Settings.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/SecondThread.h"
 #include "support/TestCrf.h"
 
 namespace zolmara::test {
@@ -90,6 +91,11 @@ TEST_F(DiskFull, TakesAnImportBack) {
 
 TEST_F(DiskFull, TakesANewCostCenterBack) {
     ExpectAllOrNothing([] { AddCostCenter(Currency(4.02)); });
+}
+
+TEST_F(DiskFull, TakesADeletedCostCenterBackThatTwoThreadsWorkedOn) {
+    const SecondThread second;
+    ExpectAllOrNothing([] { DeleteCostCenter(Currency(4.01)); });
 }
 
 TEST_F(DiskFull, TakesOneSavedRowBack) {

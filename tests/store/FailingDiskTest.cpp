@@ -6,6 +6,7 @@
 #include "import/ImportASCII.h"
 #include "store/FilledCrf.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/SecondThread.h"
 #include "support/FailingDisk.h"
 #include "support/TestCrf.h"
 
@@ -98,6 +99,12 @@ TEST_F(DiskThatFailsOnce, ACostCenterIsAddedWholeOrNotAtAll) {
 TEST_F(DiskThatFailsOnce, ACostCenterIsDeletedWholeOrNotAtAll) {
     ExpectAllOrNothing(DeleteOne, SQLITE_FULL, FailingDisk::Calls::Writes);
     ExpectAllOrNothing(DeleteOne, SQLITE_IOERR_WRITE, FailingDisk::Calls::Writes);
+}
+
+TEST_F(DiskThatFailsOnce, ACostCenterThatTwoThreadsDeleteIsDeletedWholeOrNotAtAll) {
+    const SecondThread second;
+    ExpectAllOrNothing(DeleteOne, SQLITE_IOERR_WRITE, FailingDisk::Calls::Writes);
+    ExpectAllOrNothing(DeleteOne, SQLITE_IOERR_READ, FailingDisk::Calls::Reads);
 }
 
 TEST_F(DiskThatFailsOnce, AnImportIsTakenWholeOrNotAtAll) {

@@ -12,6 +12,7 @@
 #include "store/FilledCrf.h"
 #include "store/harness/Faults.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/SecondThread.h"
 #include "structure/modAddS2.h"
 #include "support/TestCrf.h"
 
@@ -155,6 +156,11 @@ TEST_F(Kill, WhileACostCenterIsAdded) {
 
 TEST_F(Kill, WhileACostCenterIsDeleted) {
     KillManyTimes(40, [] { DeleteCostCenter(Currency(4.01)); });
+}
+
+TEST_F(Kill, WhileTwoThreadsWorkOnADeletedCostCenter) {
+    const SecondThread second;
+    KillManyTimes(10, [] { DeleteCostCenter(Currency(4.01)); });
 }
 
 TEST_F(Kill, WhileAComponentIsAdded) {

@@ -15,6 +15,7 @@
 #include "store/harness/FaultTries.h"
 #include "store/harness/Power.h"
 #include "structure/AddDeleteCC.h"
+#include "structure/SecondThread.h"
 
 namespace zolmara::test {
 namespace {
@@ -115,6 +116,11 @@ TEST_F(PowerLoss, AtACellThatIsSaved) {
 
 TEST_F(PowerLoss, WhileACostCenterIsAdded) {
     TryStatement([] { AddCostCenter(Currency(4.02)); }, 3);
+}
+
+TEST_F(PowerLoss, WhileTwoThreadsWorkOnADeletedCostCenter) {
+    const SecondThread second;
+    TryStatement([] { DeleteCostCenter(Currency(4.01)); }, 2);
 }
 
 TEST_F(PowerLoss, DuringTheClose) { TryStatement(mnuReportClose, 3); }

@@ -1,0 +1,331 @@
+// Tables made anew with other fields, by one thread and by two.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "core/Globals.h"
+#include "store/DatabaseImpl.h"
+#include "store/FilledCrf.h"
+#include "store/RebuildTables.h"
+#include "store/base/Sqlite.h"
+#include "structure/SecondThread.h"
+#include "support/TestCrf.h"
+
+namespace zolmara::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Rows(Database& db, const std::string& sql) {
+    SqliteStatement select(db.impl().Handle, sql);
+    std::string text;
+    while (select.Step())
+        for (int i = 0; i < sqlite3_column_count(select.get()); ++i)
+            text += select.Text(i) + (i + 1 < sqlite3_column_count(select.get()) ? "|" : "\n");
+    return text;
+}
+
+/// A file with the tables T1 and T2 of three fields and three rows each.
+class Rebuilt : public SessionTest {
+protected:
+    Rebuilt() : db_(DBEngine::CreateDatabase(folder.File("t.CRF"), "")) {
+        RunBatch(db_, [&] {
+            for (const std::string name : {"T1", "T2"}) {
+                db_.AppendTable({name,
+                                 {{"LineNum", FieldType::dbCurrency},
+                                  {"Description", FieldType::dbText, 40},
+                                  {"CC_100", FieldType::dbDouble},
+                                  {"CC_101", FieldType::dbDouble}},
+                                 {}});
+                db_.Execute("INSERT INTO " + name + " VALUES (3,'O''Hara',7,7.25);");
+                db_.Execute("INSERT INTO " + name + " VALUES (1.01,'Second',Null,-0.5);");
+                db_.Execute("INSERT INTO " + name + " VALUES (2,'',1e300,Null);");
+            }
+        });
+    }
+
+    /// Both tables without CC_100, with CC_101 in its place and a new field.
+    std::vector<RebuiltTable> Narrowed() const {
+        std::vector<RebuiltTable> tables;
+        for (const std::string name : {"T1", "T2"})
+            tables.push_back({name,
+                              {{"LineNum", "LineNum"},
+                               {"", "CC_50"},
+                               {"CC_101", "CC_100"},
+                               {"Description", "Description"}}});
+        return tables;
+    }
+    std::string Now() {
+        return Rows(db_, "SELECT type,name,sql FROM sqlite_schema ORDER BY type DESC,rowid") +
+               Rows(db_, "SELECT rowid,* FROM T1") + Rows(db_, "SELECT rowid,* FROM T2");
+    }
+    std::string Attached() { return Rows(db_, "SELECT name FROM pragma_database_list"); }
+    void ExpectRefused(const std::vector<RebuiltTable>& tables, StoreError::Kind kind) {
+        const std::string before = Now();
+        try {
+            RebuildTables(db_, tables, "tblTemp", true);
+            FAIL() << "not refused";
+        } catch (const StoreError& error) {
+            EXPECT_EQ(error.kind(), kind) << error.what();
+        }
+        EXPECT_EQ(Now(), before);
+        EXPECT_EQ(Attached(), "main\n");
+    }
+
+    Database db_;
+};
+
+constexpr const char* kNarrowedRows =
+    "1|3||7.25|O'Hara\n"
+    "2|1.01||-0.5|Second\n"
+    "3|2|||\n";
+
+TEST_F(Rebuilt, TablesHaveTheFieldsGivenInTheirOrderAndTheRowsAsTheyStood) {
+    RebuildTables(db_, Narrowed(), "tblTemp", false);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T1"), kNarrowedRows);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T2"), kNarrowedRows);
+    const TableDef& table = db_.Table("T2");
+    EXPECT_EQ(table.Fields[0].Type, FieldType::dbCurrency);
+    EXPECT_EQ(table.Fields[1].Type, FieldType::dbDouble);
+    EXPECT_EQ(table.Fields[3].Type, FieldType::dbText);
+    EXPECT_EQ(table.Fields[3].Size, 40);
+    ASSERT_EQ(table.Indexes.size(), 1u);
+    EXPECT_EQ(table.Indexes[0].Name, "ndxT2");
+    EXPECT_TRUE(table.Indexes[0].Unique);
+    EXPECT_FALSE(db_.HasTable("tblTemp"));
+}
+
+TEST_F(Rebuilt, AnUnindexedTableGetsNoIndex) {
+    auto tables = Narrowed();
+    tables[0].Indexed = false;
+    RebuildTables(db_, tables, "tblTemp", false);
+    EXPECT_TRUE(db_.Table("T1").Indexes.empty());
+    EXPECT_EQ(db_.Table("T2").Indexes.size(), 1u);
+}
+
+TEST_F(Rebuilt, TheCopyIsOfTheLastTableAndStandsAheadOfIt) {
+    db_.Execute("SELECT LineNum INTO tblTemp FROM T1;");
+    RebuildTables(db_, Narrowed(), "tblTemp", true);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM tblTemp"), kNarrowedRows);
+    EXPECT_TRUE(db_.Table("tblTemp").Indexes.empty());
+    EXPECT_EQ(db_.TableNames(), (std::vector<std::string>{"T1", "tblTemp", "T2"}));
+    db_.RefreshTableDefs();
+    EXPECT_EQ(db_.TableNames(), (std::vector<std::string>{"T1", "tblTemp", "T2"}));
+}
+
+TEST_F(Rebuilt, AFormerCopyGoesWhereNoneIsWanted) {
+    db_.Execute("SELECT LineNum INTO tblTemp FROM T1;");
+    RebuildTables(db_, Narrowed(), "tblTemp", false);
+    EXPECT_EQ(db_.TableNames(), (std::vector<std::string>{"T1", "T2"}));
+}
+
+TEST_F(Rebuilt, AFieldThatIsNotThereIsRefusedAndEveryTableStays) {
+    auto tables = Narrowed();
+    tables[1].Fields.push_back({"CC_999", "CC_999"});
+    ExpectRefused(tables, StoreError::Kind::NoSuchItem);
+}
+
+TEST_F(Rebuilt, ATableThatIsNotThereIsRefusedAndEveryTableStays) {
+    auto tables = Narrowed();
+    tables[1].Name = "T3";
+    ExpectRefused(tables, StoreError::Kind::NoSuchItem);
+}
+
+TEST_F(Rebuilt, TwoFieldsOfOneNameAreRefusedAndEveryTableStays) {
+    auto tables = Narrowed();
+    tables[1].Fields.push_back({"CC_100", "cc_100"});
+    ExpectRefused(tables, StoreError::Kind::Other);
+}
+
+TEST_F(Rebuilt, TwoRowsOfOneLineAreRefusedAndEveryTableStays) {
+    db_.Execute("UPDATE T2 SET LineNum=3 WHERE LineNum=2;");
+    ExpectRefused(Narrowed(), StoreError::Kind::Other);
+    const SecondThread second;
+    ExpectRefused(Narrowed(), StoreError::Kind::Other);
+}
+
+TEST_F(Rebuilt, WhatIsRefusedLeavesTheRestOfTheBatch) {
+    db_.Execute("UPDATE T2 SET LineNum=3 WHERE LineNum=2;");
+    RunBatch(db_, [&] {
+        db_.Execute("DELETE * FROM T1 WHERE LineNum=2;");
+        EXPECT_THROW(RebuildTables(db_, Narrowed(), "tblTemp", false), StoreError);
+    });
+    EXPECT_EQ(Rows(db_, "SELECT LineNum,CC_101 FROM T1"), "3|7.25\n1.01|-0.5\n");
+}
+
+TEST_F(Rebuilt, TheSecondThreadMakesTheSameToTheLastBit) {
+    std::string made[2];
+    const fs::path path = db_.Path();
+    const fs::path start = folder.File("start.CRF");
+    db_.Execute("INSERT INTO T1 VALUES (9e14,'x',-1e308,1e-320);");
+    db_.Execute("INSERT INTO T1 VALUES (4,Null,0,123456789012345678);");
+    db_.Close();
+    fs::copy_file(path, start);
+    for (const bool alone : {false, true}) {
+        fs::copy_file(start, path, fs::copy_options::overwrite_existing);
+        db_ = DBEngine::OpenDatabase(path.string());
+        const SecondThread second(alone ? SecondThread::Makes::All : SecondThread::Makes::None);
+        RebuildTables(db_, Narrowed(), "tblTemp", true);
+        EXPECT_EQ(second.Starts(), alone ? 1 : 0);
+        made[alone] = Now();
+        for (const char* field : {"LineNum", "CC_100", "Description"})
+            made[alone] +=
+                Rows(db_, std::string("SELECT typeof(") + field + "),quote(" + field + ") FROM T1");
+        EXPECT_EQ(Rows(db_, "PRAGMA integrity_check"), "ok\n");
+        db_.Close();
+    }
+    EXPECT_EQ(made[0], made[1]);
+    EXPECT_NE(made[0].find("O'Hara"), std::string::npos);
+}
+
+/// The rows that a batch has written before are not in the file yet.
+TEST_F(Rebuilt, TheSecondThreadSeesWhatTheBatchWroteBefore) {
+    const SecondThread second;
+    RunBatch(db_, [&] {
+        db_.Execute("UPDATE T2 SET CC_101=44 WHERE LineNum=2;");
+        RebuildTables(db_, Narrowed(), "tblTemp", false);
+    });
+    EXPECT_EQ(Rows(db_, "SELECT CC_100 FROM T2"), "7.25\n-0.5\n44.0\n");
+}
+
+TEST_F(Rebuilt, WhereTheSecondThreadFailsNothingOfTheBatchIsKeptAndTheReasonIsTold) {
+    const std::string before = Now();
+    const std::string bytes = BytesOf(db_.Path());
+    {
+        const SecondThread second(SecondThread::Makes::All,
+                                  [] { throw std::runtime_error("no room in memory"); });
+        try {
+            RunBatch(db_, [&] {
+                db_.Execute("DELETE * FROM T1;");
+                RebuildTables(db_, Narrowed(), "tblTemp", true);
+            });
+            FAIL() << "no error";
+        } catch (const StoreError& error) {
+            EXPECT_EQ(error.what(), db_.Path() +
+                                        ": its tables could not be made anew: no room in memory; " +
+                                        "nothing of this operation was kept");
+        }
+    }
+    EXPECT_EQ(Now(), before);
+    EXPECT_EQ(BytesOf(db_.Path()), bytes);
+    EXPECT_EQ(Attached(), "main\n");
+    RebuildTables(db_, Narrowed(), "tblTemp", false);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T2"), kNarrowedRows);
+}
+
+TEST_F(Rebuilt, WhereMemoryGivesOutInTheSecondThreadItIsSaid) {
+    const SecondThread second(SecondThread::Makes::All, [] { throw std::bad_alloc(); });
+    try {
+        RebuildTables(db_, Narrowed(), "tblTemp", true);
+        FAIL() << "no error";
+    } catch (const StoreError& error) {
+        EXPECT_NE(std::string(error.what()).find("made anew: out of memory"), std::string::npos);
+    }
+}
+
+/// What goes wrong in this thread meanwhile waits for the second one, and is what is told.
+TEST_F(Rebuilt, ARefusalHereDoesNotLeaveTheSecondThreadBehind) {
+    auto tables = Narrowed();
+    tables[1].Fields.push_back({"CC_100", "CC_100"});
+    const SecondThread second;
+    ExpectRefused(tables, StoreError::Kind::Other);
+    EXPECT_EQ(second.Starts(), 1);
+}
+
+TEST_F(Rebuilt, OneProcessorHasNoSecondThread) {
+    const SecondThread second;
+    TheRebuildShares().Processors = 1;
+    RebuildTables(db_, Narrowed(), "tblTemp", false);
+    EXPECT_EQ(second.Starts(), 0);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T2"), kNarrowedRows);
+}
+
+/// Two tables of three rows by four fields.
+TEST_F(Rebuilt, SmallTablesHaveNoSecondThread) {
+    {
+        const SecondThread second;
+        TheRebuildShares().LeastCells = 25;
+        RebuildTables(db_, Narrowed(), "tblTemp", false);
+        EXPECT_EQ(second.Starts(), 0);
+    }
+    const SecondThread second;
+    TheRebuildShares().LeastCells = 24;
+    auto back = Narrowed();
+    for (RebuiltTable& table : back)
+        table.Fields = {{"LineNum", "LineNum"},
+                        {"CC_50", "CC_50"},
+                        {"CC_100", "CC_100"},
+                        {"Description", "Description"}};
+    RebuildTables(db_, back, "tblTemp", false);
+    EXPECT_EQ(second.Starts(), 1);
+    EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T2"), kNarrowedRows);
+}
+
+TEST_F(Rebuilt, TablesTooLargeForMemoryAreMadeOneAfterTheOther) {
+    const SecondThread second(SecondThread::Makes::Some);
+    TheRebuildShares().MostCells = 23;
+    RebuildTables(db_, Narrowed(), "tblTemp", true);
+    EXPECT_EQ(second.Starts(), 0);
+    for (const char* table : {"T1", "T2", "tblTemp"})
+        EXPECT_EQ(Rows(db_, std::string("SELECT rowid,* FROM ") + table), kNarrowedRows) << table;
+    EXPECT_EQ(db_.TableNames(), (std::vector<std::string>{"T1", "tblTemp", "T2"}));
+}
+
+/// Each of them takes what the second thread has made beside the file, until the batch ends.
+TEST_F(Rebuilt, ABatchMayRebuildManyTimes) {
+    const SecondThread second;
+    RunBatch(db_, [&] {
+        for (int i = 0; i < 12; ++i) {
+            std::vector<RebuiltTable> tables;
+            for (const std::string name : {"T1", "T2"})
+                tables.push_back({name, {{"LineNum", "LineNum"}, {"CC_100", "CC_100"}}});
+            RebuildTables(db_, i == 0 ? Narrowed() : tables, "tblTemp", false);
+        }
+    });
+    EXPECT_GE(second.Starts(), 6);
+    EXPECT_EQ(Rows(db_, "SELECT * FROM T2"), "3|7.25\n1.01|-0.5\n2|\n");
+    EXPECT_EQ(Attached(), "main\n");
+}
+
+TEST_F(Rebuilt, NothingAppearsBesideTheFile) {
+    const SecondThread second;
+    RunBatch(db_, [&] {
+        RebuildTables(db_, Narrowed(), "tblTemp", false);
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1);
+    });
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1);
+}
+
+/// A statement that still reads when the batch ends holds what is in memory beside the file.
+TEST_F(Rebuilt, WhatAReaderHoldsIsLetGoLater) {
+    const SecondThread second;
+    {
+        SqliteStatement reader(db_.impl().Handle,
+                               "SELECT count(*) FROM sqlite_schema UNION ALL "
+                               "SELECT 1");
+        RunBatch(db_, [&] {
+            RebuildTables(db_, Narrowed(), "tblTemp", false);
+            reader.Step();
+        });
+        EXPECT_NE(Attached(), "main\n");
+        RunBatch(db_, [&] { db_.Execute("UPDATE T1 SET CC_50=5;"); });
+        EXPECT_EQ(Rows(db_, "SELECT CC_50 FROM T1"), "5.0\n5.0\n5.0\n");
+    }
+    RunBatch(db_, [&] {
+        std::vector<RebuiltTable> tables = {{"T2", {{"LineNum", "LineNum"}, {"CC_50", "CC_50"}}}};
+        RebuildTables(db_, tables, "tblTemp", false);
+    });
+    EXPECT_EQ(Rows(db_, "SELECT * FROM T2"), "3|\n1.01|\n2|\n");
+    EXPECT_EQ(Attached(), "main\n");
+}
+
+TEST_F(Rebuilt, AFieldIsAskedForWithoutRegardToCase) {
+    EXPECT_TRUE(HasField(db_, "t1", "cc_101"));
+    EXPECT_FALSE(HasField(db_, "T1", "CC_102"));
+    EXPECT_FALSE(HasField(db_, "T9", "CC_100"));
+}
+
+}  // namespace
+}  // namespace zolmara::test
