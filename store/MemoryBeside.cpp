@@ -49,6 +49,22 @@ MemoryWork::MemoryWork(MemoryImage image) {
     SqliteRun(connection_.Handle, "PRAGMA ignore_check_constraints=ON");
 }
 
+void MemoryWork::Redeclare(const char* database,
+                           const std::map<std::string, std::string>& definitions) {
+    Run("PRAGMA writable_schema=ON");
+    SqliteStatement update(
+        connection_.Handle,
+        fmt::format("UPDATE {}.sqlite_schema SET sql=?1 WHERE name=?2", database));
+    for (const auto& [name, sql] : definitions) {
+        update.BindText(1, sql);
+        update.BindText(2, name);
+        update.Step();
+        update.Reset();
+    }
+    // What was read of the tables is forgotten.
+    Run("PRAGMA writable_schema=RESET");
+}
+
 void MemoryWork::Run(const std::string& sql) { SqliteRun(connection_.Handle, sql); }
 
 void MemoryBeside::ClearAside() {

@@ -4,7 +4,7 @@
 
 #include <sqlite3.h>
 
-#include <cstddef>
+#include <map>
 #include <string>
 
 #include "store/Connection.h"
@@ -38,6 +38,9 @@ public:
     explicit MemoryWork(MemoryImage image);
     /// Values that are copied are not checked again.
     void Run(const std::string& sql);
+    /// Gives tables other definitions, by their names, of the same number of fields. Their rows
+    /// stay as they are stored. It comes last in "made": there the tables are not read again.
+    void Redeclare(const char* database, const std::map<std::string, std::string>& definitions);
     MemoryImage Made() { return {connection_.Handle, "made"}; }
 
 private:

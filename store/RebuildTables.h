@@ -44,7 +44,7 @@ struct RebuildShares {
     std::size_t LeastCells = 200'000;
     /// Beyond so many the tables are made anew one after the other, for the memory that they take
     /// together: 9 bytes a number at most, up to four times.
-    std::size_t MostCells = 25'000'000;
+    std::size_t MostCells = 10'000'000;
     /// Processors; 0 for those of the machine.
     unsigned Processors = 0;
     /// The second thread makes all tables, where there is one.

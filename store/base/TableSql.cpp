@@ -133,6 +133,10 @@ std::string CreateTableSql(const TableDef& table, std::string_view database) {
     return CreateSql(table, database, FieldDeclaration);
 }
 
+std::string CreateUntypedSql(const TableDef& table, std::string_view database) {
+    return CreateSql(table, database, [](const FieldDef& field) { return Quoted(field.Name); });
+}
+
 std::string CreateUncheckedSql(const TableDef& table, std::string_view database) {
     return CreateSql(table, database, UncheckedDeclaration);
 }

@@ -23,6 +23,8 @@ std::string FieldDeclaration(const FieldDef& field);
 std::string CreateTableSql(const TableDef& table, std::string_view database = {});
 /// The same with fields that take anything, for rows that have been checked.
 std::string CreateUncheckedSql(const TableDef& table, std::string_view database);
+/// The same with fields of no type: what is put in is stored as it comes.
+std::string CreateUntypedSql(const TableDef& table, std::string_view database = {});
 /// A field by the type that a file declares for it. A type that the system does not declare
 /// counts as memo.
 FieldDef FieldOfType(std::string name, std::string_view declared);

@@ -180,6 +180,30 @@ TEST_F(Rebuilt, TheSecondThreadMakesTheSameToTheLastBit) {
     EXPECT_NE(made[0].find("O'Hara"), std::string::npos);
 }
 
+/// A file from elsewhere may declare what the store does not; its fields count as memo.
+TEST_F(Rebuilt, FieldsOfAStrangeTypeBecomeTextInBothThreads) {
+    for (const auto makes : {SecondThread::Makes::None, SecondThread::Makes::All}) {
+        for (const char* sql : {"DROP TABLE IF EXISTS T3",
+                                "CREATE TABLE T3 (LineNum INTEGER PRIMARY KEY, Kept, Gone, Set_1 "
+                                "INT DEFAULT 5, Last DOUBLE NOT NULL DEFAULT 1)",
+                                "INSERT INTO T3 (LineNum,Kept) VALUES (7,2.5)",
+                                "INSERT INTO T3 (LineNum,Set_1,Last) VALUES (2,3,4.0)"})
+            SqliteRun(db_.impl().Handle, sql);
+        db_.RefreshTableDefs();
+        const SecondThread second(makes);
+        const std::vector<RebuiltTable> tables = {
+            {"T3",
+             {{"LineNum", "LineNum"}, {"Kept", "Kept"}, {"Set_1", "Set_1"}, {"Last", "Last"}}}};
+        RebuildTables(db_, tables, "tblTemp", false);
+        EXPECT_EQ(Rows(db_,
+                       "SELECT rowid,quote(LineNum),quote(Kept),quote(Set_1),quote(Last) "
+                       "FROM T3"),
+                  "1|'2'|NULL|'3'|4.0\n2|'7'|'2.5'|'5'|1.0\n");
+        EXPECT_EQ(db_.Table("T3").Fields[1].Type, FieldType::dbMemo);
+        EXPECT_FALSE(db_.Table("T3").Fields[3].Required);
+    }
+}
+
 /// The rows that a batch has written before are not in the file yet.
 TEST_F(Rebuilt, TheSecondThreadSeesWhatTheBatchWroteBefore) {
     const SecondThread second;
