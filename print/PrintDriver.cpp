@@ -111,13 +111,22 @@ const Group* GroupOf(std::string_view item) {
     return group == kGroups.end() ? nullptr : &*group;
 }
 
+bool HasRows(std::string_view item) {
+    return !gDB.OpenRecordset(fmt::format("SELECT Top 1 * FROM {};", item), dbOpenSnapshot).Eof();
+}
+
+/// A worksheet that has lost some of its lines stops the run; one without any row has nothing to
+/// print, neither head nor rows.
+void NeedLines(std::string_view item) {
+    if (!gDB.HasTable(item) || HasRows(item)) NeedWholeForm(item, FormAmounts::Passing);
+}
+
 /// Each worksheet that the report of this one shows.
 void NeedWholeReport(std::string_view item) {
     const auto* const group = GroupOf(item);
-    if (!group) return NeedWholeForm(item, FormAmounts::Passing);
+    if (!group) return NeedLines(item);
     for (const Worksheet& sheet : AllWorksheets())
-        if (LiesBetween(sheet.Item, group->From, group->To))
-            NeedWholeForm(sheet.Item, FormAmounts::Passing);
+        if (LiesBetween(sheet.Item, group->From, group->To)) NeedLines(sheet.Item);
 }
 
 /// Prints a row of the registry; what stops it is told with the worksheet's name.

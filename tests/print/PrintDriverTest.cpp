@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <filesystem>
 
@@ -6,6 +8,7 @@
 #include "print/PrintPage.h"
 #include "print/PrintSupport.h"
 #include "store/Files.h"
+#include "store/RunStopped.h"
 #include "structure/modAddS2.h"
 
 namespace zolmara::test {
@@ -162,6 +165,38 @@ TEST_F(PrintDriverTest, AWorksheetThatIsMissingStopsTheRunByNameAndLeavesNoFile)
     EXPECT_EQ(gLogType, "");
     Print_Worksheet("A6", run, true);
     EXPECT_EQ(PrintFiles(), Lines{"A6.prt"});
+}
+
+TEST_F(PrintDriverTest, AnEmptyTableWritesNoHeadAndNoRowsAndTheRunGoesOn) {
+    for (const char* item : {"Sp1", "S1p2", "A6", "A7p1", "Cp2", "E", "G1"})
+        gDB.Execute(fmt::format("DELETE * FROM {};", item));
+    Print_All(0);
+    const Lines lines = PrintedLines(WholePrintFile());
+    const Lines labels = Labels(lines);
+    for (const char* gone : {"S", "S-1 Part II", "A-6", "C Part II", "E", "G-1"})
+        EXPECT_EQ(std::ranges::count(labels, gone), 0) << gone;
+    EXPECT_EQ(labels.front(), "S-1 Part I");
+    EXPECT_EQ(labels.back(), "G");
+    EXPECT_EQ(LinesWith(lines, "Part I Analysis of changes").size(), 0U);
+    EXPECT_EQ(LinesWith(lines, "Part II - Reconciliation").size(), 1U);
+}
+
+TEST_F(PrintDriverTest, AnEmptyTableOnItsOwnIsAnEmptyFile) {
+    gDB.Execute("DELETE * FROM G1;");
+    PrintSelected(std::vector<std::string>{"G-1 (G1)"});
+    EXPECT_EQ(PrintFiles(), Lines{"G1.prt"});
+    EXPECT_EQ(FileBytes(folder.File("G1.prt")), "");
+}
+
+TEST_F(PrintDriverTest, ATableThatHasLostSomeOfItsLinesStopsTheRunByName) {
+    gDB.Execute("DELETE * FROM G1 WHERE LineNum>1;");
+    try {
+        PrintSelected(std::vector<std::string>{"G-1 (G1)"});
+        FAIL() << "G-1 without its lines must not be printed";
+    } catch (const RunStopped& stopped) {
+        EXPECT_NE(std::string(stopped.what()).find("Worksheet G1 has no line 2"), std::string::npos)
+            << stopped.what();
+    }
 }
 
 TEST_F(PrintDriverTest, WithoutAPrinterTheRunGoesOnWithoutAMessage) {
