@@ -85,9 +85,27 @@ Currency FormRows::Line(int row) const { return CurOr(Cell(row, key_)); }
 int FormRows::RowOf(Currency line) const {
     if (marks_.empty()) return -1;
     rows_->FindFirst(key_ + "=?", {line});
-    if (rows_->NoMatch()) return -1;
-    const auto found = std::ranges::find(marks_, rows_->Bookmark());
+    return rows_->NoMatch() ? -1 : RowMarked(rows_->Bookmark());
+}
+
+std::int64_t FormRows::Mark(int row) const {
+    return row < 0 || row >= Count() ? 0 : marks_[static_cast<std::size_t>(row)];
+}
+
+int FormRows::RowMarked(std::int64_t mark) const {
+    const auto found = std::ranges::find(marks_, mark);
     return found == marks_.end() ? -1 : static_cast<int>(found - marks_.begin());
+}
+
+std::optional<Currency> FormRows::LineNow(int row) const {
+    if (row < 0 || row >= Count()) return std::nullopt;
+    try {
+        rows_->SetBookmark(Mark(row));
+        return CurOr((*rows_)[key_]);
+    } catch (const StoreError& error) {
+        if (error.IsFileError()) throw;
+        return std::nullopt;
+    }
 }
 
 std::string ShownText(const FormColumn& column, Currency line, const Variant& value) {

@@ -136,6 +136,13 @@ public:
     /// The row of a line, or -1.
     int RowOf(Currency line) const;
 
+    /// What a row is known by: it stays the row's own when lines are numbered anew. 0 past the end.
+    std::int64_t Mark(int row) const;
+    /// The row of a mark; -1 when it has gone.
+    int RowMarked(std::int64_t mark) const;
+    /// The row's line as the store has it now; nothing when the row has gone since.
+    std::optional<Currency> LineNow(int row) const;
+
 private:
     const std::vector<Variant>& Read(int row) const;
 

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "UiTest.h"
 #include "store/harness/Faults.h"
 #include "ui/main/Desktop.h"
 #include "ui/main/FileRoads.h"
@@ -46,9 +47,12 @@ void LastKey(ChildAct act, QWindow* window) {
 void KeyAndDie(const std::string& crf, ChildAct act, int diesAt) {
     OpenWorksheet("edit", "A");
     auto* const sheet = dynamic_cast<frmWorksheet*>(FindOpenForm("edit", "A"));
-    if (!sheet || !QTest::qWaitForWindowActive(sheet, 120'000)) return;
-    sheet->GoToLine(Currency(8), "Col_1");
+    if (!sheet) return;
     QWindow* const window = sheet->windowHandle();
+    // The keys go to the window that has the focus; that a window manager calls it active is not
+    // waited for, as there may be none.
+    if (!window || !WaitFor([&] { return QApplication::focusWindow() == window; })) return;
+    sheet->GoToLine(Currency(8), "Col_1");
     if (act == ChildAct::Row)
         for (const char digit : {'7', '7', '7'}) QTest::keyClick(window, digit);
     else

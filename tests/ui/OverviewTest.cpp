@@ -378,6 +378,45 @@ TEST_F(OverviewTest, ACalculatedStatementWaitsForItsSignature) {
     EXPECT_NE(FindForm("frmESCert"), nullptr);
 }
 
+TEST_F(OverviewTest, SigningAndBuildingTheFilesLeavesTheCalculationGood) {
+    OpenSample();
+    Trigger("mnuReportElectronically");
+    Key("frmESCert", "txtESFirst", "Ingrid");
+    Key("frmESCert", "txtESLast", "Vasquez");
+    Key("frmESCert", "txtESTitle", "CFO");
+    const std::string ecr = folder.File("HO149012.23A1");
+    Files.emplace_back(ecr);
+    Click("frmESCert", "cmdAccept");
+    ASSERT_TRUE(std::filesystem::exists(ecr));
+    const std::vector<std::string> done{"Nothing: calculated, checked and signed"};
+    EXPECT_TRUE(Told([&] { return Next() == done; })) << ::testing::PrintToString(Next());
+    EXPECT_EQ(Label("lblSince"), "nothing");
+    auto* a = Sheet("edit", "A");
+    Enter(a, 8, "Col_1", "1234");
+    ASSERT_TRUE(a->CommitGrid());
+    EXPECT_TRUE(Told([this] { return HasNext("1 entry keyed since the last calculation"); }));
+}
+
+TEST_F(OverviewTest, BuildingTheFilesOfASheetSignedByHandLeavesTheCalculationGood) {
+    OpenSample();
+    Files.emplace_back(folder.File("HO149012.23A1"));
+    Trigger("mnuReportManually");
+    ASSERT_TRUE(std::filesystem::exists(folder.File("HO149012.23A1")));
+    EXPECT_TRUE(Told([this] { return Label("lblSince") == "nothing"; })) << Label("lblSince");
+    EXPECT_FALSE(HasNext("The file was changed since the last calculation"));
+}
+
+TEST_F(OverviewTest, HeaderLinesAndAPrintLeaveTheCalculationGood) {
+    OpenSample();
+    Trigger("mnuReportUtilitiesHeader");
+    Control<QTableWidget>("frmHeaderLines", "grdHeaderLines")->item(0, 1)->setText("Draft");
+    Click("frmHeaderLines", "cmdUpdate");
+    Trigger("mnuReportPrint");
+    Form("frmHeaderLines")->close();
+    EXPECT_EQ(Text(gDB.Scalar("SELECT LineText FROM HeaderLines WHERE LineNum = 1;")), "Draft");
+    EXPECT_TRUE(Told([this] { return Label("lblSince") == "nothing"; })) << Label("lblSince");
+}
+
 TEST_F(OverviewTest, AStatementThatIsOpenedAgainIsCalculatedAheadOfItsSignature) {
     // It was calculated in an earlier session; the files are built after a calculation of this one.
     OpenSample();

@@ -5,6 +5,7 @@
 
 #include "SheetTest.h"
 #include "store/session/Acts.h"
+#include "ui/worksheets/WindowPlace.h"
 
 namespace zolmara::ui {
 namespace {
@@ -90,6 +91,72 @@ TEST_F(SheetKeys, TabBehindTheLastCellGoesToTheButtons) {
     a->Grid().GoTo(a->Model().index(a->Model().rowCount() - 1, a->Form().ColumnOf("Col_1")));
     Press(Qt::Key_Tab);
     EXPECT_NE(qobject_cast<QPushButton*>(QApplication::focusWidget()), nullptr);
+}
+
+TEST_F(SheetKeys, TheKeysOfTheWindowWorkFromItsButtonsAndItsFindField) {
+    auto* a = Sheet("edit", "A");
+    Button(a, "cmdNext")->setFocus();
+    Press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "txtFind");
+    const double before = SavedZoom();
+    Press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_LT(SavedZoom(), before);
+    Button(a, "cmdNext")->setFocus();
+    Press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(FindOpenForm("edit", "A"), nullptr);
+}
+
+TEST_F(SheetKeys, EnterBehindTheLastCellStoresTheRowAndStays) {
+    auto* a = Sheet("edit", "A");
+    const int last = a->Model().rowCount() - 1;
+    const double line = a->Model().Line(last).ToDouble();
+    Enter(a, line, "Col_1", "4711");
+    EXPECT_EQ(Stored("A", line, "Col_1"), "4711");
+    for (int more = 0; more < 2; ++more) {
+        Press(Qt::Key_Return);
+        EXPECT_EQ(a->Grid().currentIndex().row(), last);
+        EXPECT_EQ(QApplication::focusWidget(), &a->Grid()) << "and no button is pressed";
+    }
+    EXPECT_EQ(FindOpenForm("view", "A"), nullptr);
+    EXPECT_EQ(Status(a), "Last cell: Tab goes to the buttons");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Status(a), "");
+}
+
+TEST_F(SheetKeys, BehindTheLastCellOfALineTheStatusLineNamesTheKeyThatAddsOne) {
+    auto* a6 = Sheet("edit", "A6");
+    a6->Grid().GoTo(a6->Model().index(a6->Model().rowCount() - 1, a6->Form().ColumnOf("Col_8")));
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(Status(a6).starts_with("Last cell: Alt+A adds a line")) << Status(a6);
+    EXPECT_TRUE(Button(a6, "cmdAdd")->text().startsWith("&A"));
+}
+
+TEST_F(SheetKeys, AnEditorWithoutLinesSaysHowTheFirstOneIsMade) {
+    gDB.Execute("DELETE FROM A6 WHERE LineNum < 100;");
+    EXPECT_EQ(Status(Sheet("edit", "A6")), "No lines yet: Alt+A adds the first");
+    EXPECT_EQ(Status(Sheet("view", "A6")), "");
+}
+
+TEST_F(SheetKeys, ShiftEnterAheadOfTheFirstCellStays) {
+    auto* a = Sheet("edit", "A");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Current(a), "1 Col_1");
+    EXPECT_EQ(QApplication::focusWidget(), &a->Grid());
+}
+
+TEST_F(SheetKeys, EnterWalksTheRowsOfAView) {
+    auto* a = Sheet("view", "A");
+    At(a, 1, "Col_1");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Current(a), "2 Col_1");
+    Press(Qt::Key_Return, Qt::ShiftModifier);
+    Press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Current(a), "1 Col_1");
+    At(a, 100, "Col_1");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Current(a), "100 Col_1");
+    EXPECT_EQ(QApplication::focusWidget(), &a->Grid());
 }
 
 TEST_F(SheetKeys, DeleteKeysABlankWhichIsZeroInANumber) {

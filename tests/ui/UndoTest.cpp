@@ -84,6 +84,24 @@ TEST_F(UndoWindows, CtrlZTakesTheLastActBackAndCtrlYDoesItAgain) {
     EXPECT_EQ(Shown(sheet, 8, "Col_1"), "200");
 }
 
+TEST_F(UndoWindows, CtrlZInTheMainWindowTakesTheLastActBackThoughTheFilterHasTheKeys) {
+    Open(MakeCrf("One.CRF"));
+    frmWorksheet* const sheet = Sheet("edit", "A");
+    Enter(sheet, 8, "Col_1", "100");
+    ASSERT_TRUE(sheet->close());
+    Activate(main.get());
+    auto* const filter = main->findChild<QLineEdit*>("txtFilter");
+    for (const char* text : {"", "A-6"}) {
+        filter->setFocus();
+        Type(text);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_NE(Stored("A", 8, "Col_1"), "100") << text;
+        Press(Qt::Key_Y, Qt::ControlModifier);
+        EXPECT_EQ(Stored("A", 8, "Col_1"), "100") << text;
+        EXPECT_EQ(filter->text(), text);
+    }
+}
+
 TEST_F(UndoWindows, CtrlZInAnOpenCellIsTheCells) {
     Open(MakeCrf("One.CRF"));
     frmWorksheet* const sheet = Sheet("edit", "A");

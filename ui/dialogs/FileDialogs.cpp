@@ -136,7 +136,10 @@ bool MayBeTaken(const std::string& path, const FileDialog& dialog) {
 std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
     QFileDialog box(DialogOwner());
     SetUp(box, dialog);
-    FitScreen(&box, box.sizeHint());
+    // Wide enough for the whole date of a file: it tells which one is the latest.
+    const QFontMetrics letters = box.fontMetrics();
+    FitScreen(&box, box.sizeHint().expandedTo(
+                        {letters.averageCharWidth() * 120, letters.lineSpacing() * 34}));
     while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
         const std::string path =
             S(WholeName(box.selectedFiles().first(), box.selectedNameFilter(), dialog));

@@ -15,6 +15,7 @@
 #include "ui/main/Done.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
+#include "ui/overview/StatementNotes.h"
 
 namespace zolmara::ui {
 namespace {
@@ -47,6 +48,7 @@ QScrollArea* Scrolled(QLabel* label) {
 
 /// The window, and the button with what it holds, goes on the way.
 void Cancel(bool wasSigned) {
+    const FiguresStay stay;
     CancelCertification();
     if (wasSigned) TellDone("Not signed: the earlier signature was taken back");
 }
@@ -65,9 +67,13 @@ frmESCert::frmESCert() {
     txtESTitle_ = AddField(grid, 2, "lblESTitle", "txtESTitle", "&Title:", texts.txtESTitle);
     column->addLayout(grid);
     cmdAccept_ = MakeButton("cmdAccept", "Accept", [this] {
+        const FiguresStay stay;
         AcceptCertification(S(txtESFirst_->text()), S(txtESLast_->text()), S(txtESTitle_->text()));
     });
-    auto* manually = MakeButton("cmdManually", "Sign Manually", [] { SignManually(); });
+    auto* manually = MakeButton("cmdManually", "Sign Manually", [] {
+        const FiguresStay stay;
+        SignManually();
+    });
     const bool wasSigned = !texts.txtESLast.empty();
     auto* cancel = MakeButton("cmdCancel", "&Cancel", [wasSigned] { Cancel(wasSigned); });
     auto* choices = new QGridLayout;

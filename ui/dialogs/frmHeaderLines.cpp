@@ -15,6 +15,7 @@
 #include "ui/main/Buttons.h"
 #include "ui/main/OpenForms.h"
 #include "ui/main/QtText.h"
+#include "ui/overview/StatementNotes.h"
 
 namespace zolmara::ui {
 namespace {
@@ -96,6 +97,7 @@ void frmHeaderLines::CommitField() { grdHeaderLines_->setFocus(); }
 void frmHeaderLines::Update() {
     CommitField();
     const std::vector<std::string> texts = Texts();
+    const FiguresStay stay;
     RunAct("Change the header lines", [&] {
         for (int row = 0; const std::string& text : texts)
             gDB.Execute("UPDATE HeaderLines SET LineText = ? WHERE LineNum = ?;",

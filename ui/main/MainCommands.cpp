@@ -51,6 +51,7 @@ void ReportSaveAs(frmMain&) {
     mnuReportSaveAs();
 }
 void ReportEditCheck(frmMain&) {
+    const FiguresStay stay;
     mnuReportEditCheck();
     TellDone("Checked");
 }
@@ -62,7 +63,10 @@ void ReportCalculate(frmMain&) {
 void ReportPrintSelect(frmMain&) {
     if (!ShowOpenForm("frmSelectivePrints")) ShowForm(new frmSelectivePrints);
 }
-void ReportPrint(frmMain&) { Print_All(0); }
+void ReportPrint(frmMain&) {
+    const FiguresStay stay;
+    Print_All(0);
+}
 void ReportImportASCII(frmMain&) { mnuReportImportASCII(ImportAndTell); }
 void ReportImportCRF(frmMain&) { ShowImportCRF(); }
 void ReportExit(frmMain& main) { main.close(); }

@@ -35,10 +35,10 @@ void frmMain::MakeMenus() {
 }
 
 /// The menus are in one window, and F10 leads to them from all. A row that is refused holds its
-/// window.
+/// window the first time.
 void frmMain::OpenMenuBar() {
     auto* const sheet = dynamic_cast<frmWorksheet*>(QApplication::activeWindow());
-    if (InLongStep() || (sheet && sheet->HasOpenRow() && !sheet->CommitGrid())) return;
+    if (InLongStep() || (sheet && !sheet->MayBeLeft())) return;
     ShowForm(this);
     menuBar()->setActiveAction(Menu("mnuReport"));
 }

@@ -256,9 +256,25 @@ void FitScreen(QWidget* dialog, const QSize& wanted) {
     dialog->resize(wanted.boundedTo(screen->availableSize() - QSize(0, kTitleBar)));
 }
 
+namespace {
+
+QPointer<QWidget> workedFor;
+
+/// A box over a minimized window would not be seen.
+QWidget* InSight(QWidget* form) {
+    if (form->isMinimized()) form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
+    return form;
+}
+
+}  // namespace
+
+DialogsOver::DialogsOver(QWidget* form) : former_(workedFor) { workedFor = form; }
+DialogsOver::~DialogsOver() { workedFor = former_; }
+
 QWidget* DialogOwner() {
-    for (QWidget* const owner : {QApplication::activeModalWidget(), QApplication::activeWindow()})
-        if (owner && owner->isVisible()) return owner;
+    for (QWidget* const owner :
+         {QApplication::activeModalWidget(), workedFor.data(), QApplication::activeWindow()})
+        if (owner && owner->isVisible()) return InSight(owner);
     const std::vector<QWidget*> open = OpenForms();
     return open.empty() || open.back()->windowType() == Qt::SplashScreen ? nullptr : open.back();
 }

@@ -3,13 +3,14 @@
 // The windows that are open, in the order in which they were opened; the main window first. A
 // window is known by its objectName, which is the form's name.
 
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 #include <functional>
 #include <string>
 #include <vector>
 
 class QSize;
-class QWidget;
 
 namespace zolmara::ui {
 
@@ -71,7 +72,21 @@ bool ShowOpenForm(const std::string& name);
 /// Gives a dialog this size, or what the screen has room for beside the desktop's title bar.
 void FitScreen(QWidget* dialog, const QSize& wanted);
 
-/// What a box or dialog belongs to: the form that the user looks at. None where none shows.
+/// What a box or dialog belongs to: a modal window, else the form that a step works for, else the
+/// one that the user looks at. None where none shows.
 QWidget* DialogOwner();
+
+/// While it lives, a step works for this form, whichever window is active: what the step has to
+/// tell stands over the form.
+class DialogsOver {
+public:
+    explicit DialogsOver(QWidget* form);
+    ~DialogsOver();
+    DialogsOver(const DialogsOver&) = delete;
+    DialogsOver& operator=(const DialogsOver&) = delete;
+
+private:
+    QPointer<QWidget> former_;
+};
 
 }  // namespace zolmara::ui

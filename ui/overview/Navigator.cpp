@@ -154,8 +154,23 @@ std::string Navigator::Current() const {
 
 // --- Steps ---------------------------------------------------------------------------------
 
+namespace {
+
+/// Undo and redo are the statement's, not the filter's: it has the keys whenever the main window
+/// comes forward.
+bool IsUndo(const QKeyEvent& key) {
+    return key.modifiers().testFlag(Qt::ControlModifier) &&
+           (key.key() == Qt::Key_Z || key.key() == Qt::Key_Y);
+}
+
+}  // namespace
+
 /// Return opens from the list and from the filter; from the filter the arrow leads into the list.
 bool Navigator::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsUndo(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     const auto* const key = static_cast<QKeyEvent*>(event);
     const bool edits = key->modifiers().testFlag(Qt::ControlModifier);

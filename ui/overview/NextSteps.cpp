@@ -112,6 +112,7 @@ std::vector<NextStep> ReadNextSteps() {
     if (calculate) steps.push_back(ByMenu(*calculate, "mnuReportCalculate"));
     AddFindings(steps);
     if (SignatureText().empty()) steps.push_back(StepToSign(calculate.has_value()));
+    if (steps.empty()) steps.push_back({"Nothing: calculated, checked and signed", [] {}});
     return steps;
 }
 

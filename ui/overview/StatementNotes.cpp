@@ -95,6 +95,15 @@ void NoteCalculation(bool checked) {
     TellOfStatement();
 }
 
+FiguresStay::FiguresStay() : path_(gCRFPath), changed_(TheNotes().Changed) {}
+
+FiguresStay::~FiguresStay() {
+    if (!CrfIsOpen() || gCRFPath != path_ || path != path_) return;
+    notes.Changed = changed_;
+    calculatedAt = gDB.CommitCount();
+    TellOfStatement();
+}
+
 namespace {
 
 /// What was signed are the files that were built, and they stay as they are.

@@ -20,6 +20,20 @@ StatementNotes TheNotes();
 
 /// A calculation has ended well, and the edit checks with it.
 void NoteCalculation(bool checked);
+/// What is written while this lives leaves the figures as they are: a signature, the date of the
+/// files that are built, header lines, findings. The calculation is as good as before.
+class FiguresStay {
+public:
+    FiguresStay();
+    ~FiguresStay();
+    FiguresStay(const FiguresStay&) = delete;
+    FiguresStay& operator=(const FiguresStay&) = delete;
+
+private:
+    std::string path_;
+    bool changed_;
+};
+
 /// A row or a block has been stored.
 void NoteEntry();
 

@@ -10,8 +10,11 @@ class QPoint;
 
 namespace zolmara::ui {
 
-/// Where the current cell goes after an entry.
-enum class Step { Stay, Next, Previous, Up, Down };
+/// Where the current cell goes after an entry: with Tab behind the last one to the buttons, while
+/// Enter never leaves the cells.
+enum class Step { Stay, Tab, BackTab, Enter, BackEnter, Up, Down };
+
+inline bool IsForward(Step step) { return step == Step::Tab || step == Step::Enter; }
 
 struct CellActs {
     /// A cell is about to be entered; false keeps it as it is.

@@ -149,14 +149,14 @@ void CellDelegate::Finish(QWidget* editor, Step step) {
 bool CellDelegate::KeyInEditor(QWidget* editor, int key, bool shift) {
     switch (key) {
         case Qt::Key_Tab:
-            Finish(editor, Step::Next);
+            Finish(editor, Step::Tab);
             return true;
         case Qt::Key_Backtab:
-            Finish(editor, Step::Previous);
+            Finish(editor, Step::BackTab);
             return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            Finish(editor, shift ? Step::Previous : Step::Next);
+            Finish(editor, shift ? Step::BackEnter : Step::Enter);
             return true;
         case Qt::Key_Up:
             Finish(editor, Step::Up);

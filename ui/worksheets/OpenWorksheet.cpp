@@ -44,13 +44,6 @@ std::string ModeThatIs(const std::string& mode, const std::string& item) {
                : mode;
 }
 
-void BringForward(QWidget& form) {
-    if (form.isMinimized()) form.showNormal();
-    form.show();
-    form.raise();
-    form.activateWindow();
-}
-
 std::string FieldNamed(const frmWorksheet& window, const std::string& column) {
     if (column.empty()) return {};
     return FieldOfColumn(window.Form().Table, column).value_or("");
@@ -118,6 +111,13 @@ void RefreshWorksheetForm(const std::string& mode, const std::string& item) {
     for (QWidget* form : OpenForms())
         if (IsWorksheetForm(form) && Matches(*form, wanted, Q(item))) SetGrd(form);
     if (SameText(mode, "view")) TheWindows().EnableMenu("mnuReportSubmit", false);
+}
+
+void BringForward(QWidget& form) {
+    form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
+    form.show();
+    form.raise();
+    form.activateWindow();
 }
 
 bool CommitOpenRows() {

@@ -35,6 +35,9 @@ extern std::function<void(const std::string& mode, const std::string& item,
                           std::optional<Currency> line, const std::string& column)>
     gShowWorksheet;
 
+/// Restores a window that is minimized, and makes it the active one.
+void BringForward(QWidget& form);
+
 /// Stores the rows that are being keyed in any window, ahead of the program's end. True when all
 /// are stored, or the user lets what was refused go.
 bool CommitOpenRows();

@@ -83,27 +83,31 @@ struct SheetCommand {
     const char* Caption;
     const char* Keys;  ///< several apart by ";"; a key of "Tools" stands in the caption
     bool OnlyEdit;
+    /// The key is the window's, wherever its focus is; else that of the cells.
+    bool OfWindow;
     void (*Run)(frmWorksheet& form);
 };
 
 constexpr SheetCommand kCommands[] = {
-    {"actCopy", "&Copy", "Ctrl+C;Ctrl+Insert", false, [](frmWorksheet& f) { f.Copy(false); }},
-    {"actCopyHeadings", "Copy with &Headings", "Ctrl+Shift+C", false,
+    {"actCopy", "&Copy", "Ctrl+C;Ctrl+Insert", false, false,
+     [](frmWorksheet& f) { f.Copy(false); }},
+    {"actCopyHeadings", "Copy with &Headings", "Ctrl+Shift+C", false, false,
      [](frmWorksheet& f) { f.Copy(true); }},
-    {"actPaste", "&Paste", "Ctrl+V;Shift+Insert", true, [](frmWorksheet& f) { f.Paste(); }},
-    {"actFillDown", "Fill &Down", "Ctrl+D", true, [](frmWorksheet& f) { f.FillDownSelection(); }},
-    {"actClear", "C&lear", "Delete", true, [](frmWorksheet& f) { f.ClearSelection(); }},
-    {"actFind", "&Find ...", "Ctrl+F", false, [](frmWorksheet& f) { f.ShowFind(); }},
-    {"actExplain", "E&xplain This Number\tF3", "", false,
+    {"actPaste", "&Paste", "Ctrl+V;Shift+Insert", true, false, [](frmWorksheet& f) { f.Paste(); }},
+    {"actFillDown", "Fill &Down", "Ctrl+D", true, false,
+     [](frmWorksheet& f) { f.FillDownSelection(); }},
+    {"actClear", "C&lear", "Delete", true, false, [](frmWorksheet& f) { f.ClearSelection(); }},
+    {"actFind", "&Find ...", "Ctrl+F", false, true, [](frmWorksheet& f) { f.ShowFind(); }},
+    {"actExplain", "E&xplain This Number\tF3", "", false, false,
      [](frmWorksheet& f) { f.Explain(Direction::From); }},
-    {"actUses", "What Depends &On This\tShift+F3", "", false,
+    {"actUses", "What Depends &On This\tShift+F3", "", false, false,
      [](frmWorksheet& f) { f.Explain(Direction::Uses); }},
-    {"actZoomIn", "Zoom &In", "Ctrl++;Ctrl+=", false,
+    {"actZoomIn", "Zoom &In", "Ctrl++;Ctrl+=", false, true,
      [](frmWorksheet& f) { f.Zoom(SavedZoom() * kZoomStep); }},
-    {"actZoomOut", "Zoom &Out", "Ctrl+-", false,
+    {"actZoomOut", "Zoom &Out", "Ctrl+-", false, true,
      [](frmWorksheet& f) { f.Zoom(SavedZoom() / kZoomStep); }},
-    {"actZoomPlain", "&Plain Size", "Ctrl+0", false, [](frmWorksheet& f) { f.Zoom(1); }},
-    {"actClose", "Clos&e", "Ctrl+W;Ctrl+F4", false, [](frmWorksheet& f) { UnloadForm(&f); }},
+    {"actZoomPlain", "&Plain Size", "Ctrl+0", false, true, [](frmWorksheet& f) { f.Zoom(1); }},
+    {"actClose", "Clos&e", "Ctrl+W;Ctrl+F4", false, true, [](frmWorksheet& f) { UnloadForm(&f); }},
 };
 
 }  // namespace
@@ -116,7 +120,8 @@ void frmWorksheet::MakeCommands() {
         for (const QString& key : QString(command.Keys).split(';', Qt::SkipEmptyParts))
             keys << QKeySequence(key);
         action->setShortcuts(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        action->setShortcutContext(command.OfWindow ? Qt::WindowShortcut
+                                                    : Qt::WidgetWithChildrenShortcut);
         connect(action, &QAction::triggered, this, [this, &command] {
             if (TheQtHost().InLongStep()) return;
             if (command.OnlyEdit && Form().Mode == FormMode::View) return QApplication::beep();
@@ -305,7 +310,7 @@ void frmWorksheet::AddLine() {
         GoToLine(*outcome.Line);
         const QModelIndex start = model_.index(grd_->currentIndex().row(), 0);
         if (start.isValid() && !model_.IsOpen(start.row(), 0))
-            grd_->GoTo(grd_->OpenCell(start, Step::Next));
+            grd_->GoTo(grd_->OpenCell(start, Step::Tab));
     }
     grd_->setFocus();
     if (outcome.Changed) EntryCalculation::RowSaved();

@@ -1,6 +1,7 @@
 #include "ui/worksheets/SheetModel.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Globals.h"
 #include "ui/main/QtText.h"
@@ -43,10 +44,22 @@ void SheetModel::Show(WorksheetForm form) {
     if (!same) beginResetModel();
     form_ = std::make_shared<const WorksheetForm>(std::move(form));
     rows_.emplace(std::move(rows));
-    if (keyed_) keyedRow_ = rows_->RowOf(keyed_->Line);
-    if (keyedRow_ < 0) keyed_.reset();
-    if (!same) return endResetModel();
-    if (rowCount() > 0) emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    std::optional<RowEntry> lost = FollowKeyed();
+    if (!same)
+        endResetModel();
+    else if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    if (lost && rowLost_) rowLost_(*lost);
+}
+
+/// What waits to be stored goes with its row, whatever line that has now. Gives back what was
+/// keyed into a row that has gone.
+std::optional<RowEntry> SheetModel::FollowKeyed() {
+    if (!keyed_) return std::nullopt;
+    keyedRow_ = rows_->RowMarked(keyedMark_);
+    if (keyedRow_ < 0) return std::exchange(keyed_, std::nullopt);
+    keyed_->Line = rows_->Line(keyedRow_);
+    return std::nullopt;
 }
 
 void SheetModel::Requery() { Show(*form_); }
@@ -97,12 +110,16 @@ bool SheetModel::Key(int row, int column, const Variant& value) {
     if (entry.Changed()) {
         keyed_ = std::move(entry);
         keyedRow_ = row;
+        keyedMark_ = rows_->Mark(row);
     }
     TellRow(row);
     return true;
 }
 
 bool SheetModel::Commit() {
+    if (!keyed_) return true;
+    // Lines may have been numbered anew since, by another window or another program.
+    if (rows_->LineNow(keyedRow_) != keyed_->Line) Requery();
     if (!keyed_) return true;
     const auto form = form_;
     RowEntry entry = *keyed_;

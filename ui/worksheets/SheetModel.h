@@ -4,6 +4,8 @@
 // over its own. Rows are read when they are looked at.
 
 #include <QAbstractTableModel>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -51,6 +53,8 @@ public:
     /// Checks an entry and lays it over the row. Another row that is being keyed must have been
     /// stored before. False when it was refused.
     bool Key(int row, int column, const Variant& value);
+    /// What hears of a keyed row that has gone ahead of being stored, with what was keyed.
+    void OnRowLost(std::function<void(const RowEntry&)> hears) { rowLost_ = std::move(hears); }
     /// Stores the row that is being keyed. False when it was refused and stays keyed.
     bool Commit();
     /// Drops what was keyed and not stored.
@@ -82,6 +86,7 @@ public:
 
 private:
     void ForgetLooks();
+    std::optional<RowEntry> FollowKeyed();
     void TellRow(int row);
     QVariant Look(const QModelIndex& index, int role) const;
     QString Spoken(int row, int column) const;
@@ -90,6 +95,8 @@ private:
     std::optional<FormRows> rows_;
     std::optional<RowEntry> keyed_;
     int keyedRow_ = -1;
+    std::int64_t keyedMark_ = 0;
+    std::function<void(const RowEntry&)> rowLost_;
     std::vector<QString> headings_;
     QString spokenName_;
     /// What is known of a cell's being open: 0 nothing, 1 closed, 2 open.

@@ -2,6 +2,7 @@
 
 #include <QItemSelection>
 #include <QLabel>
+#include <QPushButton>
 #include <QTimer>
 #include <algorithm>
 
@@ -95,6 +96,17 @@ QString frmWorksheet::CodeText() const {
         .arg(code, shown(sums.Increases), shown(sums.Decreases), shown(sums.Difference()));
 }
 
+/// What the next key may be, where there is nothing to go on to.
+QString frmWorksheet::HintText() const {
+    const auto add = buttons_.find("cmdAdd");
+    const bool adds = add != buttons_.end() && add->second && add->second->isEnabled();
+    if (Form().Mode == FormMode::Edit && model_.rowCount() == 0)
+        return adds ? QString("No lines yet: Alt+A adds the first") : QString();
+    if (!atEnd_) return {};
+    return adds ? QString("Last cell: Alt+A adds a line, Tab goes to the buttons")
+                : QString("Last cell: Tab goes to the buttons");
+}
+
 void frmWorksheet::ShowStatus() {
     QStringList parts;
     try {
@@ -103,7 +115,7 @@ void frmWorksheet::ShowStatus() {
         if (Form().Mode == FormMode::Edit && current.isValid() &&
             !model_.IsOpen(current.row(), current.column()))
             parts << "Locked cell";
-        parts << CopyText(CopyPercent(this)) << CodeText() << SumsText()
+        parts << HintText() << CopyText(CopyPercent(this)) << CodeText() << SumsText()
               << EntryCalculation::Note();
     } catch (const StoreError&) {
         // The next refresh shows them.

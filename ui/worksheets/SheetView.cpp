@@ -211,7 +211,7 @@ QModelIndex SheetView::OpenCell(const QModelIndex& from, Step step) const {
     const auto& columns = model_.Form().Columns;
     if (std::ranges::all_of(columns, [](const FormColumn& c) { return c.Locked || c.Hidden; }))
         return {};
-    const int direction = step == Step::Next ? 1 : -1;
+    const int direction = IsForward(step) ? 1 : -1;
     const int count = model()->columnCount();
     int row = from.row();
     int column = from.column() + direction;
@@ -226,7 +226,7 @@ QModelIndex SheetView::OpenCell(const QModelIndex& from, Step step) const {
 
 QModelIndex SheetView::FirstCell() const {
     if (model()->rowCount() == 0) return {};
-    const QModelIndex first = OpenCell(model()->index(0, 0), Step::Next);
+    const QModelIndex first = OpenCell(model()->index(0, 0), Step::Tab);
     if (model_.IsOpen(0, 0)) return model()->index(0, 0);
     return first.isValid() ? first : model()->index(0, std::max(0, FirstShownColumn()));
 }
@@ -275,12 +275,14 @@ bool SheetView::Moves(const QKeyEvent* event) {
     const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
     switch (event->key()) {
         case Qt::Key_Tab:
+            acts_.Move(shift ? Step::BackTab : Step::Tab);
+            return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            acts_.Move(shift ? Step::Previous : Step::Next);
+            acts_.Move(shift ? Step::BackEnter : Step::Enter);
             return true;
         case Qt::Key_Backtab:
-            acts_.Move(Step::Previous);
+            acts_.Move(Step::BackTab);
             return true;
         case Qt::Key_Escape:
             acts_.TakeBack();

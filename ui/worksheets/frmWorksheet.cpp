@@ -1,5 +1,8 @@
 #include "ui/worksheets/frmWorksheet.h"
 
+#include <fmt/format.h>
+
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -10,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "core/Dialogs.h"
 #include "core/Globals.h"
 #include "store/PlainWords.h"
 #include "store/session/CoreTables.h"
@@ -23,6 +27,7 @@
 #include "ui/tools/EntryCalculation.h"
 #include "ui/worksheets/BlockCopy.h"
 #include "ui/worksheets/FindBar.h"
+#include "ui/worksheets/OpenWorksheet.h"
 #include "ui/worksheets/SheetView.h"
 #include "ui/worksheets/WindowPlace.h"
 
@@ -71,6 +76,7 @@ frmWorksheet::frmWorksheet() : model_(this) {
                 CurrentChanged();
                 if (to.row() != from.row()) RowChanged();
             });
+    model_.OnRowLost([this](const RowEntry& lost) { TellLost(lost); });
     MakeCommands();
 }
 
@@ -105,6 +111,7 @@ void frmWorksheet::FormSetup(WorksheetForm form) {
     wasReset_ = false;
     grd_->GoTo(grd_->FirstCell());
     grd_->setFocus();
+    tmrStatus_->start();
     AddForm(this, [this] { SetGrd(); });
 }
 
@@ -119,26 +126,34 @@ void frmWorksheet::SetGrd() {
 void frmWorksheet::RefreshData() {
     auto form = DescribeForm(Form().Mode, Form().Item);
     if (!form) return;
-    const std::optional<Currency> line = CurrentLine();
-    const QModelIndex before = grd_->currentIndex();
-    const std::string field =
-        before.isValid() ? model_.Column(before.column()).Field : std::string();
-    const std::vector<int> widths = grd_->Widths();
-    const std::size_t columns = Form().Columns.size();
+    const Place place = CurrentPlace();
     wasReset_ = false;
     bigSum_.reset();
     model_.Show(std::move(*form));
-    if (wasReset_) {
-        const int row = before.row();
-        grd_->SetColumns();
-        if (grd_->WidthsChanged() && columns == Form().Columns.size()) grd_->SetWidths(widths);
-        if (line) GoToLine(*line, field);
-        if (!grd_->currentIndex().isValid() && model_.rowCount() > 0)
-            GoToLine(model_.Line(std::clamp(row, 0, model_.rowCount() - 1)), field);
-    }
+    if (wasReset_) BackTo(place);
     grd_->FoldHeadings();
     ShowButtonStates();
     tmrStatus_->start();
+}
+
+frmWorksheet::Place frmWorksheet::CurrentPlace() const {
+    const QModelIndex at = grd_->currentIndex();
+    return {CurrentLine(), at.isValid() ? model_.Column(at.column()).Field : std::string(),
+            at.row(), at.isValid() ? model_.Rows().Mark(at.row()) : 0, grd_->Widths()};
+}
+
+void frmWorksheet::BackTo(const Place& place) {
+    grd_->SetColumns();
+    if (grd_->WidthsChanged() && place.Widths.size() == Form().Columns.size())
+        grd_->SetWidths(place.Widths);
+    // The row may have another line now; where it has gone, its line has another row.
+    const int row = model_.Rows().RowMarked(place.Mark);
+    if (row >= 0)
+        GoToLine(model_.Line(row), place.Field);
+    else if (place.Line)
+        GoToLine(*place.Line, place.Field);
+    if (!grd_->currentIndex().isValid() && model_.rowCount() > 0)
+        GoToLine(model_.Line(std::clamp(place.Row, 0, model_.rowCount() - 1)), place.Field);
 }
 
 void frmWorksheet::GoToLine(Currency line, const std::string& field) {
@@ -164,8 +179,11 @@ bool frmWorksheet::CommitGrid() {
     if (committing_) return true;
     // The box that tells of an entry takes the keys from the window; its cell is not done yet.
     if (keying_) return false;
+    const DialogsOver over(this);
     committing_ = true;
     refused_ = false;
+    wasReset_ = false;
+    const Place place = CurrentPlace();
     const bool keyed = model_.KeyedRow() >= 0 || grd_->Editor();
     bool stored = false;
     bool done = Guarded([&] {
@@ -175,10 +193,30 @@ bool frmWorksheet::CommitGrid() {
                     stored = done && changed;
                 }) &&
                 !refused_ && model_.KeyedRow() < 0;
+    if (wasReset_) BackTo(place);
     committing_ = false;
     if (keyed) tmrStatus_->start();
+    if (done) told_ = false;
     if (stored) EntryCalculation::RowSaved();
     return done;
+}
+
+/// The refresh that met it is over by then.
+void frmWorksheet::TellLost(const RowEntry& lost) {
+    std::string keyed;
+    for (const auto& [field, value] : lost.Cells) {
+        const int column = Form().ColumnOf(field);
+        const QString title = column < 0 ? Q(field) : model_.TitleAt(-1, column);
+        keyed += fmt::format("{}{}: {}", keyed.empty() ? "" : "; ", S(title), Text(value));
+    }
+    const std::string text = fmt::format(
+        "Line {} of \"{}\" is no longer there.  What was keyed into it has not been "
+        "stored:  {}",
+        NumberText(lost.Line), S(windowTitle()), keyed);
+    QTimer::singleShot(0, this, [this, text] {
+        const DialogsOver over(this);
+        TheDialogs().MsgBox(text, kExclamation, std::string(kProductName));
+    });
 }
 
 void frmWorksheet::GiveUp() {
@@ -205,18 +243,41 @@ bool frmWorksheet::MayClose() {
 void frmWorksheet::closeEvent(QCloseEvent* event) {
     // A step that holds the program closes the windows itself; the user does not meanwhile.
     if (event->spontaneous() && TheQtHost().InLongStep()) return event->ignore();
+    const DialogsOver over(this);
     if (CrfIsOpen() && !MayClose()) return event->ignore();
     if (CopyPercent(this)) FinishCopy();
     RememberWindow(*this);
     event->accept();
 }
 
-/// Leaving the window stores the row, as leaving the row does.
+bool frmWorksheet::MayBeLeft() {
+    if (!HasOpenRow()) return true;
+    if (told_ && !grd_->Editor()) {
+        int boxes = 0;
+        const QuietHost quiet(boxes);
+        CommitGrid();
+        return true;
+    }
+    if (CommitGrid()) return true;
+    told_ = HasOpenRow();
+    return false;
+}
+
+/// Leaving the window stores the row, as leaving the row does. The box that tells of a refused row
+/// stands over this window; then the keys go to where the user went, be it to look up what the row
+/// needs, or to save elsewhere as the disk is full. It is told once: going to and fro afterwards
+/// tries again, and says nothing.
+void frmWorksheet::Left() {
+    const QPointer<QWidget> wanted = QApplication::activeWindow();
+    if (MayBeLeft()) return;
+    if (wanted && wanted != this && wanted->isVisible()) BringForward(*wanted);
+}
+
 bool frmWorksheet::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate) lastActive = this;
     if (event->type() == QEvent::WindowDeactivate && !isHidden() && CrfIsOpen() &&
-        !TheQtHost().InLongStep() && HasOpenRow() && !committing_)
-        CommitGrid();
+        !TheQtHost().InLongStep() && HasOpenRow() && !committing_ && !keying_)
+        Left();
     return QWidget::event(event);
 }
 
@@ -236,6 +297,7 @@ void frmWorksheet::RowChanged() {
 
 void frmWorksheet::CurrentChanged() {
     const QModelIndex current = grd_->currentIndex();
+    atEnd_ = false;
     grd_->SetCurrentLook(current);
     grd_->Frozen()->SetCurrentLook(current);
     grd_->Frozen()->viewport()->update();
@@ -282,6 +344,7 @@ bool frmWorksheet::KeyEntry(const QModelIndex& cell, const QString& text) {
     const QPersistentModelIndex at = cell;
     bool taken = false;
     EntryCalculation::Typed();
+    told_ = false;
     keying_ = true;
     Guarded([&] {
         const std::string value = S(text);
@@ -307,11 +370,23 @@ void frmWorksheet::Move(Step step) {
     }
     const QModelIndex to = grd_->OpenCell(from, step);
     if (to.isValid()) return grd_->GoTo(to);
-    // Behind the last cell the row is done, and the buttons come.
+    // Behind the last cell the row is done.
     if (!CommitGrid()) return;
+    if (step == Step::Enter || step == Step::BackEnter) return StayAtEnd(step);
     for (const FormButton& button : Form().Buttons)
         if (auto* control = buttons_[button.Name]; control && control->isEnabled())
             return control->setFocus(Qt::TabFocusReason);
+}
+
+/// Enter, pressed once more than there are cells, must not press a button. Where nothing is keyed
+/// it walks the rows.
+void frmWorksheet::StayAtEnd(Step step) {
+    if (Form().Mode == FormMode::Edit) {
+        atEnd_ = step == Step::Enter;
+        tmrStatus_->start();
+        return QApplication::beep();
+    }
+    Move(step == Step::Enter ? Step::Down : Step::Up);
 }
 
 void frmWorksheet::keyPressEvent(QKeyEvent* event) {

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ui/worksheets/CellActs.h"
 #include "ui/worksheets/SheetModel.h"
@@ -39,6 +40,9 @@ public:
     /// Takes what is being typed and stores the row. False when either was refused; a box has
     /// told, and the row stays keyed.
     bool CommitGrid();
+    /// The same as the window is left for another. What was refused then holds the window once:
+    /// the next time it is tried again without a word, and the answer is true.
+    bool MayBeLeft();
     /// True where something keyed is not stored yet.
     bool HasOpenRow() const;
 
@@ -72,16 +76,29 @@ private:
     void ShowButtonStates();
     void PressButton(const std::string& name);
     void RefreshData();
+    /// Where the cursor stands, to come back to it when the rows were read anew.
+    struct Place {
+        std::optional<Currency> Line;
+        std::string Field;
+        int Row = -1;
+        std::int64_t Mark = 0;
+        std::vector<int> Widths;
+    };
+    Place CurrentPlace() const;
+    void BackTo(const Place& place);
+    void TellLost(const RowEntry& lost);
 
     bool BeforeEdit(const QModelIndex& cell);
     bool KeyEntry(const QModelIndex& cell, const QString& text);
     void ShowList(const QModelIndex& cell, const QPoint& place);
     void Move(Step step);
+    void StayAtEnd(Step step);
     void RowChanged();
     void CurrentChanged();
     void ShowStatus();
     QString SumsText();
     QString CodeText() const;
+    QString HintText() const;
     void AddUp();
     BlockRange Selected() const;
     BlockRange AheadOfRows() const;
@@ -90,6 +107,7 @@ private:
     std::optional<Currency> CurrentLine() const;
     std::vector<Currency> SelectedLines() const;
     bool MayClose();
+    void Left();
 
     void Recalculate();
     void OpenOther(const std::string& mode);
@@ -118,7 +136,8 @@ private:
     bool keying_ = false;
     bool refused_ = false;
     bool wasReset_ = false;
-    bool placed_ = false;
+    bool told_ = false;   ///< what is keyed was refused when the window was left
+    bool atEnd_ = false;  ///< Enter was pressed on the last cell
 };
 
 /// The open worksheet windows, first to last.
