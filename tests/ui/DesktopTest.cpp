@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPrinter>
@@ -10,7 +12,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+#include <QTreeView>
 #include <cstdlib>
+#include <fstream>
 
 #include "UiTest.h"
 #include "core/Dialogs.h"
@@ -77,6 +81,34 @@ TEST_F(RealDialogs, ABoxWithoutATitleHasTheProgramsName) {
         box->accept();
     });
     desktop.MsgBox("One", kOkOnly, "");
+}
+
+TEST_F(RealDialogs, ABoxOfManyLinesFitsTheScreenAndHasThemAllInItsDetails) {
+    std::string text;
+    for (int line = 1; line <= 2000; ++line) text += "Line " + std::to_string(line) + "\r";
+    WhenOpen<QMessageBox>([](QMessageBox* box) {
+        EXPECT_LE(box->height(), box->screen()->availableGeometry().height());
+        EXPECT_TRUE(box->text().startsWith("Line 1\nLine 2\n"));
+        EXPECT_TRUE(box->text().endsWith("\n... and 1985 more lines, in the details."))
+            << S(box->text());
+        EXPECT_TRUE(box->detailedText().contains("Line 2000"));
+        box->reject();
+    });
+    EXPECT_EQ(desktop.MsgBox(text, kExclamation, "Title"), kOk) << "Escape is its one button";
+}
+
+TEST_F(RealDialogs, TheListOfFilesShowsTheirWholeDates) {
+    std::ofstream(folder.File("One.CRF")) << "x";
+    FileDialog dialog;
+    dialog.FileName = folder.File("*.CRF");
+    WhenOpen<QFileDialog>([](QFileDialog* box) {
+        const auto* const files = box->findChild<QTreeView*>("treeView");
+        ASSERT_NE(files, nullptr);
+        for (const int column : {1, 2, 3})
+            EXPECT_EQ(files->header()->sectionResizeMode(column), QHeaderView::ResizeToContents);
+        box->reject();
+    });
+    desktop.ChooseFile(dialog);
 }
 
 TEST_F(RealDialogs, ACancelledFileDialogChoosesNothing) {

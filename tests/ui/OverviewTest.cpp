@@ -6,6 +6,7 @@
 #include <QDropEvent>
 #include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTableWidget>
 #include <QTimer>
@@ -16,6 +17,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "SheetTest.h"
 #include "ui/main/FileRoads.h"
@@ -476,6 +478,49 @@ TEST_F(OverviewTest, RecentFilesStandBesideTheWelcomeFrameAndOpen) {
     emit list->itemActivated(list->item(0));
     EXPECT_TRUE(CrfIsOpen());
     EXPECT_EQ(gCRFPath, path);
+}
+
+TEST_F(OverviewTest, OnASmallScreenRecentFilesStandBelowTheWelcomeFrameAndNothingIsCut) {
+    OpenSample(false);
+    Trigger("mnuReportClose");
+    auto* const welcome = Part<QWidget>("fraWelcome");
+    auto* const recent = Part<QWidget>("fraRecent");
+    main->resize(1280, 768);
+    EXPECT_TRUE(Told([&] { return recent->x() > welcome->x() + welcome->width(); }));
+    EXPECT_GT(recent->width(), main->fontMetrics().averageCharWidth() * 60);
+    // Half of 1280 by 800, which a scale of 200 % leaves: wider, it would lose its title bar.
+    main->resize(640, 368);
+    EXPECT_TRUE(Told([&] { return recent->y() > welcome->y() + welcome->height(); }));
+    EXPECT_EQ(main->width(), 640);
+    EXPECT_GE(recent->width(), welcome->width());
+    EXPECT_LE(recent->mapTo(main.get(), QPoint(0, recent->height())).y(), main->height());
+}
+
+TEST_F(OverviewTest, AnOpenedFileGivesTheKeysToTheFilterOfItsWorksheets) {
+    OpenSample(false);
+    const std::string path = gCRFPath;
+    Trigger("mnuReportClose");
+    auto* const list = Part<QListWidget>("lstRecent");
+    list->setFocus();
+    Activate(main.get());
+    Press(Qt::Key_Return);
+    ASSERT_TRUE(Told([] { return CrfIsOpen(); }));
+    EXPECT_EQ(gCRFPath, path);
+    EXPECT_EQ(QApplication::focusWidget(), Part<QLineEdit>("txtFilter"));
+}
+
+TEST_F(OverviewTest, NoLetterOfTheWelcomeFrameIsThatOfAMenu) {
+    std::set<QChar> letters;
+    const auto take = [&](const QString& caption) {
+        const qsizetype at = caption.indexOf('&');
+        if (at < 0) return;
+        EXPECT_TRUE(letters.insert(caption[at + 1].toUpper()).second) << S(caption);
+    };
+    for (const QAction* menu : main->menuBar()->actions()) take(menu->text());
+    for (const QPushButton* button : Part<QWidget>("fraWelcome")->findChildren<QPushButton*>())
+        take(button->text());
+    for (const QLabel* label : Part<QWidget>("fraRecent")->findChildren<QLabel*>())
+        take(label->text());
 }
 
 TEST_F(OverviewTest, RecentFilesStandInToolsTheLastOneFirst) {

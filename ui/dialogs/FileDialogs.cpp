@@ -2,6 +2,8 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include "core/Dialogs.h"
 #include "ui/main/Desktop.h"
@@ -62,6 +64,14 @@ QString ExtensionOf(const QString& pattern) {
 bool BeginsWithPattern(const FileDialog& dialog) {
     const QString pattern = StartPattern(dialog);
     return !pattern.isEmpty() && !FiltersHave(dialog, pattern);
+}
+
+/// The date tells which file is the latest. The platform's own dialog has no such list.
+void ShowWholeDates(QFileDialog& box) {
+    auto* const files = box.findChild<QTreeView*>("treeView");
+    if (!files) return;
+    for (int column = 1; column < files->header()->count(); ++column)
+        files->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
 }
 
 void SetUp(QFileDialog& box, const FileDialog& dialog) {
@@ -136,10 +146,8 @@ bool MayBeTaken(const std::string& path, const FileDialog& dialog) {
 std::optional<std::string> ChooseFileFor(const FileDialog& dialog) {
     QFileDialog box(DialogOwner());
     SetUp(box, dialog);
-    // Wide enough for the whole date of a file: it tells which one is the latest.
-    const QFontMetrics letters = box.fontMetrics();
-    FitScreen(&box, box.sizeHint().expandedTo(
-                        {letters.averageCharWidth() * 120, letters.lineSpacing() * 34}));
+    ShowWholeDates(box);
+    FitScreen(&box, box.sizeHint());
     while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
         const std::string path =
             S(WholeName(box.selectedFiles().first(), box.selectedNameFilter(), dialog));

@@ -68,6 +68,18 @@ public:
     ArrowPointer& operator=(const ArrowPointer&) = delete;
 };
 
+constexpr qsizetype kMostLines = 16;
+
+/// A text of many lines would make the box higher than the screen: the first ones stand in it, and
+/// all of them behind its button for details.
+void SetText(QMessageBox& box, const QString& text) {
+    const QStringList lines = text.split('\n');
+    if (lines.size() <= kMostLines) return box.setText(text);
+    box.setText(lines.first(kMostLines).join('\n') +
+                QString("\n... and %1 more lines, in the details.").arg(lines.size() - kMostLines));
+    box.setDetailedText(text);
+}
+
 int ShowBox(const std::string& text, int style, const std::string& title) {
     const ArrowPointer pointer;
     QMessageBox box(DialogOwner());
@@ -75,7 +87,7 @@ int ShowBox(const std::string& text, int style, const std::string& title) {
     box.setIcon(IconFor(style));
     box.setWindowTitle(Q(title.empty() ? std::string(kProductName) : title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(Lines(text));
+    SetText(box, Lines(text));
     for (const BoxButton& button : ButtonsFor(style)) {
         box.addButton(button.Button);
         if (button.Answer == DefaultAnswer(style)) box.setDefaultButton(button.Button);

@@ -136,7 +136,7 @@ QWidget* frmMain::MakeRecent() {
     fraRecent_->setObjectName("fraRecent");
     fraRecent_->setFrameShape(QFrame::StyledPanel);
     auto* column = new QVBoxLayout(fraRecent_);
-    auto* label = new QLabel("&Recent files");
+    auto* label = new QLabel("Re&cent files");
     lstRecent_ = new QListWidget;
     lstRecent_->setObjectName("lstRecent");
     lstRecent_->setAccessibleName("Recent files");
@@ -144,6 +144,7 @@ QWidget* frmMain::MakeRecent() {
     label->setBuddy(lstRecent_);
     column->addWidget(label);
     column->addWidget(lstRecent_);
+    fraRecent_->setMaximumWidth(fontMetrics().averageCharWidth() * 110);
     connect(lstRecent_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const std::string path = S(item->toolTip());
         Run([path] { OpenFile(path); });
@@ -228,11 +229,11 @@ void frmMain::MakeWindow() {
     overview_ = new Overview;
     column->addLayout(head);
     start_ = new QWidget;
-    auto* welcome = new QHBoxLayout(start_);
-    welcome->addStretch(1);
-    welcome->addWidget(MakeWelcome(), 0, Qt::AlignCenter);
-    welcome->addWidget(MakeRecent(), 2, Qt::AlignCenter);
-    welcome->addStretch(1);
+    layStart_ = new QBoxLayout(QBoxLayout::TopToBottom, start_);
+    layStart_->addStretch(1);
+    layStart_->addWidget(MakeWelcome(), 0, Qt::AlignCenter);
+    layStart_->addWidget(MakeRecent(), 4);
+    layStart_->addStretch(1);
     column->addWidget(start_, 2);
     column->addWidget(overview_, 12);
     column->addWidget(lblHelp_, 1);
@@ -250,6 +251,17 @@ void frmMain::PlaceWindow() {
     constexpr int kTitleBar = 32;
     resize(kWanted.boundedTo(screen.size() - QSize(0, kTitleBar)));
     move(screen.topLeft());
+}
+
+/// The recent files stand beside the welcome frame where there is the room for their names, else
+/// below it.
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    constexpr int kLettersOfName = 60;
+    const bool beside = width() > fraWelcome_->sizeHint().width() +
+                                      fontMetrics().averageCharWidth() * kLettersOfName;
+    layStart_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    layStart_->setAlignment(fraRecent_, beside ? Qt::AlignVCenter : Qt::Alignment());
 }
 
 void frmMain::HideStage() {
@@ -409,6 +421,7 @@ void frmMain::ShowCrf(const std::string& path) {
     imgVelquist_->show();
     overview_->show();
     SetWelcomeVisible(false);
+    overview_->setFocus();
 }
 
 void frmMain::ShowWelcome() {

@@ -11,6 +11,7 @@
 #include <string>
 
 class QAction;
+class QBoxLayout;
 class QFrame;
 class QLabel;
 class QLineEdit;
@@ -73,6 +74,7 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -105,6 +107,7 @@ private:
     bool sWorksheets_ = false;
     QFrame* fraWelcome_ = nullptr;
     QWidget* start_ = nullptr;  ///< the welcome frame and what stands beside it
+    QBoxLayout* layStart_ = nullptr;
     QFrame* fraRecent_ = nullptr;
     QListWidget* lstRecent_ = nullptr;
     QPushButton* cmdNew_ = nullptr;

@@ -43,6 +43,7 @@ Navigator::Navigator() {
     txtFilter_->installEventFilter(this);
     connect(txtFilter_, &QLineEdit::textChanged, this, [this] { Filter(); });
     column->addWidget(txtFilter_);
+    setFocusProxy(txtFilter_);
     MakeTree();
     MakeMenu();
     column->addWidget(treSheets_, 1);

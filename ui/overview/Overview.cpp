@@ -15,6 +15,7 @@ Overview::Overview() : navigator_(new Navigator), summary_(new SummaryPanel) {
     setChildrenCollapsible(false);
     addWidget(navigator_);
     addWidget(summary_);
+    setFocusProxy(navigator_);
     setStretchFactor(0, 1);
     setStretchFactor(1, 2);
     const int letter = fontMetrics().averageCharWidth();
