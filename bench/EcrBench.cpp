@@ -13,6 +13,7 @@
 #include "bench/Measure.h"
 #include "bench/Process.h"
 #include "bench/RawSqlite.h"
+#include "bench/Statements.h"
 #include "calc/Calc_All.h"
 #include "core/Globals.h"
 #include "core/Sha256.h"
@@ -90,17 +91,6 @@ void ReadWorksheets(const std::string& crf) {
     for (const Worksheet& sheet : AllWorksheets()) file.ReadAll(std::string(sheet.Item));
 }
 
-}  // namespace
-
-namespace {
-
-Least operator+(const Least& a, const Least& b) { return {a.Wall + b.Wall, a.Cpu + b.Cpu}; }
-
-Least LeastOfRuns(const std::function<void()>& work) {
-    return LeastOf(
-        kRuns, [] {}, work);
-}
-
 /// The least of runs, each on the statement just opened, so that nothing of it is in memory.
 Least LeastAnew(const std::function<void()>& work) {
     const std::string crf = gCRFPath;
@@ -108,22 +98,9 @@ Least LeastAnew(const std::function<void()>& work) {
         kRuns,
         [&] {
             DropCrf();
-            OpenCrf(crf);
+            Open(crf);
         },
         work);
-}
-
-struct Yardstick {
-    std::string Name;
-    Least Took;
-};
-
-void Tell(const std::string& folder, const std::string& what, const Least& took,
-          const std::vector<Yardstick>& against) {
-    for (const Yardstick& each : against) {
-        Report(what, took.Wall, each.Name, each.Took.Wall, folder);
-        Report(what + ", CPU", took.Cpu, each.Name, each.Took.Cpu, folder);
-    }
 }
 
 }  // namespace
@@ -135,47 +112,44 @@ void BenchEcr(const std::string& folder) {
     const Least build = LeastAnew(Build_ECR);
     // What a calculation has read is taken from memory.
     Calc_All();
-    const Least again = LeastOfRuns(Build_ECR);
+    const Least again = LeastOf(kRuns, Build_ECR);
     const std::string bytes = Content(records);
     const std::string image = Content(PiPath(folder + "/" + EcrFileName()));
-    fmt::print("the electronic report has {} bytes, the print image {}\n", bytes.size(),
-               image.size());
-    const Least plain = LeastOfRuns([&] { WriteDurably(folder, {&bytes}); });
-    const Least both = LeastOfRuns([&] { WriteDurably(folder, {&bytes, &image}); });
-    const Least digests = LeastOfRuns([&] { MakeDigests({&bytes, &image}); });
-    const Least read = LeastOfRuns([&] { ReadWorksheets(gCRFPath); });
+    ReportNote("electronic report and print image",
+               fmt::format("{} and {} bytes", bytes.size(), image.size()));
+    const Least plain = LeastOf(kRuns, [&] { WriteDurably(folder, {&bytes}); });
+    const Least both = LeastOf(kRuns, [&] { WriteDurably(folder, {&bytes, &image}); });
+    const Least digests = LeastOf(kRuns, [&] { MakeDigests({&bytes, &image}); });
+    const Least read = LeastOf(kRuns, [&] { ReadWorksheets(gCRFPath); });
     const std::string durable = "the bytes alone, synced";
-    Tell(folder, "records of the electronic report", report,
-         {{durable, plain}, {"raw SQLite's reading and the bytes", read + plain}});
-    Tell(folder, "digests of both files", digests, {{durable, both}});
-    Tell(folder, "raw SQLite reads each cell once", read, {{durable, both}});
-    Tell(folder, "report and print image, sealed, opened anew", build,
-         {{durable, both}, {"reading, digests and bytes", read + digests + both}});
-    Tell(folder, "report and print image, sealed, calculated", again, {{durable, both}});
+    Report("records of the electronic report", report, durable, plain, folder, "4 times");
+    Report("records of the electronic report", report, "raw SQLite's reading and the bytes",
+           read + plain, folder);
+    Report("digests of both files", digests, durable, both, folder);
+    Report("raw SQLite reads each cell once", read, durable, both, folder);
+    Report("report and print image, sealed, opened anew", build, durable, both, folder, "4 times");
+    Report("report and print image, sealed, opened anew", build, "reading, digests and bytes",
+           read + digests + both, folder);
+    Report("report and print image, sealed, calculated", again, durable, both, folder, "4 times");
 }
 
 void BenchPdf(const std::string& folder, const std::function<void(PageDevice*)>& usePrinter) {
     const auto print = [] { Print_All(0); };
     const Least opened = LeastAnew(print);
     Calc_All();
-    const Least calculated = LeastOfRuns(print);
+    const Least calculated = LeastOf(kRuns, print);
     int pages = 0;
-    const Least both = LeastOf(
-        kRuns, [] {},
-        [&] {
-            PdfDevice pdf(folder + "/form.pdf");
-            usePrinter(&pdf);
-            Print_All(0);
-            pages = pdf.PageCount();
-            pdf.Save();
-            usePrinter(nullptr);
-        });
-    Report("the whole form into a print file, opened anew", opened.Wall,
-           fmt::format("CPU {:.0f} ms", opened.Cpu * 1e3), folder);
-    Report("the same, calculated", calculated.Wall,
-           fmt::format("CPU {:.0f} ms", calculated.Cpu * 1e3), folder);
-    Report("the same, and into a PDF file", both.Wall,
-           fmt::format("{} pages, CPU {:.0f} ms", pages, both.Cpu * 1e3), folder);
+    const Least both = LeastOf(kRuns, [&] {
+        PdfDevice pdf(folder + "/form.pdf");
+        usePrinter(&pdf);
+        Print_All(0);
+        pages = pdf.PageCount();
+        pdf.Save();
+        usePrinter(nullptr);
+    });
+    Report("the whole form into a print file, opened anew", opened, "", folder);
+    Report("the same, calculated", calculated, "", folder);
+    Report("the same, and into a PDF file", both, fmt::format("{} pages", pages), folder, "3 s");
 }
 
 }  // namespace zolmara::bench

@@ -2,13 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <fstream>
-
-#include "bench/LargeStatement.h"
 #include "bench/Measure.h"
+#include "bench/Statements.h"
 #include "calc/Calc_All.h"
 #include "core/Globals.h"
-#include "import/ImportASCII.h"
 #include "store/session/Session.h"
 
 namespace zolmara::bench {
@@ -16,28 +13,7 @@ namespace {
 
 constexpr int kRuns = 7;
 
-struct Size {
-    const char* Name;
-    int Components;
-    int CostCenters;
-};
-constexpr Size kSizes[] = {
-    {"small", 60, 30}, {"medium", 300, 50}, {"large", 1500, 100}, {"huge", 5000, 200}};
-
-void Make(const std::string& folder, const Size& size,
-          const std::function<void(const std::string&)>& makeNew) {
-    const std::string text = folder + "/entries.txt";
-    {
-        std::ofstream file(text, std::ios::binary);
-        LargeShape shape;
-        shape.Components = size.Components;
-        shape.CostCenters = size.CostCenters;
-        WriteLargeStatement(file, shape);
-    }
-    makeNew(folder + "/entries.CRF");
-    ImportAsciiFile(text);
-    Calc_All();
-}
+constexpr Size kSmall = {"small", 60, 30};
 
 /// Adds 1 to a cell, which is a commit of its own.
 void Key(const std::string& table, const std::string& field, int line) {
@@ -57,25 +33,27 @@ constexpr Entry kEntries[] = {{"an expense on A", "A", "Col_1", 8},
                               {"a statistic on E-1", "E1p1", "Col_1", 1},
                               {"a balance on G", "G", "Col_1", 1}};
 
+void BenchSize(const std::string& folder, const Size& size) {
+    MakeStatement(folder + "/entries.CRF", ShapeOf(size));
+    const Least all = LeastOf(kRuns, [] { Calc_All(); });
+    const auto against = [&](const std::string& what, const Least& took) {
+        Report(fmt::format("{}: {}", size.Name, what), took, "`Calc_All`", all, folder);
+    };
+    Report(fmt::format("{}: `Calc_All`, nothing changed", size.Name), all, "", folder);
+    Calc_Changed();
+    against("`Calc_Changed`, nothing changed", LeastOf(kRuns, [] { Calc_Changed(); }));
+    for (const Entry& entry : kEntries) {
+        const auto key = [&] { Key(entry.Table, entry.Field, entry.Line); };
+        against(fmt::format("after {}", entry.What), LeastOf(kRuns, key, [] { Calc_Changed(); }));
+    }
+    DropCrf();
+}
+
 }  // namespace
 
-void BenchEntries(const std::string& folder,
-                  const std::function<void(const std::string&)>& makeNew) {
-    for (const Size& size : kSizes) {
-        Make(folder, size, makeNew);
-        const double all = Seconds(kRuns, [] { Calc_All(); });
-        Report(fmt::format("{}: Calc_All, nothing changed", size.Name), all, "", folder);
-        Calc_Changed();
-        Report(fmt::format("{}: Calc_Changed, nothing changed", size.Name),
-               Seconds(kRuns, [] { Calc_Changed(); }), "Calc_All", all, folder);
-        for (const Entry& entry : kEntries) {
-            const auto key = [&] { Key(entry.Table, entry.Field, entry.Line); };
-            const double seconds = Seconds(kRuns, key, [] { Calc_Changed(); });
-            Report(fmt::format("{}: after {}", size.Name, entry.What), seconds, "Calc_All", all,
-                   folder);
-        }
-        DropCrf();
-    }
+void BenchEntries(const std::string& folder) {
+    BenchSize(folder, kSmall);
+    for (const Size& size : kSizes) BenchSize(folder, size);
 }
 
 }  // namespace zolmara::bench

@@ -5,7 +5,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
+#include "bench/Measure.h"
 #include "bench/PlainBook.h"
 #include "bench/Process.h"
 #include "bench/SilentHost.h"
@@ -20,9 +22,10 @@ void Export(const std::string& crf, const std::string& out, bool values) {
     SilentHost host;
     InstallHost(&host);
     const ReplaceAsTold told(true, "");
-    OpenCrf(crf);
+    if (!OpenCrf(crf)) throw std::runtime_error(crf + " was refused");
     ExportWorkbook(out, {.Items = {}, .Values = values});
     DropCrf();
+    host.NeedSilence();
 }
 
 /// What a piece of work takes in a process of its own, so that it is known for it alone.
@@ -34,39 +37,37 @@ struct Usage {
 Usage Measured(const std::string& folder, const std::function<void()>& work) {
     const std::string peak = folder + "/peak";
     Usage usage;
-    usage.Time = LeastOf(
-        1, [] {},
-        [&] {
-            InChild([&] {
-                work();
-                std::ofstream(peak) << PeakKilobytes();
-            });
+    usage.Time = LeastOf(1, [&] {
+        InChild([&] {
+            work();
+            std::ofstream(peak) << PeakKilobytes();
         });
+    });
     constexpr double kKbInMb = 1024;
     std::ifstream(peak) >> usage.PeakMb;
     usage.PeakMb /= kKbInMb;
     return usage;
 }
 
-std::string Shown(const Usage& usage) {
-    return fmt::format("{:6.2f} s of CPU, {:6.2f} s, {:5.1f} MB", usage.Time.Cpu, usage.Time.Wall,
-                       usage.PeakMb);
+long CellsKept(const std::string& folder, const std::string& book, const std::string& kept) {
+    const std::string count = folder + "/count";
+    InChild([&] { std::ofstream(count) << KeepCells(book, kept); });
+    long cells = 0;
+    std::ifstream(count) >> cells;
+    return cells;
 }
 
 void Measure(const std::string& folder, const std::string& crf, bool values) {
     const std::string book = folder + "/export.xlsx";
     const std::string kept = folder + "/export.cells";
     const Usage own = Measured(folder, [&] { Export(crf, book, values); });
-    InChild([&] {
-        fmt::print("{} cells, {:.0f} MB as a file, {}\n", KeepCells(book, kept),
-                   static_cast<double>(std::filesystem::file_size(book)) / 1e6,
-                   values ? "values" : "formulas");
-        std::fflush(stdout);
-    });
+    const long cells = CellsKept(folder, book, kept);
     const Usage plain = Measured(folder, [&] { WritePlainBook(kept, folder + "/plain.xlsx"); });
-    fmt::print("  export               {}\n  libxlsxwriter alone  {}\n  ratio of CPU {:.2f}\n",
-               Shown(own), Shown(plain), own.Time.Cpu / plain.Time.Cpu);
-    std::fflush(stdout);
+    Report(fmt::format("{}: {} cells, {:.0f} MB as a file, {:.0f} MB of memory",
+                       values ? "plain values" : "live formulas", cells,
+                       static_cast<double>(std::filesystem::file_size(book)) / 1e6, own.PeakMb),
+           own.Time, fmt::format("libxlsxwriter alone, {:.0f} MB of memory", plain.PeakMb),
+           plain.Time, folder);
 }
 
 }  // namespace

@@ -11,8 +11,8 @@
 #include "bench/Measure.h"
 #include "bench/Process.h"
 #include "bench/RawSqlite.h"
+#include "bench/Statements.h"
 #include "core/Globals.h"
-#include "import/ImportASCII.h"
 #include "store/session/Session.h"
 #include "structure/CostCenterColumns.h"
 
@@ -24,14 +24,6 @@ namespace fs = std::filesystem;
 constexpr int kRuns = 3;
 constexpr std::size_t kLines = 100'000;
 constexpr int kNewCenters = 200;
-
-Least operator+(const Least& a, const Least& b) { return {a.Wall + b.Wall, a.Cpu + b.Cpu}; }
-
-void ReportBoth(const std::string& what, const Least& took, const std::string& against,
-                const Least& baseline, const std::string& folder) {
-    Report(what, took.Wall, against, baseline.Wall, folder);
-    Report(what + ", CPU", took.Cpu, against, baseline.Cpu, folder);
-}
 
 /// Raw SQLite puts the lines of a file into one table of a new database.
 Least RawLines(const std::string& folder, const std::string& text) {
@@ -70,8 +62,7 @@ void Write(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-void BenchGrowingFiles(const std::string& folder,
-                       const std::function<void(const std::string&)>& makeNew) {
+void BenchGrowingFiles(const std::string& folder) {
     const std::string text = folder + "/import.txt";
     for (const int perMille : {25, 50, 100, 200}) {
         LargeShape shape;
@@ -86,17 +77,16 @@ void BenchGrowingFiles(const std::string& folder,
         }
         const auto reset = [&] {
             DropCrf();
-            makeNew(folder + "/work.CRF");
+            MakeNew(folder + "/work.CRF");
         };
-        const Least took = LeastOf(1, reset, [&] { ImportAsciiFile(text); });
-        ReportBoth(fmt::format("import of {} lines, 124 new cost centers", lines), took,
-                   "raw SQLite, the lines", RawLines(folder, text), folder);
+        const Least took = LeastOf(1, reset, [&] { Import(text); });
+        Report(fmt::format("import of {} lines, 124 new cost centers", lines), took,
+               "raw SQLite, the lines", RawLines(folder, text), folder);
     }
     DropCrf();
 }
 
-void BenchNewCentersOfLarge(const std::string& folder,
-                            const std::function<void(const std::string&)>& makeNew) {
+void BenchNewCentersOfLarge(const std::string& folder) {
     constexpr int kFormCenters = 26;
     LargeShape shape;
     shape.CostCenters = kFormCenters + kNewCenters;
@@ -106,14 +96,14 @@ void BenchNewCentersOfLarge(const std::string& folder,
     const std::string work = folder + "/work.CRF";
     const std::string text = folder + "/import.txt";
     Write(text, lines.Components);
-    makeNew(base);
-    ImportAsciiFile(text);
+    MakeNew(base);
+    Import(text);
     DropCrf();
     Write(text, lines.Others);
     const auto copy = [&] { fs::copy_file(base, work, fs::copy_options::overwrite_existing); };
     const Least took = LeastOf(kRuns, copy, [&] {
-        OpenCrf(work);
-        ImportAsciiFile(text);
+        Open(work);
+        Import(text);
         mnuReportClose();
     });
     const std::string widened = folder + "/widened.CRF";
@@ -122,18 +112,17 @@ void BenchNewCentersOfLarge(const std::string& folder,
         kRuns, [&] { fs::copy_file(work, widened, fs::copy_options::overwrite_existing); },
         [&] { CopyTablesTwice(widened, tables); });
     fs::remove(widened);
-    ReportBoth(
+    Report(
         fmt::format("import of {} lines, {} new cost centers, open to close", kLines, kNewCenters),
         took, "raw SQLite, the lines and the widened tables twice", RawLines(folder, text) + copies,
-        folder);
+        folder, "1 s");
 }
 
 }  // namespace
 
-void BenchImports(const std::string& folder,
-                  const std::function<void(const std::string&)>& makeNew) {
-    BenchGrowingFiles(folder, makeNew);
-    BenchNewCentersOfLarge(folder, makeNew);
+void BenchImports(const std::string& folder) {
+    BenchGrowingFiles(folder);
+    BenchNewCentersOfLarge(folder);
 }
 
 }  // namespace zolmara::bench

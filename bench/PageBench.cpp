@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 
 #include "bench/Measure.h"
 #include "bench/Process.h"
@@ -29,32 +28,27 @@ constexpr double kKilobytesInMega = 1024;
 
 double PeakMegabytes() { return static_cast<double>(PeakKilobytes()) / kKilobytesInMega; }
 
-Least LeastOf(const std::function<void()>& work) {
-    return bench::LeastOf(
-        kRuns, [] {}, work);
-}
-
 void BenchPreview(const ui::Document& document, QPrinter& printer, const std::string& folder) {
-    const Least open = LeastOf([&] {
+    const Least open = LeastOf(kRuns, [&] {
         ui::frmPreview preview(document, printer);
         preview.show();
         preview.grab();
     });
     ui::frmPreview preview(document, printer);
     preview.show();
-    const Least last = LeastOf([&] {
+    const Least last = LeastOf(kRuns, [&] {
         preview.GoTo(0);
         preview.GoTo(document.Pages() - 1);
         preview.grab();
     });
-    Report("the preview opened and drawn", open.Wall, "one page drawn again", last.Wall, folder);
+    Report("the preview opened and drawn", open, "one page drawn again", last, folder, "at once");
 }
 
 void BenchPdf(const ui::Document& document, const std::string& folder) {
     const double ahead = PeakMegabytes();
     const std::string path = folder + "/pages.pdf";
     std::size_t told = 0;
-    const Least pdf = LeastOf([&] {
+    const Least pdf = LeastOf(kRuns, [&] {
         fs::remove(path);
         told = 0;
         ui::SavePdf(document, {0, document.Pages()}, path, [&](std::size_t, std::size_t) {
@@ -63,16 +57,15 @@ void BenchPdf(const ui::Document& document, const std::string& folder) {
         });
     });
     // Given up where the first page is done.
-    const Least givenUp = LeastOf([&] {
+    const Least givenUp = LeastOf(kRuns, [&] {
         ui::SavePdf(document, {0, document.Pages()}, path,
                     [](std::size_t, std::size_t) { return false; });
     });
-    Report(fmt::format("{} pages from the preview into a PDF file", document.Pages()), pdf.Wall,
-           fmt::format("aim under 3 s; CPU {:.0f} ms, told {} times; peak memory {:.0f} MB, "
-                       "ahead of it {:.0f} MB",
-                       pdf.Cpu * 1e3, told, PeakMegabytes(), ahead),
-           folder);
-    Report("the same, cancelled at the first page", givenUp.Wall, "all pages", pdf.Wall, folder);
+    Report(fmt::format("{} pages from the preview into a PDF file", document.Pages()), pdf,
+           fmt::format("told {} times; peak memory {:.0f} MB, ahead of it {:.0f} MB", told,
+                       PeakMegabytes(), ahead),
+           folder, "3 s");
+    Report("the same, cancelled at the first page", givenUp, "all pages", pdf, folder, "at once");
 }
 
 void BenchPages(const std::string& folder, const std::string& large) {
@@ -85,16 +78,14 @@ void BenchPages(const std::string& folder, const std::string& large) {
         jobs = done;
         printer = &target;
     };
-    const Least print = bench::LeastOf(
-        1, [] {},
-        [] {
-            Print_All(0);
-            ui::TheQtHost().PrintJobs();
-        });
+    const Least print = LeastOf(1, [] {
+        Print_All(0);
+        ui::TheQtHost().PrintJobs();
+    });
     DropCrf();
     const ui::Document document(jobs);
-    Report("the whole form printed and its pages kept", print.Wall,
-           fmt::format("{} pages, CPU {:.0f} ms", document.Pages(), print.Cpu * 1e3), folder);
+    Report("the whole form printed and its pages kept", print,
+           fmt::format("{} pages", document.Pages()), folder);
     if (printer != nullptr) BenchPreview(document, *printer, folder);
     BenchPdf(document, folder);
     fs::remove(work);

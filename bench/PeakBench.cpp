@@ -1,17 +1,17 @@
 #include "bench/PeakBench.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
+#include <sstream>
 #include <stdexcept>
 
-#include "bench/LargeStatement.h"
+#include "bench/Measure.h"
 #include "bench/Process.h"
-#include "calc/Calc_All.h"
+#include "bench/Statements.h"
 #include "ecr/Build_ECR.h"
-#include "import/ImportASCII.h"
 #include "print/PdfDevice.h"
 #include "print/PrintDriver.h"
 #include "store/session/Session.h"
@@ -20,14 +20,6 @@ namespace zolmara::bench {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Size {
-    const char* Name;
-    int Components;
-    int CostCenters;
-};
-constexpr std::array<Size, 3> kSizes = {
-    {{"medium", 300, 50}, {"large", 1500, 100}, {"huge", 5000, 200}}};
 
 void PrintIntoPdf(const std::string& folder, SilentHost& host) {
     PdfDevice pdf(folder + "/peak.pdf");
@@ -56,59 +48,36 @@ struct Peaks {
 };
 
 Peaks PeaksOf(const Step& step, const std::string& crf) {
-    const std::string report = crf + ".peak";
-    const std::string self = fs::read_symlink("/proc/self/exe").string();
-    RunCommand(
-        fmt::format("{} peak {} {} >{}", Quoted(self), step.Word, Quoted(crf), Quoted(report)));
+    std::istringstream told(OutputOf(
+        fmt::format("{} {} {} {}", Quoted(ThisProgram()), kPeakWord, step.Word, Quoted(crf))));
     Peaks peaks;
-    if (!(std::ifstream(report) >> peaks.Opened >> peaks.Behind))
-        throw std::runtime_error("no peak was told");
-    fs::remove(report);
+    if (!(told >> peaks.Opened >> peaks.Behind)) throw std::runtime_error("no peak was told");
     return peaks;
-}
-
-void MakeStatement(const std::string& crf, const Size& size,
-                   const std::function<void(const std::string&)>& makeNew) {
-    const std::string text = crf + ".txt";
-    {
-        std::ofstream file(text, std::ios::binary);
-        LargeShape shape;
-        shape.Components = size.Components;
-        shape.CostCenters = size.CostCenters;
-        WriteLargeStatement(file, shape);
-    }
-    makeNew(crf);
-    ImportAsciiFile(text);
-    Calc_All();
-    DropCrf();
-    fs::remove(text);
 }
 
 double Megabytes(long kilobytes) { return static_cast<double>(kilobytes) / 1024; }
 
 }  // namespace
 
-void BenchPeaks(const std::string& folder, const std::function<void(const std::string&)>& makeNew) {
-    const std::string place = folder + "/peaks";
-    fs::create_directories(place);
-    fmt::print("\npeak memory of a program that has just opened the statement, and of the step\n");
+void BenchPeaks(const std::string& folder) {
     for (const Size& size : kSizes) {
-        const std::string crf = fmt::format("{}/{}.CRF", place, size.Name);
-        MakeStatement(crf, size, makeNew);
+        const std::string crf = fmt::format("{}/{}.CRF", folder, size.Name);
+        MakeStatement(crf, ShapeOf(size));
+        DropCrf();
         for (const Step& step : kSteps) {
             const Peaks peaks = PeaksOf(step, crf);
-            fmt::print("{:<44} {:<8} {:5.1f} MB opened, {:5.1f} MB more\n", step.Name, size.Name,
-                       Megabytes(peaks.Opened), Megabytes(peaks.Behind - peaks.Opened));
+            ReportNote(fmt::format("memory, {}: {}", size.Name, step.Name),
+                       fmt::format("{:.1f} MB opened, {:.1f} MB more", Megabytes(peaks.Opened),
+                                   Megabytes(peaks.Behind - peaks.Opened)));
         }
     }
-    fs::remove_all(place);
 }
 
 bool MeasurePeak(const std::string& step, const std::string& crf, SilentHost& host) {
     const auto* const found =
         std::ranges::find_if(kSteps, [&](const Step& each) { return step == each.Word; });
     if (found == std::end(kSteps)) return false;
-    OpenCrf(crf);
+    Open(crf);
     const long opened = PeakKilobytes();
     found->Do(fs::path(crf).parent_path().string(), host);
     fmt::print("{} {}\n", opened, PeakKilobytes());

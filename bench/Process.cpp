@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <stdexcept>
@@ -55,6 +58,27 @@ void RunCommand(const std::string& command) {
     if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
 }
 
+std::string OutputOf(const std::string& command) {
+    FILE* const pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) throw std::runtime_error("no process could be started");
+    std::string output;
+    std::array<char, 4096> piece{};
+    for (std::size_t read = 0; (read = std::fread(piece.data(), 1, piece.size(), pipe)) > 0;)
+        output.append(piece.data(), read);
+    if (pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
+    return output;
+}
+
+bool IsInstalled(const std::string& program) {
+    return std::system(("command -v " + Quoted(program) + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+std::string ThisProgram() { return std::filesystem::read_symlink("/proc/self/exe").string(); }
+
+std::string Beside(const std::string& name) {
+    return (std::filesystem::path(ThisProgram()).parent_path() / name).string();
+}
+
 void InChild(const std::function<void()>& work) {
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no process could be started");
@@ -71,6 +95,8 @@ void InChild(const std::function<void()>& work) {
         throw std::runtime_error("the work of a process failed");
 }
 
+Least operator+(const Least& a, const Least& b) { return {a.Wall + b.Wall, a.Cpu + b.Cpu}; }
+
 Least LeastOf(int runs, const std::function<void()>& prepare, const std::function<void()>& work) {
     using Clock = std::chrono::steady_clock;
     Least least{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
@@ -84,6 +110,11 @@ Least LeastOf(int runs, const std::function<void()>& prepare, const std::functio
         least.Cpu = std::min(least.Cpu, Cpu() - cpu);
     }
     return least;
+}
+
+Least LeastOf(int runs, const std::function<void()>& work) {
+    return LeastOf(
+        runs, [] {}, work);
 }
 
 }  // namespace zolmara::bench

@@ -22,7 +22,13 @@ public:
     ~RawStatement() { sqlite3_finalize(statement_); }
     RawStatement(const RawStatement&) = delete;
     RawStatement& operator=(const RawStatement&) = delete;
-    bool Step() { return sqlite3_step(statement_) == SQLITE_ROW; }
+    /// True when there is a row. Raises when the statement failed: what fails is no figure.
+    bool Step() {
+        const int result = sqlite3_step(statement_);
+        if (result != SQLITE_ROW && result != SQLITE_DONE)
+            throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(statement_)));
+        return result == SQLITE_ROW;
+    }
     sqlite3_stmt* get() const { return statement_; }
 
 private:

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <stdexcept>
 #include <vector>
 
 #include "bench/Measure.h"
@@ -74,7 +75,7 @@ void CloseAll() {
 
 void BenchOpen(const std::string& folder) {
     const double seconds = Seconds(kRuns, CloseAll, [] { Open("edit", kItem); });
-    Report("open 5,000 rows by 200 columns, drawn", seconds, "aim under 300 ms", folder);
+    Report("open 5,000 rows by 200 columns, drawn", seconds, "", folder, "300 ms");
 }
 
 /// The slowest of many frames, each a screen further.
@@ -89,7 +90,7 @@ void BenchScroll(ui::frmWorksheet* window, const std::string& folder) {
                                    window->repaint();
                                }));
     }
-    Report("the slowest frame while scrolling", slowest, "aim under 16.7 ms", folder);
+    Report("the slowest frame while scrolling", slowest, "", folder, "16.7 ms");
 }
 
 void BenchWhole(ui::frmWorksheet* window, const std::string& folder) {
@@ -150,13 +151,14 @@ void BenchRow(const std::string& folder) {
         times.push_back(Seconds(1, [&] { LeaveRow(edit); }));
         processor.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
         const Variant stored = gDB.Scalar("SELECT Col_5 FROM A6 WHERE LineNum=1;");
-        if (NumOr(stored) != amount) fmt::print("the row was not stored: {}\n", Text(stored));
+        if (NumOr(stored) != amount)
+            throw std::runtime_error("the row was not stored: " + Text(stored));
     }
     for (std::vector<double>* each : {&times, &processor}) std::ranges::sort(*each);
     Report("leaving a row of A-6, views of A-6 and A open", times[kRows / 2],
-           fmt::format("aim under 50 ms; fastest {:.1f} ms; processor {:.1f} ms, fastest {:.1f} ms",
+           fmt::format("fastest {:.1f} ms; processor {:.1f} ms, fastest {:.1f} ms",
                        times.front() * 1e3, processor[kRows / 2] * 1e3, processor.front() * 1e3),
-           folder);
+           folder, "50 ms");
 }
 
 void BenchLarge(const std::string& folder) {

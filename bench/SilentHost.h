@@ -1,19 +1,19 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "core/Host.h"
 
 namespace zolmara::bench {
 
-/// Nobody is in front; what would be a message is printed, since a benchmark expects none.
+/// Nobody is in front, and a benchmark expects no message: where there was one, what was measured
+/// was something else.
 class SilentHost : public Host {
 public:
     int MsgBox(const std::string& text, int style, const std::string&) override {
-        fmt::print("{}\n", text);
+        if (message_.empty()) message_ = text;
         return DefaultAnswer(style);
     }
     DateTime Now() override { return DateTime(2024, 2, 1); }
@@ -29,7 +29,15 @@ public:
     }
     PageDevice* Printer() override { return Device; }
 
+    /// Raises with the first message that was shown.
+    void NeedSilence() const {
+        if (!message_.empty()) throw std::runtime_error("a message was shown: " + message_);
+    }
+
     PageDevice* Device = nullptr;
+
+private:
+    std::string message_;
 };
 
 }  // namespace zolmara::bench

@@ -13,8 +13,7 @@ namespace {
 constexpr int kRuns = 20;
 
 Least Command(const std::string& command) {
-    return LeastOf(
-        kRuns, [] {}, [&] { RunCommand(command + " >/dev/null 2>&1"); });
+    return LeastOf(kRuns, [&] { RunCommand(command + " >/dev/null 2>&1"); });
 }
 
 }  // namespace
@@ -28,9 +27,8 @@ void BenchStart(const std::string& folder, const std::string& cli, const std::st
         if (const auto file = command.find("FILE"); file != std::string::npos)
             command.replace(file, 4, Quoted(work));
         const Least took = Command(command);
-        const std::string what = fmt::format("the command {} on the sample", words);
-        Report(what, took.Wall, "a program that does nothing", nothing.Wall, folder);
-        Report(what + ", CPU", took.Cpu, "a program that does nothing", nothing.Cpu, folder);
+        Report(fmt::format("the command {} on the sample", words), took,
+               "a program that does nothing", nothing, folder);
     }
 }
 
