@@ -13,6 +13,8 @@
 #include "print/PrintDriver.h"
 #include "print/PrintFile.h"
 #include "store/Files.h"
+#include "store/OneState.h"
+#include "store/session/Session.h"
 
 namespace zolmara::cli {
 
@@ -98,8 +100,10 @@ ExitStatus Print(const Inputs& inputs) {
     if (pdf.empty()) {
         PrintEntries(entries);
     } else {
+        const OneState state(gDB);
         PdfPrinter printer(pdf);
         PrintEntries(entries);
+        state.NeedToHold(pdf);
         printer.Save();
         files.push_back(pdf);
     }

@@ -7,6 +7,7 @@
 
 #include "core/Globals.h"
 #include "print/PrintPage.h"
+#include "store/session/Session.h"
 
 namespace zolmara {
 namespace {
@@ -99,9 +100,15 @@ void PrintPageChange(FileNumber file, std::string_view control) {
     output.Write(kLineEnd);
 }
 
+OwnPrintFile::OwnPrintFile(const std::string& path, const OwnOutput& own)
+    : number_(OpenPrintFile(path, own)), path_(path), state_(gDB) {}
+
 void OwnPrintFile::KeepDigest() const { Opened(number_).KeepDigest(); }
 
-void OwnPrintFile::Close() { ClosePrintFile(std::exchange(number_, FileNumber{0})); }
+void OwnPrintFile::Close() {
+    state_.NeedToHold(path_);
+    ClosePrintFile(std::exchange(number_, FileNumber{0}));
+}
 
 std::unique_ptr<OutFile> OwnPrintFile::Release() {
     OpenFile file = Take(std::exchange(number_, FileNumber{0}));

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "store/OneState.h"
 #include "store/files/FileDoor.h"
 
 namespace zolmara {
@@ -50,8 +51,7 @@ void PrintPageChange(FileNumber file, std::string_view control);
 /// A print file that is given up unless it is closed.
 class OwnPrintFile {
 public:
-    explicit OwnPrintFile(const std::string& path, const OwnOutput& own = IsPrintedReport)
-        : number_(OpenPrintFile(path, own)) {}
+    explicit OwnPrintFile(const std::string& path, const OwnOutput& own = IsPrintedReport);
     ~OwnPrintFile() { DropPrintFile(number_); }
     OwnPrintFile(const OwnPrintFile&) = delete;
     OwnPrintFile& operator=(const OwnPrintFile&) = delete;
@@ -59,6 +59,7 @@ public:
     FileNumber Number() const { return number_; }
     /// The digest of what is printed is made; see OutFile.
     void KeepDigest() const;
+    /// StoreError::Locked, too, where another program changed the statement meanwhile.
     void Close();
     /// The file with all that was printed, which is nobody's print file any more, to be put by
     /// whoever takes it.
@@ -66,6 +67,8 @@ public:
 
 private:
     FileNumber number_;
+    std::string path_;
+    OneState state_;
 };
 
 }  // namespace zolmara

@@ -12,6 +12,7 @@
 #include "spreadsheet/ExportSheet.h"
 #include "spreadsheet/FindingsSheet.h"
 #include "spreadsheet/Workbook.h"
+#include "store/OneState.h"
 #include "store/session/Session.h"
 #include "worksheets/SheetTitles.h"
 #include "worksheets/Worksheet.h"
@@ -79,6 +80,7 @@ std::string TotalName(const std::string& item, const std::string& lineText,
 void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
     NeedWorkbookName(path);
     const std::vector<std::string> items = ItemsOf(choice);
+    const OneState state(gDB);
     StoreCells cells;
     const SheetHead head = ReadSheetHead();
     const BookLayout layout(cells, items, head.Rows());
@@ -94,6 +96,7 @@ void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
     }
     if (choice.Items.empty()) WriteFindings(book, layout);
     for (const SheetLayout& sheet : layout.Sheets()) DefineTotals(book, sheet);
+    state.NeedToHold(path);
     book.Put();
 }
 

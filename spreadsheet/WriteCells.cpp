@@ -7,7 +7,9 @@
 #include "core/CsvText.h"
 #include "core/Globals.h"
 #include "spreadsheet/Workbook.h"
+#include "store/OneState.h"
 #include "store/files/FileDoor.h"
+#include "store/session/Session.h"
 #include "worksheets/CellNames.h"
 
 namespace zolmara {
@@ -123,9 +125,11 @@ private:
 
 template <class Target>
 std::vector<LeftCell> Write(const std::string& path) {
+    const OneState state(gDB);
     Target target(path);
     std::vector<LeftCell> left = WalkKeyedCells([&](const KeyedCell& cell) { target.Take(cell); });
     for (LeftCell& cell : target.Left()) left.push_back(std::move(cell));
+    state.NeedToHold(path);
     target.Put();
     return left;
 }

@@ -19,6 +19,9 @@
 #include "core/Globals.h"
 #include "store/Dao.h"
 #include "store/Files.h"
+#include "store/files/FileGuard.h"
+#include "store/files/FileLock.h"
+#include "store/files/NotConfirmed.h"
 #include "store/files/UserFolders.h"
 
 namespace fs = std::filesystem;
@@ -103,6 +106,46 @@ bool FitsOnALine(std::string_view value) {
 
 }  // namespace
 
+namespace {
+
+constexpr int kTries = 400;
+constexpr useconds_t kPause = 25000;
+
+/// The folder of the file, for this program alone: another one that saves a setting of its own
+/// reads the file when this one has written it. Nothing is left behind that could outlast a program
+/// that dies. False where a program that has been stopped holds it on and on.
+class SoleSaver {
+public:
+    explicit SoleSaver(const std::string& path)
+        : folder_(
+              ::open(FolderPathOf(BehindLinks(path)).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        // Where a folder cannot be locked, or is none, the writing has its say.
+        for (int tries = 0; folder_.IsOpen() && LockFolder(folder_) == LockResult::Held; ++tries) {
+            if (tries == kTries) return;
+            ::usleep(kPause);
+        }
+        alone_ = true;
+    }
+    bool IsAlone() const { return alone_; }
+
+private:
+    Descriptor folder_;
+    bool alone_ = false;
+};
+
+bool WriteSettings(const std::string& path, const std::string& content) {
+    try {
+        WriteWholeFile(path, content);
+        return true;
+    } catch (const NotConfirmed&) {
+        return true;
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
+}  // namespace
+
 /// The state is that of a file which was settled when it was read; none of any other.
 struct Settings::Kept {
     CSimpleIniA Ini;
@@ -158,25 +201,25 @@ std::string Settings::Get(const std::string& application, const std::string& sec
 bool Settings::Save(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& value) const {
     if (!FitsOnALine(value) || !Refresh()) return false;
-    CSimpleIniA& ini = kept_->Ini;
-    const std::string name = SectionName(application, section);
     // Every opening saves its folder; the same one again is not worth a write to the disk.
-    if (const char* saved = ini.GetValue(name.c_str(), key.c_str()); saved && value == saved)
-        return true;
+    if (Holds(application, section, key, value)) return true;
+    std::error_code error;
+    fs::create_directories(FolderPathOf(path_), error);
+    const SoleSaver saver(path_);
+    if (!saver.IsAlone() || !Refresh()) return false;
+    CSimpleIniA& ini = kept_->Ini;
     // What is kept is the file's again when it is read the next time.
     kept_->State.reset();
-    ini.SetValue(name.c_str(), key.c_str(), value.c_str());
+    ini.SetValue(SectionName(application, section).c_str(), key.c_str(), value.c_str());
     std::string content;
-    if (ini.Save(content) < 0) return false;
-    std::error_code error;
-    if (const fs::path folder = fs::path(path_).parent_path(); !folder.empty())
-        fs::create_directories(folder, error);
-    try {
-        WriteWholeFile(path_, content);
-        return true;
-    } catch (const StoreError&) {
-        return false;
-    }
+    return ini.Save(content) >= 0 && WriteSettings(path_, content);
+}
+
+bool Settings::Holds(const std::string& application, const std::string& section,
+                     const std::string& key, const std::string& value) const {
+    const char* const saved =
+        kept_->Ini.GetValue(SectionName(application, section).c_str(), key.c_str());
+    return saved && value == saved;
 }
 
 }  // namespace zolmara

@@ -28,9 +28,10 @@ public:
     /// The value as the file has it now, whoever wrote it.
     std::string Get(const std::string& application, const std::string& section,
                     const std::string& key, const std::string& fallback) const;
-    /// Writes the file at once, whole or not at all. False when it cannot be written, when there
-    /// is something under its name that is no settings file, or when the value would not stand on
-    /// one line of it: no work of the user's hangs on a setting.
+    /// Writes the file at once, whole or not at all, with all that other programs have saved in it:
+    /// of programs that save at the same moment each waits for the others. False when it cannot be
+    /// written, when there is something under its name that is no settings file, or when the value
+    /// would not stand on one line of it: no work of the user's hangs on a setting.
     bool Save(const std::string& application, const std::string& section, const std::string& key,
               const std::string& value) const;
 
@@ -40,6 +41,8 @@ public:
 private:
     struct Kept;
     bool Refresh() const;
+    bool Holds(const std::string& application, const std::string& section, const std::string& key,
+               const std::string& value) const;
 
     std::string path_;
     std::chrono::seconds settled_;

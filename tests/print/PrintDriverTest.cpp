@@ -75,6 +75,21 @@ TEST_F(PrintDriverTest, APartPrintsTheWholeReportIntoItsFile) {
 
 // --- Print_All -----------------------------------------------------------------------------
 
+// A page in between, another program saves a change.
+TEST_F(PrintDriverTest, APrintOfTwoStatesIsNotPutInPlace) {
+    Database other = DBEngine::OpenDatabase(gCRFPath);
+    bool done = false;
+    host.OnDoEvents = [&] {
+        if (!std::exchange(done, true)) other.Execute("UPDATE A SET Col_1=12 WHERE LineNum=9;");
+    };
+    EXPECT_THROW(Print_All(0), StoreError);
+    EXPECT_TRUE(done);
+    EXPECT_EQ(PrintFiles(), Lines{});
+    EXPECT_EQ(Jobs(), 0);
+    Print_All(0);
+    EXPECT_EQ(PrintFiles().size(), 1u);
+}
+
 TEST_F(PrintDriverTest, TheWholeFormIsOneFileAndOneJobWithSFirst) {
     Print_All(0);
     EXPECT_EQ(PrintFiles(), Lines{"12-3456.PRT"});

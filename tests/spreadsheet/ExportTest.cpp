@@ -293,6 +293,31 @@ TEST_F(Export, WrapsAHeadThatIsLongerThanTheColumnsOnEachPage) {
     EXPECT_EQ(book.Xml("A").find("<mergeCell"), std::string::npos) << "one page across";
 }
 
+// Nobody is held off meanwhile; but no workbook mixes two states.
+TEST_F(Export, IsNotMixedOfTwoStates) {
+    test::MakeNorthfield(folder);
+    Database other = DBEngine::OpenDatabase(gCRFPath);
+    bool done = false;
+    host.OnDoEvents = [&] {
+        if (!std::exchange(done, true))
+            other.Execute("UPDATE A6 SET Col_1='Other' WHERE LineNum<100;");
+    };
+    try {
+        Written();
+        FAIL() << "a mixed workbook";
+    } catch (const StoreError& error) {
+        EXPECT_TRUE(error.IsFileError());
+        EXPECT_EQ(std::string(error.what()),
+                  Path() +
+                      ": another program changed the statement meanwhile, so that the file would "
+                      "show a part of it from before and a part from after; nothing was written");
+    }
+    EXPECT_TRUE(done);
+    EXPECT_FALSE(std::filesystem::exists(Path()));
+    Written();
+    EXPECT_TRUE(std::filesystem::exists(Path()));
+}
+
 TEST_F(Export, MakesRoomForTextsOfSeveralLines) {
     test::MakeNorthfield(folder);
     test::SetCell("S1p1", 1, "Col_1", std::string(40, 'x'));

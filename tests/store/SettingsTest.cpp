@@ -1,8 +1,13 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "store/Files.h"
@@ -128,6 +133,72 @@ TEST_F(SettingsFile, ALineBreakInAValueIsNoSettingOfItsOwn) {
     EXPECT_EQ(settings.Get("Zolmara 287-22", "Startup", "Debug", "False"), "False");
     EXPECT_EQ(settings.Get("Other", "Part", "Key", ""), "");
     EXPECT_EQ(settings.Get("Zolmara 287-22", "Startup", "CRFLoc", "None"), "None");
+}
+
+/// Saves ten settings of its own, in a program of its own.
+pid_t StartSaving(const std::string& path, const std::string& who) {
+    const pid_t child = fork();
+    if (child != 0) return child;
+    bool saved = true;
+    for (int key = 0; key < 10; ++key)
+        saved = Settings(path).Save("A", who, std::to_string(key), "saved") && saved;
+    _exit(saved ? 0 : 1);
+}
+
+void ExpectAllSaved(const std::string& path, const std::vector<std::string>& roads) {
+    std::vector<pid_t> programs;
+    for (std::size_t i = 0; i < roads.size(); ++i)
+        programs.push_back(StartSaving(roads[i], std::to_string(i)));
+    for (const pid_t program : programs) {
+        int status = -1;
+        waitpid(program, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    for (std::size_t i = 0; i < roads.size(); ++i)
+        for (int key = 0; key < 10; ++key)
+            EXPECT_EQ(Settings(path).Get("A", std::to_string(i), std::to_string(key), "lost"),
+                      "saved")
+                << i << " " << key;
+}
+
+TEST_F(SettingsFile, ProgramsThatSaveAtTheSameMomentLoseNothing) {
+    ExpectAllSaved(settings.Path(), {3, settings.Path()});
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.File("deep/in")), {}), 1)
+        << "something is left beside it";
+}
+
+TEST_F(SettingsFile, ProgramsThatSaveByDifferentRoadsLoseNothing) {
+    std::filesystem::create_directory(folder.File("other"));
+    std::filesystem::create_symlink("../deep/in/settings.ini", folder.File("other/link.ini"));
+    std::filesystem::create_directory_symlink("deep/in", folder.File("there"));
+    ExpectAllSaved(settings.Path(), {settings.Path(), folder.File("other/link.ini"),
+                                     folder.File("there/settings.ini")});
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("other/link.ini")));
+}
+
+// What is left of a lock goes with its program.
+TEST_F(SettingsFile, AProgramThatDiesWhileItSavesHoldsNobodyUp) {
+    settings.Save("A", "B", "C", "D");
+    const pid_t child = fork();
+    if (child == 0) {
+        const int held = ::open(folder.File("deep/in").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        kill(getpid(), ::flock(held, LOCK_EX) == 0 ? SIGKILL : SIGTERM);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    EXPECT_TRUE(settings.Save("A", "B", "C", "E"));
+    EXPECT_EQ(settings.Get("A", "B", "C", ""), "E");
+}
+
+TEST_F(SettingsFile, AFolderThatTakesNoFilesIsNoPlaceForSettings) {
+    settings.Save("A", "B", "C", "D");
+    chmod(folder.File("deep/in").c_str(), 0500);
+    EXPECT_TRUE(test::AsAPlainUser(folder.Path(), [&] {
+        EXPECT_FALSE(settings.Save("A", "B", "C", "E"));
+        EXPECT_EQ(settings.Get("A", "B", "C", "none"), "D");
+    }));
+    chmod(folder.File("deep/in").c_str(), 0700);
 }
 
 TEST(SettingsPath, LiesInTheConfigurationFolder) {

@@ -1,0 +1,26 @@
+#include "store/OneState.h"
+
+#include "store/Connection.h"
+#include "store/DatabaseImpl.h"
+
+namespace zolmara {
+
+OneState::OneState(Database& db) : db_(db), version_(Version()) {}
+
+/// The number goes up with each change that another connection commits.
+std::int64_t OneState::Version() const {
+    return db_.IsOpen() ? Pragma(db_.impl().Handle, "data_version", db_.Path()) : 0;
+}
+
+bool OneState::Holds() const { return Version() == version_; }
+
+void OneState::NeedToHold(const std::string& written) const {
+    if (Holds()) return;
+    throw StoreError(
+        StoreError::Kind::Locked,
+        written +
+            ": another program changed the statement meanwhile, so that the file would "
+            "show a part of it from before and a part from after; nothing was written");
+}
+
+}  // namespace zolmara

@@ -1,0 +1,31 @@
+#pragma once
+
+// Whether what is read from a file over some time is one state of it.
+
+#include <cstdint>
+#include <string>
+
+#include "store/Dao.h"
+
+namespace zolmara {
+
+/// Notes the state of a file, for whoever writes its content somewhere else and takes longer than
+/// another program would wait for a lock (see ReadSnapshot): nobody is held off, and at the end it
+/// is known whether another program has saved a change in between. Without an open file, and in a
+/// batch, there is none.
+class OneState {
+public:
+    explicit OneState(Database& db);
+
+    bool Holds() const;
+    /// StoreError::Locked, with the words of the file that was being written, unless it holds.
+    void NeedToHold(const std::string& written) const;
+
+private:
+    std::int64_t Version() const;
+
+    Database& db_;
+    std::int64_t version_;
+};
+
+}  // namespace zolmara
