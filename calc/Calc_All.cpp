@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <utility>
 
 #include "calc/KeptResults.h"
 #include "calc/LineBreaks.h"
@@ -14,6 +15,7 @@
 #include "store/session/Acts.h"
 #include "store/session/Session.h"
 #include "worksheets/CalcMessages.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Schedules.h"
 #include "worksheets/WholeForm.h"
 #include "worksheets/Worksheet.h"
@@ -41,11 +43,11 @@ private:
     }
 };
 
-void CalcWorksheet(const std::string& item) {
-    NeedWholeForm(item);
+void CalcWorksheet(const std::string& item, KeptColumns& columns) {
+    NeedWholeForm(item, columns);
     RemoveLineBreaks(item);
     const Worksheet* sheet = FindWorksheet(item);
-    if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item);
+    if (sheet != nullptr && sheet->Calc != nullptr) sheet->Calc(sheet->Item, columns);
 }
 
 /// A worksheet of the registry.
@@ -81,14 +83,20 @@ struct Progress {
     double All;
 };
 
-void CalcUnit(const Unit& unit, Progress& progress, TableWatch& watch) {
+/// What the calculations of a unit go by and keep for the next.
+struct Kept {
+    TableWatch Tables{gDB};
+    KeptColumns Columns;
+};
+
+void CalcUnit(const Unit& unit, Progress& progress, Kept& kept) {
     for (const Entry& entry : unit) {
         TheStatus().ShowCalcMsg(fmt::format(" Calculating level {}: {}", entry.Level, entry.Name));
         TheStatus().ShowProgress(progress.Done / progress.All);
-        RunStep(entry.Name, [&] { CalcWorksheet(entry.Item); });
+        RunStep(entry.Name, [&] { CalcWorksheet(entry.Item, kept.Columns); });
         progress.Done += 1;
         // What the windows read meanwhile is no input.
-        const TableWatch::Rest rest(watch);
+        const TableWatch::Rest rest(kept.Tables);
         TheStatus().DoEvents();
     }
 }
@@ -104,9 +112,10 @@ void CalcWorksheets(KeptResults& kept, Recordset& worksheets, Extent extent) {
             continue;
         }
         const std::int64_t told = CalculationMessages();
-        TableWatch watch(gDB);
-        ChangeCells(gDB, [&] { CalcUnit(unit, progress, watch); });
-        kept.Keep(first, watch, CalculationMessages() != told);
+        Kept now;
+        if (extent == Extent::Changed) now.Columns = kept.TakeColumns(first);
+        ChangeCells(gDB, [&] { CalcUnit(unit, progress, now); });
+        kept.Keep(first, now.Tables, std::move(now.Columns), CalculationMessages() != told);
     }
     TheStatus().ShowProgress(1);
 }

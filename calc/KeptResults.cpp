@@ -1,6 +1,7 @@
 #include "calc/KeptResults.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "store/session/Session.h"
 
@@ -30,8 +31,17 @@ bool KeptResults::Stands(const std::string& first) const {
     });
 }
 
-void KeptResults::Keep(const std::string& first, const TableWatch& watch, bool spoke) {
-    Result result{{}, spoke};
+KeptColumns KeptResults::TakeColumns(const std::string& first) {
+    const auto found = results_.find(first);
+    if (found == results_.end()) return {};
+    KeptColumns columns = std::exchange(found->second.Columns, {});
+    columns.Begin();
+    return columns;
+}
+
+void KeptResults::Keep(const std::string& first, const TableWatch& watch, KeptColumns columns,
+                       bool spoke) {
+    Result result{{}, std::move(columns), spoke};
     for (const TableWatch::Use& use : watch.Tables()) {
         const std::int64_t made = MadeAt(use.Writes, use.WritesBefore);
         result.Inputs.push_back({use.Writes, made});

@@ -7,7 +7,8 @@
 // are the tables that its statements named, as they were when its calculation began, its own
 // results of the run before among them. Which they are is noted while it calculates, so that no
 // list of them can be out of date. A table that was written to and holds what it held counts as
-// unchanged: calculations clear cells and post them again.
+// unchanged: calculations clear cells and post them again. Of worksheets that must be calculated,
+// the columns whose inputs stand are left out; what these go by is kept here with the rest.
 
 #include <cstdint>
 #include <map>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "store/TableWatch.h"
+#include "worksheets/ColumnInputs.h"
 
 namespace zolmara {
 
@@ -30,8 +32,10 @@ public:
     /// True where the worksheets that are calculated together, named by the first of them, would
     /// come out as they are, without a word to the person.
     bool Stands(const std::string& first) const;
+    /// What their calculation kept of columns, for the one that begins now.
+    KeptColumns TakeColumns(const std::string& first);
     /// Keeps what they were just calculated from. Those that spoke must speak again.
-    void Keep(const std::string& first, const TableWatch& watch, bool spoke);
+    void Keep(const std::string& first, const TableWatch& watch, KeptColumns columns, bool spoke);
     /// Ends a run: ahead of the end of its batch, and behind it.
     void EndRun();
     void AfterBatch();
@@ -50,7 +54,8 @@ private:
     };
     struct Result {
         std::vector<Input> Inputs;
-        bool Spoke;
+        KeptColumns Columns;
+        bool Spoke = false;
     };
 
     std::int64_t MadeAt(const WriteCount& table, std::int64_t writes) const;

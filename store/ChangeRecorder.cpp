@@ -56,15 +56,6 @@ std::string RowNow(const SqliteStatement& select, const FormerNumbers& numbers =
     return row.Take();
 }
 
-/// The numbers that a row had, of which some are known from an earlier write.
-void Complete(FormerNumbers& known, const FormerNumbers& more) {
-    const auto field = [](const FormerNumber& number) { return number.Field; };
-    for (const FormerNumber& number : more) {
-        const auto place = std::ranges::lower_bound(known, number.Field, {}, field);
-        if (place == known.end() || place->Field != number.Field) known.insert(place, number);
-    }
-}
-
 /// Both rows without what they have in common at either end.
 RowChange Shortened(std::int64_t row, const std::string& before, const std::string& after) {
     RowChange change;
@@ -84,6 +75,17 @@ RowChange Shortened(std::int64_t row, const std::string& before, const std::stri
 }
 
 }  // namespace
+
+void AddFormer(FormerNumbers& known, const FormerNumbers& more) {
+    for (const FormerNumber& number : more) {
+        if (known.empty() || known.back().Field < number.Field) {
+            known.push_back(number);
+            continue;
+        }
+        const auto place = std::ranges::lower_bound(known, number.Field, {}, &FormerNumber::Field);
+        if (place->Field != number.Field) known.insert(place, number);
+    }
+}
 
 ChangeRecorder::ChangeRecorder(sqlite3* handle, CellCache& cells) : handle_(handle), cells_(cells) {
     sqlite3_preupdate_hook(handle, OnWrite, this);
@@ -129,7 +131,7 @@ ChangeRecorder::Former ChangeRecorder::FormerOf(int operation) const {
 void ChangeRecorder::NoteAgain(Former& former) const {
     former.Once = false;
     if (former.Numbers.empty()) return;
-    if (expected_) return Complete(former.Numbers, *expected_);
+    if (expected_) return AddFormer(former.Numbers, *expected_);
     former.Packed = RowBeforeWrite(handle_, former.Numbers);
     former.Numbers.clear();
 }

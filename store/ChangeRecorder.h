@@ -14,18 +14,11 @@
 #include <vector>
 
 #include "store/BatchChange.h"
+#include "store/FormerNumbers.h"
 
 namespace zolmara {
 
 class CellCache;
-
-/// A number that a field of the type dbDouble held; no number for Null.
-struct FormerNumber {
-    int Field;  ///< its position in the table
-    double Value;
-};
-/// Those of a row, by rising position.
-using FormerNumbers = std::vector<FormerNumber>;
 
 /// A calculation clears cells and posts them again, so that a run over unchanged entries writes
 /// rows only to put back what was there; a batch whose rows all end as they began need not touch

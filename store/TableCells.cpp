@@ -116,6 +116,7 @@ void TableCells::Load() {
     rowids_.clear();
     lines_.clear();
     cells_.clear();
+    edit_.clear();
     before_.clear();
     dirty_.clear();
     lineBreaks_ = strange_ = false;
@@ -129,6 +130,9 @@ void TableCells::Load() {
     reading_ = 0;
     while (reader.Step(Name())) ++reading_;
     PutInOrder();
+    lastChange_ = shapeChange_ = db_->Cells.NextChange();
+    columnChanges_.assign(width_, lastChange_);
+    rowChanges_.assign(lines_.size(), lastChange_);
     lost_ = false;
 }
 
@@ -171,17 +175,32 @@ void TableCells::ReadDirtyRows() {
     const CellTaker taker = Taker();
     SqliteStatement reader =
         CellReader(db_->Handle, info_->Def, 0, width_, "WHERE rowid=?2", taker);
+    std::vector<double> before;
+    // Where a reading fails nobody knows which rows have come in.
+    lost_ = true;
     for (const std::int64_t rowid : dirty_) {
         const std::optional<Row> row = RowWithId(rowid);
         if (!row) return Load();
         reading_ = *row;
+        before.assign(CellsOf(reading_), CellsOf(reading_) + width_);
         const Currency line = lines_[reading_];
         reader.BindInteger(2, rowid);
         if (!reader.Step(Name())) return Load();
         reader.Reset();
         if (lines_[reading_] != line) return Load();
+        NumberChanges(reading_, before);
     }
     dirty_.clear();
+    lost_ = false;
+}
+
+/// A row has been read again.
+void TableCells::NumberChanges(Row row, std::span<const double> before) {
+    const double* const now = CellsOf(row);
+    if (std::equal(before.begin(), before.end(), now, IsSame)) return;
+    lastChange_ = rowChanges_[row] = db_->Cells.NextChange();
+    for (std::size_t i = 0; i < width_; ++i)
+        if (!IsSame(now[i], before[i])) columnChanges_[i] = lastChange_;
 }
 
 void TableCells::RowWritten(bool isUpdate, std::int64_t rowid) {
@@ -255,18 +274,17 @@ const TableCells* KeptCellsOf(Database& db, std::string_view table) {
 // --- Writing ---------------------------------------------------------------------------------
 
 RowEdit::RowEdit(TableCells& cells, TableCells::Row row) : cells_(cells), row_(row) {
-    const double* const from = cells.CellsOf(row);
-    cells_.buffer_.assign(from, from + cells.width_);
+    cells_.edit_.clear();
 }
 
-double RowEdit::OrNull(int position) const {
-    return cells_.buffer_[static_cast<std::size_t>(position)];
+RowEdit::~RowEdit() {
+    for (; !cells_.edit_.empty(); cells_.edit_.pop_back())
+        cells_.CellsOf(row_)[cells_.edit_.back().Field] = cells_.edit_.back().Value;
 }
 
-double RowEdit::Amount(int position) const {
-    const double amount = OrNull(position);
-    return std::isnan(amount) ? 0 : amount;
-}
+double RowEdit::OrNull(int position) const { return cells_.CellsOf(row_)[position]; }
+
+double RowEdit::Amount(int position) const { return cells_.Amount(row_, position); }
 
 void RowEdit::Set(int position, double amount) {
     if (!std::isfinite(amount))
@@ -281,29 +299,39 @@ void RowEdit::SetNull(int position) { Put(position, kNull); }
 
 /// The store knows no 0 below 0.
 void RowEdit::Put(int position, double amount) {
-    cells_.buffer_[static_cast<std::size_t>(position)] = amount + 0.0;
+    double& cell = cells_.CellsOf(row_)[position];
+    if (IsSame(cell, amount)) return;
+    cells_.edit_.push_back({position, cell});
+    cell = amount + 0.0;
 }
 
-void RowEdit::Update() { cells_.Replace(row_, cells_.buffer_); }
-
-void TableCells::Replace(Row row, const std::vector<double>& cells) {
-    double* const now = CellsOf(row);
-    if (std::equal(cells.begin(), cells.end(), now, IsSame)) return;
-    if (!before_.contains(row)) before_[row].assign(now, now + width_);
-    std::ranges::copy(cells, now);
+void RowEdit::Update() {
+    if (cells_.edit_.empty()) return;
+    AddFormer(cells_.before_[row_], cells_.edit_);
+    cells_.edit_.clear();
 }
 
-/// The fields that differ from the store's in any row.
-std::vector<int> TableCells::ChangedFields() const {
-    std::vector<char> changed(width_, 0);
-    for (const auto& [row, before] : before_) {
-        const double* const now = CellsOf(row);
-        for (std::size_t i = 0; i < width_; ++i)
-            if (!IsSame(now[i], before[i])) changed[i] = 1;
+/// Forgets what was changed and changed back.
+void TableCells::ForgetWhatStands() {
+    for (auto row = before_.begin(); row != before_.end();) {
+        const double* const now = CellsOf(row->first);
+        std::erase_if(row->second, [&](const FormerNumber& former) {
+            return IsSame(now[former.Field], former.Value);
+        });
+        row = row->second.empty() ? before_.erase(row) : std::next(row);
+    }
+}
+
+/// Numbers what differs from the store as one change. Gives the fields in which any row does.
+std::vector<int> TableCells::NumberChanges() {
+    lastChange_ = db_->Cells.NextChange();
+    for (const auto& [row, numbers] : before_) {
+        rowChanges_[row] = lastChange_;
+        for (const FormerNumber& former : numbers) columnChanges_[At(former.Field)] = lastChange_;
     }
     std::vector<int> fields;
     for (std::size_t i = 0; i < width_; ++i)
-        if (changed[i] != 0) fields.push_back(static_cast<int>(i));
+        if (columnChanges_[i] == lastChange_) fields.push_back(static_cast<int>(i));
     return fields;
 }
 
@@ -314,18 +342,11 @@ void TableCells::WriteRows(const std::vector<int>& fields) {
     SqliteStatement update(db_->Handle,
                            fmt::format("UPDATE {} SET {} WHERE rowid=?", Quoted(Name()), sets));
     const bool numbersTell = AreAllNumbers(fields);
-    FormerNumbers former;
-    for (const auto& [row, before] : before_) {
-        const double* const now = CellsOf(row);
-        if (std::equal(before.begin(), before.end(), now, IsSame)) continue;
+    for (const auto& [row, former] : before_) {
         if (!numbersTell) {
             WriteRow(update, fields, row);
             continue;
         }
-        former.clear();
-        for (const int field : fields)
-            if (!IsSame(now[field], before[At(field)]))
-                former.push_back({field, before[At(field)]});
         const ChangeRecorder::OnlyNumbers told(db_->Changes, former);
         WriteRow(update, fields, row);
     }
@@ -352,18 +373,17 @@ bool TableCells::AreAllNumbers(const std::vector<int>& fields) const {
 
 /// Where a write fails the store and what is here have parted.
 void TableCells::Write() {
+    ForgetWhatStands();
     if (before_.empty()) return;
-    const std::vector<int> fields = ChangedFields();
-    if (!fields.empty()) {
-        lost_ = writing_ = true;
-        try {
-            WriteRows(fields);
-        } catch (...) {
-            writing_ = false;
-            throw;
-        }
-        lost_ = writing_ = false;
+    const std::vector<int> fields = NumberChanges();
+    lost_ = writing_ = true;
+    try {
+        WriteRows(fields);
+    } catch (...) {
+        writing_ = false;
+        throw;
     }
+    lost_ = writing_ = false;
     before_.clear();
 }
 

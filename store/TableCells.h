@@ -16,6 +16,7 @@
 
 #include "core/Currency.h"
 #include "store/Dao.h"
+#include "store/FormerNumbers.h"
 
 struct sqlite3_value;
 
@@ -73,6 +74,18 @@ public:
     /// True where a text of the table may hold a line break.
     bool HasLineBreaks() const { return lineBreaks_; }
 
+    // Changes are numbered in one rising order over all tables of the file. What was changed and
+    // changed back by the same work has not changed. Where rows come or go, and where the table is
+    // read anew, all of it has changed. What work is about to change has not until its end.
+    /// The last change to a number of a column, to one of a row, and to any of the table.
+    std::int64_t ColumnChange(int position) const {
+        return columnChanges_[static_cast<std::size_t>(position)];
+    }
+    std::int64_t RowChange(Row row) const { return rowChanges_[row]; }
+    std::int64_t LastChange() const { return lastChange_; }
+    /// The last one to the lines or the fields.
+    std::int64_t ShapeChange() const { return shapeChange_; }
+
 private:
     friend class CellCache;
     friend class RowEdit;
@@ -89,8 +102,9 @@ private:
     bool HasIndexOfLines() const;
     bool IsInStep() const;
     void RowWritten(bool isUpdate, std::int64_t rowid);
-    void Replace(Row row, const std::vector<double>& cells);
-    std::vector<int> ChangedFields() const;
+    void NumberChanges(Row row, std::span<const double> before);
+    void ForgetWhatStands();
+    std::vector<int> NumberChanges();
     void Write();
     void WriteRows(const std::vector<int>& fields);
     void WriteRow(SqliteStatement& update, const std::vector<int>& fields, Row row);
@@ -107,11 +121,15 @@ private:
     std::vector<Currency> lines_;
     std::vector<double> cells_;  ///< row by row; Null is no number
     std::vector<Row> order_;
-    std::vector<double> buffer_;                 ///< the row in RowEdit
-    std::map<Row, std::vector<double>> before_;  ///< rows that were changed, as the store has them
-    std::vector<std::int64_t> dirty_;            ///< rowids written to by others
-    std::int64_t version_ = 0;                   ///< of the table, up to which every write is known
-    std::vector<char> kinds_;                    ///< of the fields: what is kept of them
+    FormerNumbers edit_;  ///< of the row in RowEdit, in the order in which they were replaced
+    std::map<Row, FormerNumbers> before_;  ///< of rows that were changed, as the store has them
+    std::vector<std::int64_t> dirty_;      ///< rowids written to by others
+    std::int64_t version_ = 0;             ///< of the table, up to which every write is known
+    std::vector<char> kinds_;              ///< of the fields: what is kept of them
+    std::vector<std::int64_t> columnChanges_;
+    std::vector<std::int64_t> rowChanges_;
+    std::int64_t lastChange_ = 0;
+    std::int64_t shapeChange_ = 0;
     Row reading_ = 0;
     /// A statement sums by the index of the lines, and not through the rows. Known when asked for.
     mutable std::optional<bool> hasIndexOfLines_;
@@ -121,10 +139,13 @@ private:
     bool writing_ = false;
 };
 
-/// A row while it is changed. One at a time of a table.
+/// A row while it is changed. One at a time of a table. Without an Update it is as it was.
 class RowEdit {
 public:
     RowEdit(TableCells& cells, TableCells::Row row);
+    ~RowEdit();
+    RowEdit(const RowEdit&) = delete;
+    RowEdit& operator=(const RowEdit&) = delete;
 
     double Amount(int position) const;
     /// StoreError for what no field can hold, in the words of a recordset.
@@ -132,6 +153,8 @@ public:
     void SetNull(int position);
     /// What a statement gives the field. What no field can hold is refused when it is written.
     void Put(int position, double amount);
+    /// True once a cell was given another number than it had.
+    bool HasChanged() const { return !cells_.edit_.empty(); }
     void Update();
 
     /// The cell as it stands in the row; no number where it is Null, so that a sum with it is Null.
@@ -168,11 +191,14 @@ public:
     void Clear() { tables_.clear(); }
     /// Runs work that changes cells; see ChangeCells.
     void Change(const std::function<void()>& work);
+    /// The number of a change that is made now.
+    std::int64_t NextChange() { return ++changes_; }
 
 private:
     void Write();
 
     int depth_ = 0;
+    std::int64_t changes_ = 0;
     std::map<std::string, std::unique_ptr<TableCells>, std::less<>> tables_;
 };
 

@@ -3,61 +3,56 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 
 #include "core/Globals.h"
 #include "store/TableCells.h"
 #include "store/session/Session.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Schedules.h"
 
 namespace zolmara {
 namespace {
 
-/// The largest cell of a column so far. A Null is the smallest of all, and counts as 0 against
-/// another part's.
+/// The largest cell of a column so far. A Null counts as 0 against another part's.
 struct Candidate {
     int Part = 0;  ///< 0 while there is none
     Currency Line;
     double Size = 0;
 };
 
-constexpr double kNullSize = -1;
-
 using Row = TableCells::Row;
+using Findings = std::vector<ColumnFinding>;
 
-double SizeOf(const TableCells& cells, Row row, int position) {
-    return cells.IsNull(row, position) ? kNullSize : std::abs(cells.Amount(row, position));
-}
-
-/// The largest cell of each column in one part.
-std::vector<Candidate> LargestOfPart(std::string_view family, int part,
-                                     const std::vector<Gap>& gaps) {
-    std::vector<Candidate> largest(gaps.size());
-    const TableCells& cells = CellsOf(gDB, TableOf(family, part));
+/// What the columns with a gap hold.
+Findings LookThrough(const TableCells& cells, const std::vector<Gap>& gaps) {
+    Findings findings(static_cast<std::size_t>(cells.FieldCount()));
     for (const Row row : cells.Rows()) {
-        if (cells.Line(row) >= kPartTotal) break;
-        for (std::size_t i = 0; i < gaps.size(); ++i) {
-            const double size = SizeOf(cells, row, gaps[i].Position);
-            if (largest[i].Part == 0 || size > largest[i].Size) {
-                largest[i] = {part, cells.Line(row), size};
-            }
-        }
+        const Currency line = cells.Line(row);
+        if (line >= kPartTotal) break;
+        for (const Gap& gap : gaps)
+            findings[static_cast<std::size_t>(gap.Position)].Add(
+                line, cells.Amount(row, gap.Position), cells.IsNull(row, gap.Position));
     }
-    return largest;
+    return findings;
 }
 
-std::vector<Candidate> LargestCells(std::string_view family, const std::vector<Gap>& gaps) {
+/// Against the parts ahead of it a part's largest cell must be larger.
+void TakeLarger(Candidate& largest, int part, const ColumnFinding& found) {
+    if (found.IsEmpty) return;
+    const double size = std::max(found.Size, 0.0);
+    if (largest.Part == 0 || size > largest.Size) largest = {part, found.Line, size};
+}
+
+std::vector<Candidate> LargestCells(std::string_view family, const std::vector<Gap>& gaps,
+                                    KeptColumns& kept) {
     std::vector<Candidate> largest(gaps.size());
     for (const int part : {1, 2, 3}) {
-        const std::vector<Candidate> ofPart = LargestOfPart(family, part, gaps);
-        for (std::size_t i = 0; i < gaps.size(); ++i) {
-            if (ofPart[i].Part == 0) continue;
-            const double size = std::max(ofPart[i].Size, 0.0);
-            if (largest[i].Part == 0 || size > largest[i].Size) {
-                largest[i] = {part, ofPart[i].Line, size};
-            }
-        }
+        const TableCells& cells = CellsOf(gDB, TableOf(family, part));
+        const TableFindings& known = kept.FindingsOf(cells);
+        const Findings found = known.AreNew ? known.Columns : LookThrough(cells, gaps);
+        for (std::size_t i = 0; i < gaps.size(); ++i)
+            TakeLarger(largest[i], part, found.at(static_cast<std::size_t>(gaps[i].Position)));
     }
     return largest;
 }
@@ -81,9 +76,10 @@ void Adjust(TableCells& cells, Currency line, const std::vector<Gap>& gaps, int 
 
 }  // namespace
 
-void CloseGaps(std::string_view family, const std::vector<Gap>& gaps, int totalPosition) {
+void CloseGaps(std::string_view family, const std::vector<Gap>& gaps, int totalPosition,
+               KeptColumns& kept) {
     if (gaps.empty()) return;
-    const std::vector<Candidate> largest = LargestCells(family, gaps);
+    const std::vector<Candidate> largest = LargestCells(family, gaps, kept);
     Adjustments adjustments;
     for (std::size_t i = 0; i < gaps.size(); ++i) {
         const auto& [part, line, size] = largest[i];
@@ -96,6 +92,7 @@ void CloseGaps(std::string_view family, const std::vector<Gap>& gaps, int totalP
         for (const auto& [row, columns] : adjustments) {
             TableCells& cells = CellsOf(gDB, TableOf(family, row.first));
             Adjust(cells, row.second, columns, totalPosition);
+            kept.FindingsOf(cells).WithResidual.insert(row.second);
         }
     });
 }

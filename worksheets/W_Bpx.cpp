@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <numeric>
 #include <optional>
 
 #include "core/Globals.h"
@@ -11,6 +13,7 @@
 #include "worksheets/Build.h"
 #include "worksheets/CellRows.h"
 #include "worksheets/ColumnCaption.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Residual.h"
 #include "worksheets/Rows.h"
 
@@ -62,19 +65,43 @@ struct Table {
     const Schedule& Kind;
     TableCells& Cells;
     int Last;  ///< position of the last cost center; the total, if there is one, stands behind it
+    KeptColumns& Kept;
+    TableChanges Changes;
+    TableFindings& Found;
 
-    explicit Table(std::string_view item)
+    Table(std::string_view item, KeptColumns& kept)
         : Item(item),
           Kind(ScheduleOf(item)),
           Cells(CellsOf(gDB, item)),
-          Last(Cells.FieldCount() - (Kind.TotalField.empty() ? 1 : 2)) {}
+          Last(Cells.FieldCount() - (Kind.TotalField.empty() ? 1 : 2)),
+          Kept(kept),
+          Changes(kept.ChangesOf(Cells)),
+          Found(kept.FindingsOf(Cells)) {}
 
     int First() const { return Kind.FirstColumn; }
     bool HasTotal() const { return !Kind.TotalField.empty(); }
     bool IsFunctional() const { return Kind.Kind == ScheduleKind::Functional; }
+    /// The statistics of the part.
+    std::string Statistics() const { return fmt::format("{}{}", Kind.Statistics, PartOf(Item)); }
     /// The third part of the statistics, which has the costs and the multipliers.
     std::string CostTable() const { return TableOf(Kind.Statistics, 3); }
+    std::vector<int> AllColumns() const {
+        std::vector<int> columns(At(std::max(0, Last + 1 - First())));
+        std::iota(columns.begin(), columns.end(), First());
+        return columns;
+    }
 };
+
+/// The columns whose amounts are to be worked out: of C and D those whose statistics, costs or
+/// multipliers have changed, too.
+std::vector<int> ColumnsOf(const Table& table) {
+    if (!table.IsFunctional())
+        return ColumnsToCalculate(table.First(), table.Last + 1, {table.Changes});
+    return ColumnsToCalculate(
+        table.First(), table.Last + 1,
+        {table.Changes, table.Kept.ChangesOf(CellsOf(gDB, table.Statistics())),
+         table.Kept.ChangesOf(CellsOf(gDB, table.CostTable()))});
+}
 
 // --- Components ------------------------------------------------------------------------------
 
@@ -98,14 +125,13 @@ struct Source {
 };
 
 Source OpenSource(const Table& table) {
-    const std::string statistics = fmt::format("{}{}", table.Kind.Statistics, PartOf(table.Item));
-    return {Multipliers(table), CellCursor(CellsOf(gDB, statistics), kPartTotal)};
+    return {Multipliers(table), CellCursor(CellsOf(gDB, table.Statistics()), kPartTotal)};
 }
 
-/// Sets the row to its statistics' amounts. Without a statistic a cell is Null.
-void Allocate(const Table& table, Source& source, Currency line, RowEdit& row) {
+/// Sets the row's columns to their statistics' amounts. Without a statistic a cell is Null.
+void Allocate(const std::vector<int>& columns, Source& source, Currency line, RowEdit& row) {
     source.Statistics.Seek(line);
-    for (int i = table.First(); i <= table.Last; ++i) {
+    for (const int i : columns) {
         const double statistic = source.Statistics.Amount(i);
         if (statistic == 0)
             row.SetNull(i);
@@ -114,47 +140,59 @@ void Allocate(const Table& table, Source& source, Currency line, RowEdit& row) {
     }
 }
 
-/// Adds a row to the sums, and gives its own total.
-template <class AnyRow>
-double AddRow(const Table& table, const AnyRow& amount, Amounts& sums) {
+/// The components' rows while they are calculated.
+struct Components {
+    std::vector<int> Columns;  ///< those that are worked out
+    std::vector<int> All;
+    std::optional<Source> From;
+};
+
+double TotalOf(const Table& table, Row row) {
     double total = 0;
-    for (int i = table.First(); i <= table.Last; ++i) {
-        const double value = amount(i);
-        total += value;
-        sums[At(i)] += value;
-    }
+    for (int i = table.First(); i <= table.Last; ++i) total += table.Cells.Amount(row, i);
     return total;
 }
 
-void CalcComponent(Table& table, Row row, std::optional<Source>& source, Amounts& sums) {
-    if (!table.HasTotal()) {
-        AddRow(
-            table, [&](int i) { return table.Cells.Amount(row, i); }, sums);
-        return;
-    }
+/// Works out the row's columns, and its total where any cell may be another than it was. A row with
+/// a residual is made anew from all its statistics, so that the residual begins where it did.
+void CalcComponent(const Table& table, Row row, Components& components) {
+    const Currency line = table.Cells.Line(row);
+    const bool hadResidual = components.From && table.Found.WithResidual.erase(line) > 0;
     RowEdit edit(table.Cells, row);
-    if (source) Allocate(table, *source, table.Cells.Line(row), edit);
-    sums.back() = AddRow(
-        table, [&](int i) { return edit.Amount(i); }, sums);
-    edit.Set(table.Last + 1, sums.back());
+    if (components.From)
+        Allocate(hadResidual ? components.All : components.Columns, *components.From, line, edit);
+    for (const int i : components.Columns)
+        table.Found.Columns[At(i)].Add(line, table.Cells.Amount(row, i),
+                                       table.Cells.IsNull(row, i));
+    if (table.HasTotal() && (hadResidual || edit.HasChanged() || table.Changes.Row(row)))
+        edit.Set(table.Last + 1, TotalOf(table, row));
     edit.Update();
 }
 
+Amounts SumsOf(const TableFindings& found) {
+    Amounts sums;
+    for (const ColumnFinding& column : found.Columns) sums.push_back(column.Sum);
+    return sums;
+}
+
 /// Calculates the components' rows. Gives the sums of the cost centers' columns.
-Amounts CalcComponents(Table& table) {
-    Amounts sums(At(table.Cells.FieldCount()), 0);
-    std::optional<Source> source;
-    if (table.IsFunctional() && !table.Cells.Rows().empty()) source.emplace(OpenSource(table));
+Amounts CalcComponents(const Table& table) {
+    Components components{ColumnsOf(table), table.AllColumns(), {}};
+    table.Found.Columns.resize(At(table.Cells.FieldCount()));
+    for (const int i : components.Columns) table.Found.Columns[At(i)] = {};
+    if (table.IsFunctional() && !table.Cells.Rows().empty())
+        components.From.emplace(OpenSource(table));
     for (const Row row : table.Cells.Rows()) {
         if (table.Cells.Line(row) >= kPartTotal) break;
-        CalcComponent(table, row, source, sums);
+        CalcComponent(table, row, components);
     }
-    return sums;
+    table.Found.AreNew = true;
+    return SumsOf(table.Found);
 }
 
 // --- Totals ----------------------------------------------------------------------------------
 
-void WriteRow(Table& table, Row row, const Amounts& amounts) {
+void WriteRow(const Table& table, Row row, const Amounts& amounts) {
     RowEdit edit(table.Cells, row);
     for (int i = table.First(); i < table.Cells.FieldCount(); ++i) edit.Set(i, amounts[At(i)]);
     edit.Update();
@@ -180,7 +218,7 @@ Amounts GrandTotal(const Table& table, Amounts total) {
     return total;
 }
 
-void WriteMultipliers(Table& table, Row row, const Amounts& cost, const Amounts& statistics) {
+void WriteMultipliers(const Table& table, Row row, const Amounts& cost, const Amounts& statistics) {
     RowEdit edit(table.Cells, row);
     for (int i = table.First(); i <= table.Last; ++i) {
         const double total = statistics[At(i)];
@@ -197,11 +235,11 @@ void CloseOnCost(const Table& table, const Amounts& got) {
     for (int i = table.First(); i <= table.Last; ++i) {
         if (wanted.at(At(i)) != got[At(i)]) gaps.push_back({i, got[At(i)], wanted[At(i)]});
     }
-    CloseGaps(table.Kind.Family, gaps, table.Last + 1);
+    CloseGaps(table.Kind.Family, gaps, table.Last + 1, table.Kept);
 }
 
 /// Calculates the fixed lines, in their order; each takes what the ones ahead have left.
-void CalcFixedLines(Table& table, Amounts sums) {
+void CalcFixedLines(const Table& table, Amounts sums) {
     Amounts cost(sums.size(), 0);
     for (const Row row : table.Cells.Rows()) {
         const Currency line = table.Cells.Line(row);
@@ -274,9 +312,14 @@ void Build_Bpx(std::string_view item) {
     RegisterBuiltWorksheet(item);
 }
 
-void Calc_Bpx(std::string_view item) {
-    Table table(item);
+void Calc_Bpx(std::string_view item, KeptColumns& kept) {
+    const Table table(item, kept);
     ChangeCells(gDB, [&] { CalcFixedLines(table, CalcComponents(table)); });
+}
+
+void Calc_Bpx(std::string_view item) {
+    KeptColumns none;
+    Calc_Bpx(item, none);
 }
 
 }  // namespace zolmara

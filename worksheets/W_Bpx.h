@@ -27,7 +27,10 @@ void Build_Bpx(std::string_view item);
 /// Totals a schedule; works out the unit cost multipliers of C-1 and D-1, rounded to six
 /// decimals, and the whole dollar amounts of C and D. On the third part of C and D what rounding
 /// leaves of each cost goes to the largest amount of its column in the three parts. StoreError
-/// where a line that it needs is missing or not calculated.
+/// where a line that it needs is missing or not calculated. Columns whose inputs are what the
+/// calculation before found are left as they are.
+void Calc_Bpx(std::string_view item, KeptColumns& kept);
+/// The same of every column.
 void Calc_Bpx(std::string_view item);
 
 /// The lines of the cost centers that have a column in the schedule, in their order.

@@ -2,14 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <numeric>
 #include <optional>
 
 #include "core/Globals.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/CellRows.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Schedules.h"
 #include "worksheets/W_Ex.h"
 
@@ -93,17 +96,27 @@ void Gather(std::vector<Column>& columns, Currency line, int position, double am
     }
 }
 
+/// The pools that are to be split: all of them where the ratios may be others than they were.
+std::vector<int> PoolsToSplit(const Ratios& ratios, const TableChanges& changes, bool newRatios) {
+    const int end = ratios.Cells.FieldCount();
+    if (!newRatios) return ColumnsToCalculate(kFirstPool, end, {changes});
+    std::vector<int> all(At(std::max(0, end - kFirstPool)));
+    std::iota(all.begin(), all.end(), kFirstPool);
+    return all;
+}
+
 /// Gives every row its share of line 51, line 51 its own in whole dollars. Line 52, which has no
 /// ratio, comes out as 0.
-std::vector<Column> SplitShares(const Ratios& ratios) {
+std::vector<Column> SplitShares(const Ratios& ratios, const std::vector<int>& pools) {
     TableCells& cells = ratios.Cells;
     Amounts total = AmountsOf(cells, RequiredRow(cells, kPartTotal));
     std::vector<Column> columns(At(cells.FieldCount()));
+    if (pools.empty()) return columns;
     for (const Row row : cells.Rows()) {
         const Currency line = cells.Line(row);
         RowEdit edit(cells, row);
         const double ratio = edit.Amount(ratios.Ratio);
-        for (int i = kFirstPool; i < cells.FieldCount(); ++i) {
+        for (const int i : pools) {
             const double amount = RoundTo(ratio * total[At(i)], 0);
             edit.Set(i, amount);
             if (line < kPartTotal) Gather(columns, line, i, amount);
@@ -130,7 +143,7 @@ void CloseColumns(TableCells& cells, const std::vector<Column>& columns) {
     }
 }
 
-/// Line 52 of the third part: the three parts' totals.
+/// Line 52 of the third part: the three parts' totals, in every column.
 void WriteGrandTotal() {
     std::array<Amounts, 3> totals;
     for (std::size_t i = 0; i < totals.size(); ++i) {
@@ -148,14 +161,24 @@ void WriteGrandTotal() {
 
 }  // namespace
 
-void Calc_E1px(std::string_view item) {
+void Calc_E1px(std::string_view item, KeptColumns& kept) {
     const Ratios ratios(CellsOf(gDB, item));
+    const TableChanges changes = kept.ChangesOf(ratios.Cells);
+    const bool newRatios = changes.Column(ratios.Statistic) || changes.Column(ratios.Ratio);
+    const std::vector<int> pools = PoolsToSplit(ratios, changes, newRatios);
     ChangeCells(gDB, [&] {
-        WriteRatios(ratios);
-        CloseRatios(ratios);
-        CloseColumns(ratios.Cells, SplitShares(ratios));
+        if (newRatios) {
+            WriteRatios(ratios);
+            CloseRatios(ratios);
+        }
+        CloseColumns(ratios.Cells, SplitShares(ratios, pools));
         if (PartOf(item) == '3') WriteGrandTotal();
     });
+}
+
+void Calc_E1px(std::string_view item) {
+    KeptColumns none;
+    Calc_E1px(item, none);
 }
 
 }  // namespace zolmara

@@ -29,7 +29,10 @@ void Build_Ex(std::string_view item);
 /// missing.
 void Calc_E();
 
-/// Needs line 51, which Calc_E has written; StoreError where it is missing.
+/// Needs line 51, which Calc_E has written; StoreError where it is missing. Pools whose inputs are
+/// what the calculation before found are left as they are.
+void Calc_E1px(std::string_view item, KeptColumns& kept);
+/// The same of every pool.
 void Calc_E1px(std::string_view item);
 
 }  // namespace zolmara

@@ -4,12 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <iterator>
+#include <utility>
 
 #include "core/Globals.h"
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
 #include "worksheets/CellRows.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Schedules.h"
 
 namespace zolmara {
@@ -106,22 +110,68 @@ std::vector<Taken> FieldsToSum(const TableCells& cells, const Schedule& schedule
 constexpr std::array<CostClass, 2> kNonCapital = {CostClass::Salaries, CostClass::AllOther};
 constexpr std::array<CostClass, 1> kInterest = {CostClass::Interest};
 
-/// Walks a schedule in the order of its lines and hands on each of the summary's rows with the
-/// sums of its line.
+std::string PartLike(std::string_view family, const TableCells& summary) {
+    return fmt::format("{}{}", family, PartOf(summary.Name()));
+}
+
+/// A summary and its rows, in the order of their lines, that are to be summed again.
+struct Summary {
+    TableCells& Cells;
+    std::vector<Row> Rows;
+};
+
+/// Those that have changed, and those on the lines that have changed in one of the schedules.
+Summary RowsToSum(std::string_view item, std::initializer_list<std::string_view> families,
+                  KeptColumns& kept) {
+    TableCells& summary = CellsOf(gDB, item);
+    std::vector<char> wanted(summary.RowCount(), 0);
+    const auto takeChanged = [&](const TableCells& cells) {
+        const TableChanges changes = kept.ChangesOf(cells);
+        if (!changes.Any()) return;
+        auto own = summary.Rows().begin();
+        for (const Row row : cells.Rows()) {
+            if (!changes.Row(row)) continue;
+            const Currency line = cells.Line(row);
+            while (own != summary.Rows().end() && summary.Line(*own) < line) ++own;
+            if (own == summary.Rows().end()) return;
+            if (summary.Line(*own) == line) wanted[*own] = 1;
+        }
+    };
+    takeChanged(summary);
+    for (const std::string_view family : families)
+        takeChanged(CellsOf(gDB, PartLike(family, summary)));
+    std::vector<Row> rows;
+    std::ranges::copy_if(summary.Rows(), std::back_inserter(rows),
+                         [&](Row row) { return wanted[row] != 0; });
+    return {summary, std::move(rows)};
+}
+
+/// Hands on each row of a schedule that is on the line of a row to be summed, with that row.
+template <class Take>
+void WalkRows(const TableCells& cells, const Summary& summary, const Take& take) {
+    auto next = cells.Rows().begin();
+    const auto end = cells.Rows().end();
+    for (const Row to : summary.Rows) {
+        const Currency line = summary.Cells.Line(to);
+        while (next != end && cells.Line(*next) < line) ++next;
+        for (; next != end && cells.Line(*next) == line; ++next) take(*next, to);
+    }
+}
+
+/// Hands on each of the summary's rows with what its line of a schedule sums to.
 template <class Write>
-void SumRows(std::string_view family, TableCells& summary, std::span<const CostClass> kinds,
+void SumRows(std::string_view family, const Summary& summary, std::span<const CostClass> kinds,
              const Write& write) {
-    const TableCells& cells = CellsOf(gDB, fmt::format("{}{}", family, PartOf(summary.Name())));
+    if (summary.Rows.empty()) return;
+    const TableCells& cells = CellsOf(gDB, PartLike(family, summary.Cells));
     const std::vector<Taken> taken = FieldsToSum(cells, *FindSchedule(family), kinds);
-    for (const Row row : cells.Rows()) {
-        const auto to = summary.RowOn(cells.Line(row));
-        if (!to) continue;
+    WalkRows(cells, summary, [&](Row row, Row to) {
         ClassSums sums;
         for (const Taken& field : taken) sums.Add(field.Kind, cells.Amount(row, field.Position));
-        RowEdit edit(summary, *to);
+        RowEdit edit(summary.Cells, to);
         write(edit, sums);
         edit.Update();
-    }
+    });
 }
 
 /// Position of column `number` of a summary, whose first is behind the component's number.
@@ -136,19 +186,18 @@ double Of(const RowEdit& row, int number) { return row.OrNull(Col(number)); }
 // --- F -------------------------------------------------------------------------------------
 
 /// Takes over a field of another schedule, line by line.
-void CopyField(TableCells& to, int number, std::string_view family, std::string_view field) {
-    const TableCells& from = CellsOf(gDB, fmt::format("{}{}", family, PartOf(to.Name())));
+void CopyField(const Summary& summary, int number, std::string_view family,
+               std::string_view field) {
+    const TableCells& from = CellsOf(gDB, PartLike(family, summary.Cells));
     const int position = from.Position(field);
-    for (const Row row : from.Rows()) {
-        const auto target = to.RowOn(from.Line(row));
-        if (!target) continue;
-        RowEdit edit(to, *target);
+    WalkRows(from, summary, [&](Row row, Row to) {
+        RowEdit edit(summary.Cells, to);
         if (from.IsNull(row, position))
             edit.SetNull(Col(number));
         else
             edit.Put(Col(number), from.Amount(row, position));
         edit.Update();
-    }
+    });
 }
 
 /// Behind the capital related pools, which stand first on E-1.
@@ -161,20 +210,18 @@ int BehindCapitalPools(const TableCells& cells, int first) {
     return end;
 }
 
-void SumPooledCapital(TableCells& summary) {
-    const TableCells& pools = CellsOf(gDB, fmt::format("E1p{}", PartOf(summary.Name())));
+void SumPooledCapital(const Summary& summary) {
+    const TableCells& pools = CellsOf(gDB, PartLike("E1p", summary.Cells));
     const int first = FindSchedule("E1p")->FirstColumn;
     const int end = BehindCapitalPools(pools, first);
-    for (const Row row : pools.Rows()) {
-        const auto to = summary.RowOn(pools.Line(row));
-        if (!to) continue;
+    WalkRows(pools, summary, [&](Row row, Row to) {
         double sum = 0;
         for (int i = first; i < end; ++i) sum += pools.Amount(row, i);
-        RowEdit edit(summary, *to);
+        RowEdit edit(summary.Cells, to);
         Put(edit, 3, sum);
         edit.Put(Col(4), edit.Amount(Col(1)) + edit.Amount(Col(2)) + edit.Amount(Col(3)));
         edit.Update();
-    }
+    });
 }
 
 /// Runs for every part; what the last part's run leaves is the final figure.
@@ -220,8 +267,8 @@ void Build_Fx(std::string_view item) {
     RegisterBuiltWorksheet(item);
 }
 
-void Calc_Fpx(std::string_view item) {
-    TableCells& summary = CellsOf(gDB, item);
+void Calc_Fpx(std::string_view item, KeptColumns& kept) {
+    const Summary summary = RowsToSum(item, {"Bp", "Cp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
         CopyField(summary, 1, "Bp", "Col_7");
         CopyField(summary, 2, "Cp", "Col_3");
@@ -230,8 +277,8 @@ void Calc_Fpx(std::string_view item) {
     });
 }
 
-void Calc_F1px(std::string_view item) {
-    TableCells& summary = CellsOf(gDB, item);
+void Calc_F1px(std::string_view item, KeptColumns& kept) {
+    const Summary summary = RowsToSum(item, {"B1p", "Dp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
         SumRows("B1p", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
             Put(row, 1, sums.Salaries);
@@ -252,8 +299,8 @@ void Calc_F1px(std::string_view item) {
     });
 }
 
-void Calc_F2px(std::string_view item) {
-    TableCells& summary = CellsOf(gDB, item);
+void Calc_F2px(std::string_view item, KeptColumns& kept) {
+    const Summary summary = RowsToSum(item, {"B1p", "Dp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
         SumRows("B1p", summary, kInterest,
                 [](RowEdit& row, const ClassSums& sums) { Put(row, 1, sums.Interest); });
@@ -264,6 +311,21 @@ void Calc_F2px(std::string_view item) {
             row.Put(Col(4), Of(row, 1) + Of(row, 2) + ThroughText(sums.Interest));
         });
     });
+}
+
+void Calc_Fpx(std::string_view item) {
+    KeptColumns none;
+    Calc_Fpx(item, none);
+}
+
+void Calc_F1px(std::string_view item) {
+    KeptColumns none;
+    Calc_F1px(item, none);
+}
+
+void Calc_F2px(std::string_view item) {
+    KeptColumns none;
+    Calc_F2px(item, none);
 }
 
 }  // namespace zolmara

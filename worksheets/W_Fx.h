@@ -16,6 +16,12 @@ const std::vector<WorksheetField>& Fields_Fx(std::string_view item);
 /// else is done.
 void Build_Fx(std::string_view item);
 
+/// What a component bears. Rows whose amounts are what the calculation before found, here and in
+/// the schedules, are left as they are.
+void Calc_Fpx(std::string_view item, KeptColumns& kept);
+void Calc_F1px(std::string_view item, KeptColumns& kept);
+void Calc_F2px(std::string_view item, KeptColumns& kept);
+/// The same of every row.
 void Calc_Fpx(std::string_view item);
 void Calc_F1px(std::string_view item);
 void Calc_F2px(std::string_view item);

@@ -14,6 +14,7 @@
 #include "store/session/CoreTables.h"
 #include "store/session/Session.h"
 #include "worksheets/Build.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/FormLines.h"
 #include "worksheets/Rows.h"
 #include "worksheets/Schedules.h"
@@ -200,7 +201,24 @@ void NeedColumns(const Worksheet& sheet, const NameList& have) {
     if (!wrong.empty()) throw StoreError(StoreError::Kind::Other, wrong);
 }
 
+/// Every table is asked for, so that the next calculation goes by it.
+bool HasNewShape(const Worksheet& sheet, KeptColumns& kept) {
+    std::vector<std::string> tables = {std::string(sheet.Item)};
+    if (sheet.CostCenterCells) tables.emplace_back("CostCenters");
+    const std::string followed = FollowedBy(sheet).Table;
+    if (!followed.empty() && gDB.HasTable(followed)) tables.push_back(followed);
+    bool isNew = false;
+    for (const std::string& table : tables)
+        isNew = kept.ChangesOf(CellsOf(gDB, table)).Shape() || isNew;
+    return isNew;
+}
+
 }  // namespace
+
+void NeedWholeForm(std::string_view item, KeptColumns& kept) {
+    const Worksheet* sheet = FindWorksheet(item);
+    if (sheet && gDB.HasTable(sheet->Item) && HasNewShape(*sheet, kept)) NeedWholeForm(item);
+}
 
 void NeedWholeForm(std::string_view item, FormAmounts amounts) {
     const Worksheet* sheet = FindWorksheet(item);

@@ -8,6 +8,8 @@
 
 namespace zolmara {
 
+class KeptColumns;
+
 /// Whether whoever asks wants the worksheet's amounts in memory, where they are read together with
 /// its lines, or only goes through them.
 enum class FormAmounts { Kept, Passing };
@@ -17,5 +19,9 @@ enum class FormAmounts { Kept, Passing };
 /// center is told, too. A name that is no worksheet, or one whose table is not there, is passed
 /// over.
 void NeedWholeForm(std::string_view item, FormAmounts amounts = FormAmounts::Kept);
+
+/// The same within a calculation: lines and columns that the calculation before found whole, and
+/// that have not changed since, are not looked at again.
+void NeedWholeForm(std::string_view item, KeptColumns& kept);
 
 }  // namespace zolmara

@@ -28,6 +28,7 @@
 namespace zolmara {
 namespace {
 
+using CalcOf = void (*)(std::string_view item, KeptColumns& kept);
 using FieldsOf = const std::vector<WorksheetField>& (*)(std::string_view);
 
 /// A worksheet of the form's own lines and columns, with a calculation or, where it is only
@@ -44,7 +45,8 @@ constexpr Worksheet Plain(std::string_view item, int level,
                     .Calc = nullptr,
                     .FixedFields = kFields,
                     .ComputedLines = computed};
-    if constexpr (sizeof...(kCalc) > 0) sheet.Calc = [](std::string_view) { (kCalc(), ...); };
+    if constexpr (sizeof...(kCalc) > 0)
+        sheet.Calc = [](std::string_view, KeptColumns&) { (kCalc(), ...); };
     return sheet;
 }
 
@@ -60,7 +62,7 @@ constexpr Worksheet Allocation(std::string_view item, int level, CellKind cells)
             .CostCenterCells = cells};
 }
 
-constexpr Worksheet Pooled(std::string_view item, int level, void (*calc)(std::string_view),
+constexpr Worksheet Pooled(std::string_view item, int level, CalcOf calc,
                            std::span<const ComputedLine> computed) {
     return {.Item = item,
             .Calc_Lvl = level,
@@ -73,7 +75,7 @@ constexpr Worksheet Pooled(std::string_view item, int level, void (*calc)(std::s
             .CostCenterCells = CellKind::Computed};
 }
 
-constexpr Worksheet Summary(std::string_view item, int level, void (*calc)(std::string_view)) {
+constexpr Worksheet Summary(std::string_view item, int level, CalcOf calc) {
     return {.Item = item,
             .Calc_Lvl = level,
             .Key = "LineNum",
@@ -118,7 +120,7 @@ const std::array<Worksheet, 46> kWorksheets = {
     Allocation("Dp2", 12, kComputed),
     Allocation("Dp3", 12, kComputed),
     Plain<Fields_A, Build_A, Calc_A>("A", 13, kComputedLines_A),
-    Pooled("E", 14, [](std::string_view) { Calc_E(); }, {}),
+    Pooled("E", 14, [](std::string_view, KeptColumns&) { Calc_E(); }, {}),
     Pooled("E1p1", 15, Calc_E1px, kComputedLines_E1px),
     Pooled("E1p2", 15, Calc_E1px, kComputedLines_E1px),
     Pooled("E1p3", 15, Calc_E1px, kComputedLines_E1px),

@@ -21,6 +21,8 @@ enum class CellKind {
     Computed,  ///< written by the calculation
 };
 
+class KeptColumns;
+
 struct WorksheetField {
     std::string Name;
     FieldType Type = FieldType::dbDouble;
@@ -45,7 +47,8 @@ struct Worksheet {
     /// of the open CRF.
     std::vector<WorksheetField> (*Fields)(std::string_view item);
     void (*Build)(std::string_view item);
-    void (*Calc)(std::string_view item);  ///< none where the worksheet is only keyed
+    /// None where the worksheet is only keyed. What stands need not be calculated again.
+    void (*Calc)(std::string_view item, KeptColumns& kept);
     /// The fields that the worksheet has whatever the cost centers are.
     const std::vector<WorksheetField>& (*FixedFields)(std::string_view item);
     /// Lines whose amounts the calculation writes.

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "calc/Calc_All.h"
+#include "worksheets/ColumnInputs.h"
 #include "worksheets/Residual.h"
 #include "worksheets/Sheets.h"
 #include "worksheets/W_Bpx.h"
@@ -230,7 +231,8 @@ TEST_F(AllocationProperties, OneWalkClosesAsASearchForEachColumnDoes) {
             CloseColumnByColumn(gaps);
             told = Dump();
             Fill(grid);
-            CloseGaps("Dp", gaps, fields - 1);
+            KeptColumns none;
+            CloseGaps("Dp", gaps, fields - 1, none);
         });
         RC_ASSERT(Dump() == told);
     }));
