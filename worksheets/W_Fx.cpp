@@ -114,32 +114,42 @@ std::string PartLike(std::string_view family, const TableCells& summary) {
     return fmt::format("{}{}", family, PartOf(summary.Name()));
 }
 
+/// Position of column `number` of a summary, whose first is behind the component's number.
+constexpr int Col(int number) { return number + 2; }
+
 /// A summary and its rows, in the order of their lines, that are to be summed again.
 struct Summary {
     TableCells& Cells;
     std::vector<Row> Rows;
 };
 
-/// Those that have changed, and those on the lines that have changed in one of the schedules.
-Summary RowsToSum(std::string_view item, std::initializer_list<std::string_view> families,
-                  KeptColumns& kept) {
-    TableCells& summary = CellsOf(gDB, item);
+/// Marks the summary's rows on the lines that have changed in a table.
+void MarkChanged(const TableCells& cells, const TableChanges& changes, const TableCells& summary,
+                 std::vector<char>& wanted) {
+    if (!changes.Any()) return;
+    auto own = summary.Rows().begin();
+    const auto end = summary.Rows().end();
+    for (const Row row : cells.Rows()) {
+        if (!changes.Row(row)) continue;
+        const Currency line = cells.Line(row);
+        while (own != end && summary.Line(*own) < line) ++own;
+        if (own == end) return;
+        if (summary.Line(*own) == line) wanted[*own] = 1;
+    }
+}
+
+/// The rows for whose columns a step takes rows of the schedules: those of which any such row, or
+/// any such column of their own, may have changed.
+Summary RowsToSum(TableCells& summary, std::initializer_list<int> columns,
+                  std::initializer_list<std::string_view> families, KeptColumns& kept) {
     std::vector<char> wanted(summary.RowCount(), 0);
-    const auto takeChanged = [&](const TableCells& cells) {
-        const TableChanges changes = kept.ChangesOf(cells);
-        if (!changes.Any()) return;
-        auto own = summary.Rows().begin();
-        for (const Row row : cells.Rows()) {
-            if (!changes.Row(row)) continue;
-            const Currency line = cells.Line(row);
-            while (own != summary.Rows().end() && summary.Line(*own) < line) ++own;
-            if (own == summary.Rows().end()) return;
-            if (summary.Line(*own) == line) wanted[*own] = 1;
-        }
-    };
-    takeChanged(summary);
-    for (const std::string_view family : families)
-        takeChanged(CellsOf(gDB, PartLike(family, summary)));
+    const TableChanges own = kept.ChangesOf(summary);
+    if (std::ranges::any_of(columns, [&](int number) { return own.Column(Col(number)); }))
+        MarkChanged(summary, own, summary, wanted);
+    for (const std::string_view family : families) {
+        const TableCells& cells = CellsOf(gDB, PartLike(family, summary));
+        MarkChanged(cells, kept.ChangesOf(cells), summary, wanted);
+    }
     std::vector<Row> rows;
     std::ranges::copy_if(summary.Rows(), std::back_inserter(rows),
                          [&](Row row) { return wanted[row] != 0; });
@@ -173,9 +183,6 @@ void SumRows(std::string_view family, const Summary& summary, std::span<const Co
         edit.Update();
     });
 }
-
-/// Position of column `number` of a summary, whose first is behind the component's number.
-constexpr int Col(int number) { return number + 2; }
 
 /// Sets a column to a figure as a statement carries it.
 void Put(RowEdit& row, int number, double amount) { row.Put(Col(number), ThroughText(amount)); }
@@ -268,27 +275,33 @@ void Build_Fx(std::string_view item) {
 }
 
 void Calc_Fpx(std::string_view item, KeptColumns& kept) {
-    const Summary summary = RowsToSum(item, {"Bp", "Cp", "E1p"}, kept);
+    TableCells& cells = CellsOf(gDB, item);
+    const Summary direct = RowsToSum(cells, {1}, {"Bp"}, kept);
+    const Summary functional = RowsToSum(cells, {2}, {"Cp"}, kept);
+    const Summary all = RowsToSum(cells, {1, 2, 3, 4}, {"Bp", "Cp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
-        CopyField(summary, 1, "Bp", "Col_7");
-        CopyField(summary, 2, "Cp", "Col_3");
-        SumPooledCapital(summary);
+        CopyField(direct, 1, "Bp", "Col_7");
+        CopyField(functional, 2, "Cp", "Col_3");
+        SumPooledCapital(all);
         WriteGrandTotal();
     });
 }
 
 void Calc_F1px(std::string_view item, KeptColumns& kept) {
-    const Summary summary = RowsToSum(item, {"B1p", "Dp", "E1p"}, kept);
+    TableCells& cells = CellsOf(gDB, item);
+    const Summary direct = RowsToSum(cells, {1, 5}, {"B1p"}, kept);
+    const Summary functional = RowsToSum(cells, {2, 6}, {"Dp"}, kept);
+    const Summary all = RowsToSum(cells, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {"B1p", "Dp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
-        SumRows("B1p", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+        SumRows("B1p", direct, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
             Put(row, 1, sums.Salaries);
             Put(row, 5, sums.Other);
         });
-        SumRows("Dp", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+        SumRows("Dp", functional, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
             Put(row, 2, sums.Salaries);
             Put(row, 6, sums.Other);
         });
-        SumRows("E1p", summary, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
+        SumRows("E1p", all, kNonCapital, [](RowEdit& row, const ClassSums& sums) {
             Put(row, 3, sums.Salaries);
             row.Put(Col(4), Of(row, 1) + Of(row, 2) + ThroughText(sums.Salaries));
             Put(row, 7, sums.Other);
@@ -300,13 +313,16 @@ void Calc_F1px(std::string_view item, KeptColumns& kept) {
 }
 
 void Calc_F2px(std::string_view item, KeptColumns& kept) {
-    const Summary summary = RowsToSum(item, {"B1p", "Dp", "E1p"}, kept);
+    TableCells& cells = CellsOf(gDB, item);
+    const Summary direct = RowsToSum(cells, {1}, {"B1p"}, kept);
+    const Summary functional = RowsToSum(cells, {2}, {"Dp"}, kept);
+    const Summary all = RowsToSum(cells, {1, 2, 3, 4}, {"B1p", "Dp", "E1p"}, kept);
     ChangeCells(gDB, [&] {
-        SumRows("B1p", summary, kInterest,
+        SumRows("B1p", direct, kInterest,
                 [](RowEdit& row, const ClassSums& sums) { Put(row, 1, sums.Interest); });
-        SumRows("Dp", summary, kInterest,
+        SumRows("Dp", functional, kInterest,
                 [](RowEdit& row, const ClassSums& sums) { Put(row, 2, sums.Interest); });
-        SumRows("E1p", summary, kInterest, [](RowEdit& row, const ClassSums& sums) {
+        SumRows("E1p", all, kInterest, [](RowEdit& row, const ClassSums& sums) {
             Put(row, 3, sums.Interest);
             row.Put(Col(4), Of(row, 1) + Of(row, 2) + ThroughText(sums.Interest));
         });

@@ -10,10 +10,12 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <stdexcept>
 
 #include "calc/Calc_All.h"
 #include "import/ImportASCII.h"
 #include "store/DatabaseImpl.h"
+#include "store/WholeStep.h"
 #include "store/session/Acts.h"
 #include "structure/AddDeleteCC.h"
 #include "structure/modAddS2.h"
@@ -32,16 +34,33 @@ public:
 
     /// Makes one, and tells which.
     std::string Make() {
-        const int kind = Below(24);
-        if (kind >= 20) return kind < 22 ? Undo() : Redo();
-        if (kind < 12) return KeyCell();
-        if (kind < 14) return ChangeText();
-        if (kind == 14) return AddCenter();
-        if (kind == 15) return DropCenter();
-        if (kind == 16) return AddComponent();
-        if (kind == 17) return DropComponent();
-        if (kind == 18) return ImportCell();
-        return ClearRow();
+        struct Kind {
+            int Weight;
+            std::string (Changes::*Make)();
+        };
+        static constexpr Kind kKinds[] = {{8, &Changes::KeyCell},
+                                          {10, &Changes::KeyInSchedule},
+                                          {3, &Changes::KeyInputOfA},
+                                          {2, &Changes::ChangeText},
+                                          {1, &Changes::AddCenter},
+                                          {1, &Changes::DropCenter},
+                                          {1, &Changes::AddComponent},
+                                          {1, &Changes::DropComponent},
+                                          {1, &Changes::RenameComponent},
+                                          {1, &Changes::ImportCell},
+                                          {1, &Changes::ClearRow},
+                                          {1, &Changes::CopyColumn},
+                                          {1, &Changes::ChangeElsewhere},
+                                          {2, &Changes::TakenBack},
+                                          {1, &Changes::MakeAnew},
+                                          {2, &Changes::Undo},
+                                          {2, &Changes::Redo}};
+        int place = 0;
+        for (const Kind& kind : kKinds) place += kind.Weight;
+        place = Below(place);
+        const Kind* kind = kKinds;
+        for (; place >= kind->Weight; ++kind) place -= kind->Weight;
+        return (this->*kind->Make)();
     }
 
 private:
@@ -71,24 +90,118 @@ private:
     }
 
     Variant AnyAmount() {
-        switch (Below(5)) {
+        switch (Below(7)) {
             case 0:
                 return {};
             case 1:
                 return 0;
             case 2:
                 return (Below(2000000) - 1000000) / 100.0;
+            case 3:
+                return Below(5);  // so that several are the largest
+            case 4:
+                return 1e14 + Below(100) / 10.0;
             default:
                 return Below(1000000);
         }
     }
 
-    std::string KeyCell() {
-        const Place place = AnyNumber();
+    std::string Key(const Place& place) {
         const Variant amount = AnyAmount();
         RunAct("Enter", [&] { SetCell(place.Table, place.Line, place.Field, amount); });
         return fmt::format("{} line {} {} = {}", place.Table, place.Line, place.Field,
                            Text(amount));
+    }
+
+    std::string KeyCell() { return Key(AnyNumber()); }
+
+    /// Any number of a schedule, its totals, costs and multipliers among them.
+    Place AnyOfSchedule() {
+        static const std::vector<std::string> families = {"Bp", "B1p", "C1p", "D1p", "E1p",
+                                                          "Cp", "Dp",  "C1p", "D1p"};
+        const std::string table = fmt::format("{}{}", AnyOf(families), 1 + Below(3));
+        const bool anyField = Below(4) == 0;
+        for (;;) {
+            const FieldDef& field = AnyOf(gDB.Table(table).Fields);
+            // Some columns are keyed again and again, so that the others stand.
+            const bool wanted = anyField || field.Name == "Col_1" || field.Name == "CC_100" ||
+                                field.Name == "CC_200" || field.Name == "CC_900" ||
+                                field.Name == "CC_1000";
+            if (field.Type != FieldType::dbDouble || !wanted) {
+                if (Below(200) == 0) return AnyNumber();
+                continue;
+            }
+            return {table, AnyOf(Column(fmt::format("SELECT LineNum FROM {};", table))),
+                    field.Name};
+        }
+    }
+
+    std::string KeyInSchedule() { return Key(AnyOfSchedule()); }
+
+    /// What A is made from, and what is spread from it.
+    std::string KeyInputOfA() {
+        static const std::vector<std::pair<std::string, std::string>> inputs = {
+            {"A", "Col_1"},     {"A6", "Col_5"},    {"A6", "Col_8"}, {"A7p1", "Col_1"},
+            {"A7p2", "Col_1"},  {"A8", "Col_3"},    {"A8", "Col_5"}, {"A81p1", "Col_4"},
+            {"A81p1", "Col_5"}, {"A81p1", "Col_6"}, {"A", "Col_8"},  {"E", "Col_2"}};
+        const auto& [table, field] = AnyOf(inputs);
+        const std::vector<double> lines =
+            Column(fmt::format("SELECT {} FROM {};", gDB.Table(table).Fields[0].Name, table));
+        if (lines.empty()) return "nothing";
+        return Key({table, AnyOf(lines), field});
+    }
+
+    /// More rows at once than one by one are followed.
+    std::string CopyColumn() {
+        const Place from = AnyOfSchedule();
+        const Place to = AnyOfSchedule();
+        if (gDB.Table(from.Table).FieldIndex(to.Field) < 0) return "nothing";
+        RunAct("Copy", [&] {
+            gDB.Execute(fmt::format("UPDATE {} SET {}={};", from.Table, to.Field, from.Field));
+        });
+        return fmt::format("{} {} copied to {}", from.Table, from.Field, to.Field);
+    }
+
+    /// By another program, or by another connection of this one, which is the same to the store.
+    std::string ChangeElsewhere() {
+        const Place place = AnyOfSchedule();
+        const Variant amount = AnyAmount();
+        Database other = DBEngine::OpenDatabase(gCRFPath);
+        other.Execute(fmt::format("UPDATE {} SET {}=? WHERE LineNum=?;", place.Table, place.Field),
+                      {amount, place.Line});
+        return fmt::format("elsewhere {} line {} {}", place.Table, place.Line, place.Field);
+    }
+
+    /// An edit that is refused half way, behind a calculation that saw its first half.
+    std::string TakenBack() {
+        const bool calculated = Below(2) == 0;
+        std::string made;
+        try {
+            RunAct("Refused", [&] {
+                RunWholeStep(gDB, [&] {
+                    made = KeyInSchedule() + " and " + KeyInputOfA();
+                    if (calculated) Calc_Changed();
+                    throw std::runtime_error("refused");
+                });
+            });
+        } catch (const std::runtime_error&) {
+        }
+        return made + (calculated ? " calculated and taken back" : " taken back");
+    }
+
+    std::string MakeAnew() {
+        const std::string item(AnyOf(AllWorksheets()).Item);
+        BuildWorksheet(item);
+        return item + " made anew";
+    }
+
+    std::string RenameComponent() {
+        const int part = 1 + Below(3);
+        const std::vector<double> lines =
+            Column(fmt::format("SELECT LineNum FROM S2p{} WHERE LineNum<51;", part));
+        if (lines.empty()) return "nothing";
+        RenameS2Line(Currency(AnyOf(lines)), part, fmt::format("Component {}", Below(100)), "");
+        return "a component's name";
     }
 
     std::string ChangeText() {
@@ -100,7 +213,7 @@ private:
     /// Behind the last subscript of its line, or in the place of one. With two and more behind it
     /// the columns cannot move up: it is refused, ahead of any change.
     std::string AddCenter() {
-        const int group = 8 + Below(20);
+        const int group = Below(5) == 0 ? 1 + Below(2) : 8 + Below(20);
         const auto subscripts =
             Column(fmt::format("SELECT LineNum FROM CostCenters WHERE LineNum>{} And LineNum<{};",
                                group, group + 1))
@@ -117,7 +230,7 @@ private:
 
     std::string DropCenter() {
         const std::vector<double> lines =
-            Column("SELECT LineNum FROM CostCenters WHERE LineNum>8 And LineNum<27;");
+            Column("SELECT LineNum FROM CostCenters WHERE LineNum<27;");
         const double line = AnyOf(lines);
         if (line != static_cast<int>(line)) DeleteCostCenter(Currency(line));
         return fmt::format("cost center {} deleted", line);
@@ -125,7 +238,7 @@ private:
 
     std::string AddComponent() {
         const int part = 1 + Below(3);
-        const double line = 10 + Below(30);
+        const double line = 10 + Below(30) + (Below(3) == 0 ? 0.01 : 0);
         if (Column(fmt::format("SELECT LineNum FROM S2p{} WHERE LineNum={};", part, line)).empty())
             AddS2Line(Currency(line), part);
         return fmt::format("component {} of part {}", line, part);
@@ -157,14 +270,14 @@ private:
         return "an adjustment";
     }
 
-    static std::string Undo() {
+    std::string Undo() {
         if (!TheActs().CanUndo()) return "nothing to undo";
         const std::string name = TheActs().NameOfUndo();
         TheActs().Undo();
         return "undo of " + name;
     }
 
-    static std::string Redo() {
+    std::string Redo() {
         if (!TheActs().CanRedo()) return "nothing to redo";
         const std::string name = TheActs().NameOfRedo();
         TheActs().Redo();
@@ -287,6 +400,7 @@ TEST_P(CalcChangedAtRandom, ComesOutAsCalcAllToTheLastBit) {
         for (int count = 0; count <= step % 3; ++count) made += ", " + changes.Make();
         ExpectSameAsAll(made);
         if (HasFailure()) return;
+        // Figures of one run are inputs of the next.
         if (step % 4 == 0) ExpectSameAsAll(made + ", and again");
     }
 }
