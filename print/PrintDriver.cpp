@@ -17,6 +17,7 @@
 #include "store/AmountSpool.h"
 #include "store/ReadThrough.h"
 #include "store/RunStopped.h"
+#include "store/WrittenElsewhere.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "worksheets/WholeForm.h"
@@ -151,19 +152,42 @@ bool GoToS(Recordset& worksheets, std::string_view criterion) {
     return !worksheets.Empty() && !worksheets.NoMatch();
 }
 
+/// How far the form is printed, by its worksheets.
+class FormProgress {
+public:
+    void Step() { TheStatus().ShowProgress(++done_ / all_); }
+
+private:
+    double all_ = NumOr(gDB.Scalar("SELECT Count(*) FROM Worksheets WHERE Calc_Lvl < 900;"));
+    double done_ = 0;
+};
+
 /// The worksheets from S on, and then those ahead of it.
-void PrintForm(PrintRun& run) {
+void PrintWorksheets(PrintRun& run) {
+    FormProgress progress;
     Recordset worksheets = OpenWorksheets();
     if (GoToS(worksheets, "Left(Item, 1) = 'S'")) {
-        for (; !worksheets.Eof(); worksheets.MoveNext())
+        for (; !worksheets.Eof(); worksheets.MoveNext(), progress.Step())
             PrintNext(worksheets, run, {"S1p2", "S2p2", "S2p3", "A7p2"});
     }
     if (worksheets.Empty()) return;
     worksheets.MoveFirst();
     for (; !worksheets.Eof() && FirstLetter(worksheets["Item"]) != "S"; worksheets.MoveNext()) {
         PrintNext(worksheets, run, {"A7p2", "A7p3"});
+        progress.Step();
         TheStatus().DoEvents();
     }
+}
+
+/// Nobody waits for the pages: another program may save meanwhile. Worksheets of before and behind
+/// that are no form.
+void PrintForm(PrintRun& run) {
+    const WrittenElsewhere others(gDB);
+    PrintWorksheets(run);
+    if (others.Happened())
+        throw StoreError(StoreError::Kind::Other,
+                         "Another program changed the Cost Report File while it was printed. "
+                         "Print it again.");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ SpooledTable::SpooledTable(std::shared_ptr<UnnamedFile> file, std::uint64_t star
       band_(width_ * rowsInBand_) {}
 
 std::uint64_t SpooledTable::StartOfBand(std::size_t band) const {
-    return start_ + band * rowsInBand_ * width_;
+    return start_ + band * BytesOfBand();
 }
 
 std::uint64_t SpooledTable::End() const {
@@ -41,7 +41,7 @@ bool SpooledTable::Put(std::span<const double> row) {
 
 /// The band of the row that was put last.
 bool SpooledTable::WriteBand() {
-    return !file_->Write(StartOfBand((put_ - 1) / rowsInBand_), band_);
+    return !file_->Write(StartOfBand((put_ - 1) / rowsInBand_), std::as_bytes(std::span(band_)));
 }
 
 void SpooledTable::Walk(std::size_t first, std::size_t count, const RowNumbers& onRow) const {
@@ -49,7 +49,9 @@ void SpooledTable::Walk(std::size_t first, std::size_t count, const RowNumbers& 
     std::vector<double> row(count);
     for (std::size_t at = 0; at < rows_; ++at) {
         const std::size_t inBand = at % rowsInBand_;
-        if (inBand == 0) file_->Read(StartOfBand(at / rowsInBand_) + first * rowsInBand_, columns);
+        if (inBand == 0)
+            file_->Read(StartOfBand(at / rowsInBand_) + first * rowsInBand_ * sizeof(double),
+                        std::as_writable_bytes(std::span(columns)));
         for (std::size_t i = 0; i < count; ++i) row[i] = columns[i * rowsInBand_ + inBand];
         onRow(row);
     }

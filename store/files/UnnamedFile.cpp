@@ -31,8 +31,6 @@ int OpenIn(const std::string& folder) {
     return named;
 }
 
-off_t Place(std::uint64_t at) { return static_cast<off_t>(at * sizeof(double)); }
-
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
 }  // namespace
@@ -49,9 +47,9 @@ UnnamedFile::UnnamedFile() {
                      fmt::format("{}: no temporary file: {}", folder_, error.message()));
 }
 
-std::error_code UnnamedFile::Write(std::uint64_t at, std::span<const double> numbers) {
-    off_t place = Place(at);
-    for (auto rest = std::as_bytes(numbers); !rest.empty();) {
+std::error_code UnnamedFile::Write(std::uint64_t at, std::span<const std::byte> bytes) {
+    auto place = static_cast<off_t>(at);
+    for (auto rest = bytes; !rest.empty();) {
         const ssize_t written = ::pwrite(file_.Number(), rest.data(), rest.size(), place);
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return LastError();
@@ -61,9 +59,9 @@ std::error_code UnnamedFile::Write(std::uint64_t at, std::span<const double> num
     return {};
 }
 
-void UnnamedFile::Read(std::uint64_t at, std::span<double> numbers) const {
-    off_t place = Place(at);
-    for (auto rest = std::as_writable_bytes(numbers); !rest.empty();) {
+void UnnamedFile::Read(std::uint64_t at, std::span<std::byte> bytes) const {
+    auto place = static_cast<off_t>(at);
+    for (auto rest = bytes; !rest.empty();) {
         const ssize_t read = ::pread(file_.Number(), rest.data(), rest.size(), place);
         if (read < 0 && errno == EINTR) continue;
         if (read <= 0)
@@ -77,7 +75,7 @@ void UnnamedFile::Read(std::uint64_t at, std::span<double> numbers) const {
 
 void UnnamedFile::CutAt(std::uint64_t at) noexcept {
     // Where that fails the room comes back with the end of the file.
-    static_cast<void>(::ftruncate(file_.Number(), Place(at)) == 0);
+    static_cast<void>(::ftruncate(file_.Number(), static_cast<off_t>(at)) == 0);
 }
 
 }  // namespace zolmara

@@ -21,10 +21,10 @@ public:
     UnnamedFile();
 
     const std::string& Folder() const { return folder_; }
-    /// Writes numbers at a place, counted in numbers. What went wrong, if anything did.
-    std::error_code Write(std::uint64_t at, std::span<const double> numbers);
-    /// Reads numbers that were written. StoreError with the folder when that fails.
-    void Read(std::uint64_t at, std::span<double> numbers) const;
+    /// Writes at a place. What went wrong, if anything did.
+    std::error_code Write(std::uint64_t at, std::span<const std::byte> bytes);
+    /// Reads what was written. StoreError with the folder when that fails.
+    void Read(std::uint64_t at, std::span<std::byte> bytes) const;
     /// Gives back the room from a place on.
     void CutAt(std::uint64_t at) noexcept;
 

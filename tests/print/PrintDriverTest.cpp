@@ -284,5 +284,33 @@ TEST_F(PrintDriverTest, NothingCheckedPrintsNothing) {
     EXPECT_TRUE(printer.Calls.empty());
 }
 
+TEST_F(PrintDriverTest, TheFormsProgressGoesToItsEnd) {
+    Print_All(0);
+    EXPECT_EQ(host.Progress, 1);
+}
+
+TEST_F(PrintDriverTest, AChangeOfAnotherProgramMeanwhileLeavesTheFormerPrint) {
+    Print_All(0);
+    const std::string former = FileBytes(WholePrintFile());
+    bool changed = false;
+    host.OnDoEvents = [&] {
+        if (std::exchange(changed, true)) return;
+        DBEngine::OpenDatabase(gCRFPath).Execute("UPDATE A SET Col_1=7 WHERE LineNum=8;");
+    };
+    try {
+        Print_All(0);
+        ADD_FAILURE();
+    } catch (const StoreError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "Another program changed the Cost Report File while it was printed. "
+                  "Print it again.");
+    }
+    EXPECT_TRUE(FileBytes(WholePrintFile()) == former);
+    EXPECT_EQ(PrintFiles(), Lines{"12-3456.PRT"});
+    host.OnDoEvents = {};
+    Print_All(0);
+    EXPECT_FALSE(FileBytes(WholePrintFile()) == former);
+}
+
 }  // namespace
 }  // namespace zolmara::test

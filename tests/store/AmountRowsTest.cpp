@@ -260,13 +260,13 @@ TEST_F(AmountRowsTest, WhatTheDiskDoesNotGiveBackIsToldWithItsFolder) {
     const TempFolderOf temporary(folder.Path());
     UnnamedFile file;
     const std::array<double, 3> numbers = {1, 2, 3};
-    EXPECT_FALSE(file.Write(10, numbers));
+    EXPECT_FALSE(file.Write(80, std::as_bytes(std::span(numbers))));
     std::array<double, 3> back = {};
-    file.Read(10, back);
+    file.Read(80, std::as_writable_bytes(std::span(back)));
     EXPECT_EQ(back, numbers);
-    file.CutAt(11);
+    file.CutAt(88);
     try {
-        file.Read(10, back);
+        file.Read(80, std::as_writable_bytes(std::span(back)));
         ADD_FAILURE();
     } catch (const StoreError& error) {
         EXPECT_EQ(error.what(),

@@ -304,6 +304,53 @@ TEST_F(OnPaper, PagesAreKeptOnTheDisk) {
     EXPECT_TRUE(pages.At(100).Lines.empty());
 }
 
+/// The folder of temporary files, as the environment tells it.
+class TemporaryFolder {
+public:
+    explicit TemporaryFolder(const std::string& folder) : former_(qgetenv("TMPDIR")) {
+        qputenv("TMPDIR", folder.c_str());
+    }
+    ~TemporaryFolder() { former_.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", former_); }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+private:
+    QByteArray former_;
+};
+
+TEST_F(OnPaper, AFullDiskForPagesIsToldWithItsFolderAndNothingOfThemStays) {
+    const std::string place = folder.File("temporary");
+    std::filesystem::create_directory(place);
+    const TemporaryFolder temporary(place);
+    QtPageDevice device;
+    device.Print("kept");
+    device.NewPage();
+    device.Print(std::string(200, 'x'));
+    std::string told;
+    try {
+        const NoRoom disk(100);
+        device.NewPage();
+    } catch (const std::exception& error) {
+        told = error.what();
+    }
+    EXPECT_EQ(told, "The printed pages cannot be kept: " + place + ": File too large");
+    // The next document has its own pages alone.
+    device.Print("other");
+    device.EndDoc();
+    const std::vector<PrintJob> jobs = device.TakeJobs();
+    ASSERT_EQ(jobs.size(), 1U);
+    ASSERT_EQ(jobs[0].Pages.Size(), 1U);
+    EXPECT_EQ(jobs[0].Pages.At(0).Lines, std::vector<std::string>{"other"});
+    EXPECT_TRUE(std::filesystem::is_empty(place));
+}
+
+TEST_F(OnPaper, PagesAreKeptWhereTheFolderOfTemporaryFilesIsMissing) {
+    const TemporaryFolder temporary(folder.File("missing"));
+    PageSpool pages;
+    pages.Add({1, {"first"}});
+    EXPECT_EQ(pages.At(0).Lines, std::vector<std::string>{"first"});
+}
+
 TEST_F(Printing, APageTakesWhatAReportPutsOnIt) {
     EXPECT_GE(PageLines(1, 7), 92);
     EXPECT_GE(PageLines(2, 7), 70);

@@ -1,26 +1,39 @@
 #include "ui/printing/PageSpool.h"
 
-#include <QDir>
-#include <QTemporaryFile>
-#include <stdexcept>
+#include <fmt/format.h>
 
-#include "ui/main/QtText.h"
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+#include "store/PlainWords.h"
+#include "store/base/StoreError.h"
+#include "store/files/UnnamedFile.h"
 
 namespace zolmara::ui {
 
 struct PageSpool::Store {
     struct Place {
-        qint64 Start = 0;
-        int Bytes = 0;
+        std::uint64_t Start = 0;
+        std::size_t Bytes = 0;
         int Orientation = 1;
     };
-    QTemporaryFile File{QDir::tempPath() + "/zolmara-print-XXXXXX"};
+    std::optional<UnnamedFile> File;
     std::vector<Place> Places;
-    qint64 End = 0;
+    std::uint64_t End = 0;
     std::size_t Reads = 0;
 
-    [[noreturn]] void Fail() const {
-        throw std::runtime_error("The printed pages cannot be kept: " + S(File.errorString()));
+    [[noreturn]] static void Fail(const std::string& why) {
+        throw std::runtime_error("The printed pages cannot be kept: " + why);
+    }
+    UnnamedFile& Opened() {
+        try {
+            if (!File) File.emplace();
+        } catch (const StoreError& error) {
+            Fail(PlainWords(error));
+        }
+        return *File;
     }
 };
 
@@ -31,15 +44,12 @@ PageSpool::PageSpool(std::initializer_list<PrintedPage> pages) : PageSpool() {
 }
 
 void PageSpool::Add(const PrintedPage& page) {
-    QTemporaryFile& file = store_->File;
-    if (!file.isOpen() && !file.open()) store_->Fail();
-    QByteArray bytes;
-    for (const std::string& line : page.Lines)
-        bytes.append(line.data(), static_cast<qsizetype>(line.size())).append('\n');
-    const bool written =
-        file.seek(store_->End) && file.write(bytes) == bytes.size() && file.flush();
-    if (!written) store_->Fail();
-    store_->Places.push_back({store_->End, static_cast<int>(bytes.size()), page.Orientation});
+    UnnamedFile& file = store_->Opened();
+    std::string bytes;
+    for (const std::string& line : page.Lines) (bytes += line) += '\n';
+    const std::error_code error = file.Write(store_->End, std::as_bytes(std::span(bytes)));
+    if (error) Store::Fail(fmt::format("{}: {}", file.Folder(), error.message()));
+    store_->Places.push_back({store_->End, bytes.size(), page.Orientation});
     store_->End += bytes.size();
 }
 
@@ -54,13 +64,12 @@ PrintedPage PageSpool::At(std::size_t number) const {
     const Store::Place& place = store_->Places.at(number);
     PrintedPage page{place.Orientation, {}};
     ++store_->Reads;
-    if (!store_->File.seek(place.Start)) store_->Fail();
-    const QByteArray bytes = store_->File.read(place.Bytes);
-    if (bytes.size() != place.Bytes) store_->Fail();
-    for (qsizetype start = 0; start < bytes.size();) {
-        const qsizetype end = bytes.indexOf('\n', start);
-        page.Lines.emplace_back(bytes.data() + start, static_cast<std::size_t>(end - start));
-        start = end + 1;
+    std::string bytes(place.Bytes, ' ');
+    store_->Opened().Read(place.Start, std::as_writable_bytes(std::span(bytes)));
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const std::size_t end = rest.find('\n');
+        page.Lines.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(end + 1);
     }
     return page;
 }

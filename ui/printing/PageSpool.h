@@ -16,13 +16,14 @@ struct PrintedPage {
     std::vector<std::string> Lines;
 };
 
-/// Copies share their pages. The file goes with the last of them.
+/// Copies share their pages. The file has no name and goes with the last of them; where it lies
+/// stands in store/files/UnnamedFile.h.
 class PageSpool {
 public:
     PageSpool();
     PageSpool(std::initializer_list<PrintedPage> pages);
 
-    /// An error with a text for the user when the disk takes no more.
+    /// An error with a text for the user, the folder in it, when the disk takes no more.
     void Add(const PrintedPage& page);
     std::size_t Size() const;
     bool Empty() const { return Size() == 0; }

@@ -46,9 +46,16 @@ void QtPageDevice::BeginPage() {
     if (!page_) page_ = PrintedPage{orientation_, {}};
 }
 
+/// Pages of a document that could not be kept whole do not come along with the next one.
 void QtPageDevice::KeepPage() {
-    if (page_) job_.Pages.Add(*page_);
-    page_.reset();
+    const auto page = std::exchange(page_, std::nullopt);
+    if (!page) return;
+    try {
+        job_.Pages.Add(*page);
+    } catch (...) {
+        job_.Pages = {};
+        throw;
+    }
 }
 
 void QtPageDevice::Print(std::string_view line) {
