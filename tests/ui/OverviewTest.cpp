@@ -495,6 +495,7 @@ TEST_F(OverviewTest, OnASmallScreenRecentFilesStandBelowTheWelcomeFrameAndNothin
         return main->width() == 640;
     };
     EXPECT_TRUE(Told(fits));
+    EXPECT_LE(main->minimumSizeHint().height(), 368);
     EXPECT_TRUE(Told([&] { return recent->y() > welcome->y() + welcome->height(); }));
     EXPECT_GE(recent->width(), welcome->width());
     EXPECT_LE(recent->mapTo(main.get(), QPoint(0, recent->height())).y(), main->height());

@@ -66,12 +66,16 @@ bool BeginsWithPattern(const FileDialog& dialog) {
     return !pattern.isEmpty() && !FiltersHave(dialog, pattern);
 }
 
-/// The date tells which file is the latest. The platform's own dialog has no such list.
+/// The date tells which file is the latest; what kind it is, its name tells. The platform's own
+/// dialog has no such list.
 void ShowWholeDates(QFileDialog& box) {
+    constexpr int kName = 0;
+    constexpr int kType = 2;
     auto* const files = box.findChild<QTreeView*>("treeView");
     if (!files) return;
-    for (int column = 1; column < files->header()->count(); ++column)
-        files->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(kName, QHeaderView::Stretch);
+    files->setColumnHidden(kType, true);
 }
 
 void SetUp(QFileDialog& box, const FileDialog& dialog) {

@@ -144,6 +144,7 @@ QWidget* frmMain::MakeRecent() {
     label->setBuddy(lstRecent_);
     column->addWidget(label);
     column->addWidget(lstRecent_);
+    lstRecent_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     fraRecent_->setMaximumWidth(fontMetrics().averageCharWidth() * 110);
     connect(lstRecent_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         const std::string path = S(item->toolTip());
@@ -244,8 +245,10 @@ void frmMain::MakeWindow() {
     HideStage();
 }
 
-/// At the top left corner of the screen, at most as large as it is with the window's title.
+/// At the top left corner of the screen, at most as large as it is with the window's title. A
+/// window that its layout made larger as it shows would lose its title above the screen's edge.
 void frmMain::PlaceWindow() {
+    layout()->activate();
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     constexpr QSize kWanted(1440, 900);
     constexpr int kTitleBar = 32;
@@ -308,6 +311,7 @@ bool frmMain::Load() {
     ShowSplash();
     HideStage();
     SetWelcomeVisible(true);
+    PlaceWindow();
     setWindowTitle(Q(MainCaption()));
     SetCrfName(gCRFPath);
     EnableMenu("mnuReportSubmit", false);
