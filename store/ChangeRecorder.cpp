@@ -88,7 +88,7 @@ void AddFormer(FormerNumbers& known, const FormerNumbers& more) {
 }
 
 ChangeRecorder::ChangeRecorder(sqlite3* handle, CellCache& cells) : handle_(handle), cells_(cells) {
-    sqlite3_preupdate_hook(handle, OnWrite, this);
+    Listen(true);
 }
 
 void ChangeRecorder::Start(BatchWatch* watch) {

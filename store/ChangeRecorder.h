@@ -61,6 +61,20 @@ public:
         ChangeRecorder& recorder_;
     };
 
+    /// As long as it lives no row is told, which costs more than the copying of one. For tables
+    /// that are told to have changed as a whole. No statement that is made ready meanwhile outlives
+    /// it.
+    class Rest {
+    public:
+        explicit Rest(ChangeRecorder& recorder) : recorder_(recorder) { recorder_.Listen(false); }
+        ~Rest() { recorder_.Listen(true); }
+        Rest(const Rest&) = delete;
+        Rest& operator=(const Rest&) = delete;
+
+    private:
+        ChangeRecorder& recorder_;
+    };
+
 private:
     /// What a row was when the batch began.
     struct Former {
@@ -73,6 +87,7 @@ private:
 
     static void OnWrite(void* self, sqlite3* handle, int operation, const char* database,
                         const char* table, sqlite3_int64 before, sqlite3_int64 after);
+    void Listen(bool on) { sqlite3_preupdate_hook(handle_, on ? OnWrite : nullptr, this); }
     void Note(int operation, const char* table, std::int64_t row);
     Former FormerOf(int operation) const;
     void NoteAgain(Former& former) const;

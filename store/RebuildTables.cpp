@@ -71,8 +71,9 @@ void AddField(Part& part, const RebuiltField& wanted, std::size_t& next) {
     part.New.Fields.push_back(std::move(field));
 }
 
-std::size_t CountRows(sqlite3* handle, const std::string& table) {
-    SqliteStatement select(handle, "SELECT count(*) FROM main." + Quoted(table));
+/// As many rows as a table has, or a few more where some were deleted, without counting them.
+std::size_t GuessRows(sqlite3* handle, const std::string& table) {
+    SqliteStatement select(handle, "SELECT max(rowid) FROM main." + Quoted(table));
     return select.Step(table) ? static_cast<std::size_t>(select.Integer(0)) : 0;
 }
 
@@ -168,12 +169,13 @@ public:
         part.New.Fields.reserve(wanted.Fields.size());
         std::size_t next = 0;
         for (const RebuiltField& field : wanted.Fields) AddField(part, field, next);
-        part.Cells = CountRows(db_.Handle, part.Old.Name) * part.New.Fields.size();
+        part.Cells = GuessRows(db_.Handle, part.Old.Name) * part.New.Fields.size();
         return part;
     }
 
     /// Makes some tables anew. With `keepsCopy` the last one's copy is left.
     void Run(std::span<Part> parts, bool keepsCopy) {
+        const ChangeRecorder::Rest unheard(db_.Changes);
         db_.Beside.ClearAside();
         SharedParts shared(ChooseShared(parts));
         for (const Part* const part : shared.All()) PutAside(*part);
