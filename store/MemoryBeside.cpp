@@ -67,12 +67,20 @@ void MemoryWork::Redeclare(const char* database,
 
 void MemoryWork::Run(const std::string& sql) { SqliteRun(connection_.Handle, sql); }
 
-void MemoryBeside::ClearAside() {
-    if (!std::exchange(aside_, true)) return AttachEmpty(handle_, "aside");
-    std::vector<std::string> names;
-    SqliteStatement select(handle_, "SELECT name FROM aside.sqlite_schema WHERE type='table'");
-    while (select.Step()) names.push_back(select.Text(0));
-    for (const std::string& name : names) SqliteRun(handle_, "DROP TABLE aside." + Quoted(name));
+std::string MemoryBeside::NameOfAside(int number) { return fmt::format("aside{}", number); }
+
+void MemoryBeside::ClearAside(const std::string& name) {
+    if (name == NameOfAside(asides_)) {
+        AttachEmpty(handle_, name);
+        ++asides_;
+        return;
+    }
+    std::vector<std::string> tables;
+    SqliteStatement select(
+        handle_, fmt::format("SELECT name FROM {}.sqlite_schema WHERE type='table'", name));
+    while (select.Step()) tables.push_back(select.Text(0));
+    for (const std::string& table : tables)
+        SqliteRun(handle_, fmt::format("DROP TABLE {}.{}", name, Quoted(table)));
 }
 
 std::string MemoryBeside::Take(MemoryImage image) {
@@ -84,7 +92,7 @@ std::string MemoryBeside::Take(MemoryImage image) {
 }
 
 void MemoryBeside::LetGo() {
-    if (aside_ && Detach("aside")) aside_ = false;
+    while (asides_ > 0 && Detach(NameOfAside(asides_ - 1))) --asides_;
     while (images_ > 0 && Detach(NameOfImage(images_ - 1))) --images_;
 }
 

@@ -53,10 +53,12 @@ class MemoryBeside {
 public:
     explicit MemoryBeside(sqlite3* handle) : handle_(handle) {}
 
-    /// An empty database by the name "aside", to write to.
-    void ClearAside();
-    /// False where so many images were taken in this batch that no other one has room.
-    bool HasRoom() const { return images_ < kMostImages; }
+    /// The names of databases to write to, from number 0 on.
+    static std::string NameOfAside(int number);
+    /// Makes one of them, or empties it. They are made in the order of their numbers.
+    void ClearAside(const std::string& name);
+    /// False where so many images were taken in this batch that two more have no room.
+    bool HasRoom() const { return images_ + 2 <= kMostImages; }
     /// Takes an image in, to read from; gives the name that it has.
     std::string Take(MemoryImage image);
     /// Lets go of all of them. What a statement that has not ended stands in the way of stays until
@@ -68,7 +70,7 @@ private:
     bool Detach(const std::string& name);
 
     sqlite3* handle_;
-    bool aside_ = false;
+    int asides_ = 0;
     int images_ = 0;
 };
 

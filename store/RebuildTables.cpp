@@ -1,21 +1,16 @@
 // Method: the tables go aside, into memory, by a copy of whole rows, which costs next to nothing.
 // From there their rows are put together anew, cell by cell, which is most of the work. A second
-// thread has a copy of some of the tables that stand aside, and makes their rows in memory, table
-// after table from the front, while this one works from the back, until they meet. What the second
-// thread made comes into the file by a copy of whole rows again. One connection alone reads and
-// writes the file.
+// thread gets copies of the larger tables that stand aside, in two lots so that it begins early,
+// and makes their rows in memory, table after table from the front, while this one works from the
+// back, until they meet. What the second thread made comes into the file by a copy of whole rows
+// again. One connection alone reads and writes the file.
 
 #include "store/RebuildTables.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <atomic>
-#include <future>
-#include <map>
 #include <new>
-#include <optional>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -23,23 +18,18 @@
 #include "core/Status.h"
 #include "store/DatabaseImpl.h"
 #include "store/MemoryBeside.h"
+#include "store/RebuildLots.h"
 
 namespace zolmara {
 namespace {
 
-/// A table on its way.
-struct Part {
-    const RebuiltTable* Wanted;
-    std::string Number;  ///< its name in memory, which is no table's of the file
-    TableDef Old;
-    TableDef New;
-    std::string Columns;  ///< of the old one, as the new one has them
-    std::size_t Cells = 0;
-};
+using Part = RebuildPart;
 using Parts = std::vector<Part>;
 
-/// So much of all cells is set out for the second thread at most: it can begin when that is aside.
+/// So much of all cells is set out for the second thread at most: the rest is made here.
 constexpr double kShare = 0.8;
+/// So much of that is the first lot.
+constexpr double kFirstLot = 0.4;
 
 bool HasSecondProcessor() {
     const unsigned set = TheRebuildShares().Processors;
@@ -77,84 +67,14 @@ std::size_t GuessRows(sqlite3* handle, const std::string& table) {
     return select.Step(table) ? static_cast<std::size_t>(select.Integer(0)) : 0;
 }
 
-/// The tables that two threads share. Each is made by the one that takes it first.
-class SharedParts {
-public:
-    explicit SharedParts(std::vector<const Part*> parts)
-        : parts_(std::move(parts)), taken_(parts_.size()) {}
-
-    const std::vector<const Part*>& All() const { return parts_; }
-    /// Null where none is left.
-    const Part* TakeFirst() {
-        for (std::size_t i = 0; i < parts_.size(); ++i)
-            if (!taken_[i].exchange(true)) return parts_[i];
-        return nullptr;
-    }
-    const Part* TakeLast() {
-        for (std::size_t i = parts_.size(); i-- > 0;)
-            if (!taken_[i].exchange(true)) return parts_[i];
-        return nullptr;
-    }
-
-    /// The other thread comes to an end soon.
-    void TakeAll() {
-        for (auto& taken : taken_) taken = true;
-    }
-
-private:
-    std::vector<const Part*> parts_;
-    std::vector<std::atomic<bool>> taken_;
-};
-
-/// What the second thread has made.
-struct Made {
-    std::vector<const Part*> Parts;
-    std::optional<MemoryImage> Image;  ///< none without parts
-};
-
-/// The second thread. Where the work ends early it is waited for.
-struct Second {
-    SharedParts& Shared;
-    std::future<Made> Result;
-    ~Second() { Shared.TakeAll(); }
-};
-
-TableDef Numbered(const Part& part, TableDef table) {
-    table.Name = part.Number;
-    return table;
-}
-
-/// What is stored fits its field already. Fields without a type spare every cell the conversion to
-/// it, which is a fifth of the work.
-void ForgetTypes(MemoryWork& work, const SharedParts& shared) {
-    std::map<std::string, std::string> definitions;
-    for (const Part* const part : shared.All())
-        definitions[part->Number] = CreateUntypedSql(Numbered(*part, part->Old));
-    work.Redeclare("main", definitions);
-}
-
-void TellTypes(MemoryWork& work, const std::vector<const Part*>& parts) {
-    std::map<std::string, std::string> definitions;
-    for (const Part* const part : parts)
-        definitions[part->Number] = CreateTableSql(Numbered(*part, part->New));
-    work.Redeclare("made", definitions);
-}
-
-Made MakeShared(SharedParts& shared, MemoryImage aside) {
-    if (TheRebuildShares().Ahead) TheRebuildShares().Ahead();
-    MemoryWork work(std::move(aside));
-    ForgetTypes(work, shared);
-    Made made;
-    while (const Part* const part = shared.TakeFirst()) {
-        work.Run(CreateUntypedSql(Numbered(*part, part->New), "made"));
-        work.Run(fmt::format("INSERT INTO made.{0} SELECT {1} FROM main.{0}", Quoted(part->Number),
-                             part->Columns));
-        made.Parts.push_back(part);
-    }
-    if (made.Parts.empty()) return made;
-    TellTypes(work, made.Parts);
-    made.Image.emplace(work.Made());
-    return made;
+/// The first tables of a list, up to so many cells, and the rest.
+RebuildLots InLots(const RebuildParts& parts, double cells) {
+    auto next = parts.begin();
+    for (; next != parts.end() && cells > 0; ++next) cells -= static_cast<double>((*next)->Cells);
+    RebuildLots lots;
+    if (next != parts.begin()) lots.emplace_back(RebuildParts(parts.begin(), next));
+    if (next != parts.end()) lots.emplace_back(RebuildParts(next, parts.end()));
+    return lots;
 }
 
 class Rebuild {
@@ -176,21 +96,20 @@ public:
     /// Makes some tables anew. With `keepsCopy` the last one's copy is left.
     void Run(std::span<Part> parts, bool keepsCopy) {
         const ChangeRecorder::Rest unheard(db_.Changes);
-        db_.Beside.ClearAside();
-        SharedParts shared(ChooseShared(parts));
-        for (const Part* const part : shared.All()) PutAside(*part);
-        Second second{shared, StartSecond(shared)};
-        std::vector<const Part*> own;
-        for (const Part& part : parts)
-            if (!std::ranges::count(shared.All(), &part)) own.push_back(&part);
-        for (const Part* const part : own) PutAside(*part);
+        RebuildParts own;
+        RebuildLots lots = ChooseLots(parts, own);
+        RebuildHelper helper(lots);
+        for (const RebuildLot& lot : lots) {
+            PutAside(lot.Parts());
+            if (helper.IsThere()) helper.Give({db_.Handle, lot.Parts().front()->Aside.c_str()});
+        }
+        PutAside(own);
         ReplaceAll(parts, keepsCopy);
         for (const Part* const part : own) {
-            Fill(*part, part->Columns, "aside");
+            Fill(*part, part->Columns, part->Aside);
             Index(*part);
         }
-        ShareWith(second);
-        for (const Part* const part : shared.All()) Index(*part);
+        for (std::size_t i = 0; i < lots.size(); ++i) Finish(lots, i, helper);
         if (keepsCopy)
             Do("INSERT INTO main.{} SELECT * FROM main.{}", copy_, parts.back().New.Name);
     }
@@ -209,9 +128,25 @@ private:
         SqliteRun(db_.Handle, fmt::format(sql, Quoted(name), Quoted(names)...), name);
     }
 
+    /// The lots of the second thread, and what it has no part in, by the order given.
+    RebuildLots ChooseLots(std::span<Part> parts, RebuildParts& own) const {
+        const RebuildParts shared = ChooseShared(parts);
+        double cells = 0;
+        for (const Part* const part : shared) cells += static_cast<double>(part->Cells);
+        RebuildLots lots = InLots(shared, kFirstLot * cells);
+        for (Part& part : parts) {
+            const auto lot = std::ranges::find_if(lots, [&](const RebuildLot& one) {
+                return std::ranges::count(one.Parts(), &part) > 0;
+            });
+            part.Aside = MemoryBeside::NameOfAside(static_cast<int>(lot - lots.begin()));
+            if (lot == lots.end()) own.push_back(&part);
+        }
+        return lots;
+    }
+
     /// The largest tables first.
-    std::vector<const Part*> ChooseShared(std::span<const Part> parts) const {
-        std::vector<const Part*> bySize;
+    RebuildParts ChooseShared(std::span<const Part> parts) const {
+        RebuildParts bySize;
         std::size_t all = 0;
         for (const Part& part : parts) {
             bySize.push_back(&part);
@@ -231,30 +166,20 @@ private:
         return bySize;
     }
 
+    void PutAside(const RebuildParts& parts) {
+        if (!parts.empty()) db_.Beside.ClearAside(parts.front()->Aside);
+        for (const Part* const part : parts) PutAside(*part);
+    }
+
     /// Without the checks, so that the rows are copied as they are.
     void PutAside(const Part& part) {
         TableDef fields = part.Old;
         fields.Name = part.Number;
-        SqliteRun(db_.Handle, CreateUncheckedSql(fields, "aside"));
+        SqliteRun(db_.Handle, CreateUncheckedSql(fields, part.Aside));
         SqliteRun(db_.Handle,
-                  fmt::format("INSERT INTO aside.{} SELECT * FROM main.{}", Quoted(part.Number),
-                              Quoted(part.Old.Name)),
+                  fmt::format("INSERT INTO {}.{} SELECT * FROM main.{}", part.Aside,
+                              Quoted(part.Number), Quoted(part.Old.Name)),
                   part.Old.Name);
-    }
-
-    /// Nothing where none are shared, or the system gives no thread and no memory for one.
-    std::future<Made> StartSecond(SharedParts& shared) const {
-        if (shared.All().empty()) return {};
-        try {
-            MemoryImage aside(db_.Handle, "aside");
-            return std::async(std::launch::async, [&shared, image = std::move(aside)]() mutable {
-                return MakeShared(shared, std::move(image));
-            });
-        } catch (const std::system_error&) {
-            return {};
-        } catch (const std::bad_alloc&) {
-            return {};
-        }
     }
 
     /// In the order given, which is the order in which the file lists them.
@@ -290,22 +215,33 @@ private:
                std::string("LineNum"));
     }
 
-    void ShareWith(Second& second) {
-        const bool isThere = second.Result.valid();
-        const bool waits = isThere && TheRebuildShares().SecondAlone;
-        while (const Part* const part = waits ? nullptr : second.Shared.TakeLast())
-            Fill(*part, part->Columns, "aside");
-        if (!isThere) return;
-        Made made = Join(second.Result);
+    /// While the second thread is at a lot, this one takes tables from the back.
+    void Finish(RebuildLots& lots, std::size_t at, RebuildHelper& helper) {
+        while (!helper.HasMade(at)) {
+            const Part* const part = TakeLast(lots);
+            if (!part) break;
+            Fill(*part, part->Columns, part->Aside);
+        }
+        if (helper.IsThere()) FillFrom(TakeMade(helper, at));
+        for (const Part* const part : lots[at].Parts()) Index(*part);
+    }
+
+    static const Part* TakeLast(RebuildLots& lots) {
+        for (std::size_t i = lots.size(); i-- > 0;)
+            if (const Part* const part = lots[i].TakeLast()) return part;
+        return nullptr;
+    }
+
+    void FillFrom(MadeLot made) {
         if (!made.Image) return;
         const std::string image = db_.Beside.Take(std::move(*made.Image));
         for (const Part* const part : made.Parts) Fill(*part, "*", image);
     }
 
     /// A thread fails where memory gives out, and that is no place that anybody chose to stop at.
-    Made Join(std::future<Made>& second) const {
+    MadeLot TakeMade(RebuildHelper& helper, std::size_t lot) const {
         try {
-            return second.get();
+            return helper.Take(lot);
         } catch (const std::bad_alloc&) {
             Fail("out of memory");
         } catch (const std::exception& error) {
