@@ -96,6 +96,7 @@ void ReportHead(const std::string& title) {
     fmt::print("\n### {}\n\n", title);
     Print({"Step", "Took", "CPU", "Against", "Ratio", "of CPU", "Aim", "One fsync"});
     fmt::print("|---|---|---|---|---|---|---|---|\n");
+    std::fflush(stdout);  // the rows may be another program's
 }
 
 void Report(const std::string& what, const Least& took, const std::string& against,

@@ -212,6 +212,7 @@ void MeasureSpreadsheets(const Place& place, Spreadsheets& sheets, Table& table,
 }
 
 void Measure(const Place& place, Spreadsheets& sheets, Table& table, std::size_t column) {
+    fmt::print(stderr, "table: {}\n", Table::NameOf(column));
     MeasureOpenProgram(place, table, column);
     MeasureCommands(place, table, column);
     table.Try({kRaw}, column, [&] { table.Take(kRaw, column, RawProcess(place)); });
