@@ -85,6 +85,17 @@ TEST_F(SheetWindow, AWindowThatStandsBeyondTheScreenComesBack) {
     EXPECT_EQ(a->pos(), QPoint(0, 10));
 }
 
+TEST_F(SheetWindow, AWindowThatWasLeftOnALargerScreenIsWhollyInSight) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    auto* a = Sheet("edit", "A");
+    a->resize(screen.width() / 2, screen.height() / 2);
+    a->move(screen.center() + QPoint(60, 60));
+    ASSERT_TRUE(a->close());
+    a = Sheet("edit", "A");
+    EXPECT_LE(a->frameGeometry().right(), screen.right());
+    EXPECT_LE(a->frameGeometry().bottom(), screen.bottom());
+}
+
 // --- Next and Previous ---------------------------------------------------------------------
 
 TEST_F(SheetWindow, NextAndPreviousWalkTheWorksheetsByName) {

@@ -79,11 +79,17 @@ int WantedHeight(frmWorksheet& window) {
            window.fontMetrics().lineSpacing() * 5 + 24;
 }
 
+/// It may have been left on a larger screen: wholly in sight, as its last line tells what to do.
 bool PlaceAsLeft(frmWorksheet& window) {
     const std::vector<int> place = Numbers(Saved(KeyOf(window.Form(), "Place")));
     if (place.size() != 4 || place[2] < 100 || place[3] < 100) return false;
-    window.resize(QSize(place[2], place[3]).boundedTo(LargestWindow(window)));
-    window.move(place[0], place[1]);
+    const QSize largest = LargestWindow(window);
+    const QSize size = QSize(place[2], place[3]).boundedTo(largest);
+    const QPoint origin = window.screen()->availableGeometry().topLeft();
+    const QSize room = largest - size;
+    window.resize(size);
+    window.move(std::min(place[0], origin.x() + room.width()),
+                std::min(place[1], origin.y() + room.height()));
     return true;
 }
 
