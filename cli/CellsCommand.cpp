@@ -7,6 +7,7 @@
 #include "spreadsheet/CellsTemplate.h"
 #include "spreadsheet/WriteCells.h"
 #include "store/files/FileDoor.h"
+#include "store/files/FileGuard.h"
 
 namespace zolmara::cli {
 
@@ -23,12 +24,14 @@ constexpr std::array kArguments{
 ExitStatus Cells(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
+    const std::string path = FullPath(inputs.Text("OUT"));
+    ClearScratch(FolderPathOf(path));
     if (inputs.Has("--template")) {
-        WriteCellsTemplate(FullPath(inputs.Text("OUT")));
+        WriteCellsTemplate(path);
         return kDone;
     }
     Listing listing{{"item", "line", "column", "value", "reason"}, {}};
-    for (const LeftCell& left : WriteCells(FullPath(inputs.Text("OUT"))))
+    for (const LeftCell& left : WriteCells(path))
         listing.Rows.push_back(
             {left.Cell.Item, left.Cell.Line, left.Cell.Field, left.Value, left.Reason});
     PrintMessages(listing);

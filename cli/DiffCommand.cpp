@@ -10,6 +10,7 @@
 #include "spreadsheet/ComparisonSheet.h"
 #include "store/CopyRows.h"
 #include "store/files/FileDoor.h"
+#include "store/files/FileGuard.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -54,6 +55,7 @@ void PrintDifferences(const std::vector<CellDifference>& differences) {
 void WriteDifferences(const Inputs& inputs, const std::vector<CellDifference>& differences) {
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     const std::string path = FullPath(inputs.Text("--out"));
+    ClearScratch(FolderPathOf(path));
     SaveComparison(differences, FullPath(inputs.Text("OTHER")), path);
     Listing written{{"File"}, {}};
     written.Rows.push_back({path});

@@ -5,6 +5,7 @@
 #include "cli/Output.h"
 #include "spreadsheet/Export.h"
 #include "store/files/FileDoor.h"
+#include "store/files/FileGuard.h"
 
 namespace zolmara::cli {
 
@@ -22,6 +23,7 @@ ExitStatus Export(const Inputs& inputs) {
     if (!OpenFile(inputs)) return kRefusedOrMessages;
     const ReplaceAsTold told(inputs.Has("--force"), std::string(kForceHint));
     const std::string path = FullPath(inputs.Text("OUT"));
+    ClearScratch(FolderPathOf(path));
     ExportWorkbook(path, {inputs.Texts("ITEM"), inputs.Has("--values")});
     Listing written{{"File"}, {}};
     written.Rows.push_back({path});

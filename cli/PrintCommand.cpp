@@ -14,6 +14,7 @@
 #include "print/PrintFile.h"
 #include "store/Files.h"
 #include "store/OneState.h"
+#include "store/files/FileGuard.h"
 #include "store/session/Session.h"
 
 namespace zolmara::cli {
@@ -97,6 +98,8 @@ ExitStatus Print(const Inputs& inputs) {
     const std::vector<std::string> entries = EntriesOf(inputs.Texts("ITEM"));
     std::vector<std::string> files = FilesOf(entries);
     NeedMayWriteAll(files, pdf);
+    ClearScratch(gCRFDir);
+    if (!pdf.empty()) ClearScratch(FolderPathOf(pdf));
     if (pdf.empty()) {
         PrintEntries(entries);
     } else {

@@ -77,10 +77,10 @@ std::string TotalName(const std::string& item, const std::string& lineText,
     return fmt::format("{}_L{}_C{}", item, Replace(lineText, ".", "_"), field.substr(4));
 }
 
-void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
-    NeedWorkbookName(path);
+namespace {
+
+void WriteBook(const std::string& path, const ExportChoice& choice, const OneState& state) {
     const std::vector<std::string> items = ItemsOf(choice);
-    const OneState state(gDB);
     StoreCells cells;
     const SheetHead head = ReadSheetHead();
     const BookLayout layout(cells, items, head.Rows());
@@ -98,6 +98,13 @@ void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
     for (const SheetLayout& sheet : layout.Sheets()) DefineTotals(book, sheet);
     state.NeedToHold(path);
     book.Put();
+}
+
+}  // namespace
+
+void ExportWorkbook(const std::string& path, const ExportChoice& choice) {
+    NeedWorkbookName(path);
+    RunInOneState(gDB, path, [&](const OneState& state) { WriteBook(path, choice, state); });
 }
 
 }  // namespace zolmara

@@ -125,12 +125,14 @@ private:
 
 template <class Target>
 std::vector<LeftCell> Write(const std::string& path) {
-    const OneState state(gDB);
-    Target target(path);
-    std::vector<LeftCell> left = WalkKeyedCells([&](const KeyedCell& cell) { target.Take(cell); });
-    for (LeftCell& cell : target.Left()) left.push_back(std::move(cell));
-    state.NeedToHold(path);
-    target.Put();
+    std::vector<LeftCell> left;
+    RunInOneState(gDB, path, [&](const OneState& state) {
+        Target target(path);
+        left = WalkKeyedCells([&](const KeyedCell& cell) { target.Take(cell); });
+        for (LeftCell& cell : target.Left()) left.push_back(std::move(cell));
+        state.NeedToHold(path);
+        target.Put();
+    });
     return left;
 }
 

@@ -23,4 +23,18 @@ void OneState::NeedToHold(const std::string& written) const {
             "show a part of it from before and a part from after; nothing was written");
 }
 
+void RunInOneState(Database& db, const std::string& written,
+                   const std::function<void(const OneState&)>& work) {
+    const OneState state(db);
+    try {
+        work(state);
+    } catch (const StoreError& error) {
+        if (!error.IsFileError()) state.NeedToHold(written);
+        throw;
+    } catch (const std::exception&) {
+        state.NeedToHold(written);
+        throw;
+    }
+}
+
 }  // namespace zolmara

@@ -3,6 +3,7 @@
 // Whether what is read from a file over some time is one state of it.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "store/Dao.h"
@@ -27,5 +28,10 @@ private:
     Database& db_;
     std::int64_t version_;
 };
+
+/// Writes something of a file elsewhere; `work` asks NeedToHold ahead of its last step. Where it
+/// fails because lines or columns went or came meanwhile, it is that which is told.
+void RunInOneState(Database& db, const std::string& written,
+                   const std::function<void(const OneState&)>& work);
 
 }  // namespace zolmara

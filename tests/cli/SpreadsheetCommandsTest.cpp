@@ -7,6 +7,7 @@
 
 #include "cli/CliRunner.h"
 #include "spreadsheet/BookEvaluator.h"
+#include "store/files/Scratch.h"
 
 namespace zolmara::test {
 namespace {
@@ -27,6 +28,31 @@ protected:
 
 class ExportCommand : public SpreadsheetCommands {};
 class CellsCommand : public SpreadsheetCommands {};
+
+// Whoever writes files by commands alone never closes the statement.
+TEST_F(SpreadsheetCommands, WhatAKilledCommandLeftGoesWithTheNextOne) {
+    const std::string crf = NewCrf();
+    fs::create_directory(File("out"));
+    const auto left = [&] {
+        std::size_t count = 0;
+        for (const auto& entry : fs::directory_iterator(File("out")))
+            count += IsScratchName(entry.path().filename().string()) ? 1 : 0;
+        return count;
+    };
+    CliSetting killed;
+    killed.Faults = FaultPlan{File("out"), 1, -1, "rename", File("report")};
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+             {"--quiet", "export", crf, File("out/a.xlsx"), "A"},
+             {"cells", crf, File("out/a.csv")},
+             {"cells", crf, File("out/form.xlsx"), "--template"},
+             {"diff", crf, crf, "A", "--out", File("out/d.csv")},
+             {"--quiet", "print", crf, "A", "--pdf", File("out/a.pdf")}}) {
+        EXPECT_EQ(Run(words, killed).Status, 1009) << words[1];
+        EXPECT_EQ(left(), 1U) << words[1];
+        EXPECT_EQ(Run(words).Status, 0) << words[1];
+        EXPECT_EQ(left(), 0U) << words[1];
+    }
+}
 
 TEST_F(ExportCommand, WritesAWorkbookAndNamesIt) {
     const std::string crf = NewCrf();

@@ -318,6 +318,24 @@ TEST_F(Export, IsNotMixedOfTwoStates) {
     EXPECT_TRUE(std::filesystem::exists(Path()));
 }
 
+TEST_F(Export, IsToldOfAnothersChangeThatTakesATableAway) {
+    test::MakeNorthfield(folder);
+    Database other = DBEngine::OpenDatabase(gCRFPath);
+    bool done = false;
+    host.OnDoEvents = [&] {
+        if (!std::exchange(done, true)) other.DeleteTable("G1");
+    };
+    try {
+        Written();
+        FAIL() << "a mixed workbook";
+    } catch (const StoreError& error) {
+        EXPECT_NE(std::string(error.what()).find("another program changed the statement"),
+                  std::string::npos)
+            << error.what();
+    }
+    EXPECT_FALSE(std::filesystem::exists(Path()));
+}
+
 TEST_F(Export, MakesRoomForTextsOfSeveralLines) {
     test::MakeNorthfield(folder);
     test::SetCell("S1p1", 1, "Col_1", std::string(40, 'x'));
