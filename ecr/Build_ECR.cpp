@@ -280,6 +280,29 @@ void EndWithFiles(Build& build) {
     TheStatus().SetPointer(Pointer::Normal);
 }
 
+/// A build whose files wait for the saving of the statement. Where that does not come about, clock
+/// and menus are put right all the same.
+class Waiting {
+public:
+    explicit Waiting(std::shared_ptr<Build> build) : build_(std::move(build)) {}
+    ~Waiting() {
+        if (saved_) return;
+        PutClockRight(*build_);
+        EndBuild();
+    }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+    void Saved() {
+        saved_ = true;
+        EndWithFiles(*build_);
+    }
+
+private:
+    std::shared_ptr<Build> build_;
+    bool saved_ = false;
+};
+
 }  // namespace
 
 void NeedMayBuild(const std::string& ecrPath) {
@@ -315,7 +338,9 @@ void Build_ECR() {
     Finish(*build, [&] {
         RunUnnamedAct([&] {
             RunStep("ECR", [&] {
-                if (Produce(*build)) TheActs().OnceSaved([build] { EndWithFiles(*build); });
+                if (!Produce(*build)) return;
+                const auto waiting = std::make_shared<Waiting>(build);
+                TheActs().OnceSaved([waiting] { waiting->Saved(); });
             });
         });
     });

@@ -90,6 +90,7 @@ AmountRows::AmountRows(Database& db, std::string_view table, std::span<const int
     Database::Impl& impl = db.impl();
     info_ = impl.Tables.Find(table);
     version_ = *info_->Version;
+    if (kept_) lastChange_ = kept_->LastChange();
     if (!kept_ && impl.Spool) aside_ = impl.Spool->Find(*info_);
     ReadNames(textFields, onRow);
     if (aside_ && aside_->Rows() != rows_.size()) aside_ = nullptr;
@@ -116,8 +117,11 @@ void AmountRows::ReadNames(std::span<const int> textFields, const RowNames& onRo
     }
 }
 
+/// Cells in memory that were read anew are current again, and may be others.
 void AmountRows::NeedUnchanged() const {
-    if (kept_ ? !kept_->AreCurrent() : version_ != *info_->Version) Changed();
+    const bool same = kept_ ? kept_->AreCurrent() && kept_->LastChange() == lastChange_
+                            : version_ == *info_->Version;
+    if (!same) Changed();
 }
 
 void AmountRows::Changed() const {
@@ -127,14 +131,18 @@ void AmountRows::Changed() const {
 }
 
 void AmountRows::Walk(std::size_t first, std::size_t count, const RowNumbers& onRow) {
-    if (kept_) return WalkKept(first, count, onRow);
     if (aside_) return aside_->Walk(first, count, onRow);
+    // The file itself may be another one by now.
+    NeedUnchanged();
+    if (kept_) return WalkKept(first, count, onRow);
     const bool put = PutAll([&](std::span<const double> row) { onRow(row.subspan(first, count)); });
     if (!put) WalkFile(first, count, onRow);
 }
 
 void AmountRows::PutAside() {
-    if (!kept_ && !aside_) PutAll([](std::span<const double>) {});
+    if (kept_ || aside_) return;
+    NeedUnchanged();
+    PutAll([](std::span<const double>) {});
 }
 
 void AmountRows::WalkKept(std::size_t first, std::size_t count, const RowNumbers& onRow) const {
@@ -165,8 +173,10 @@ bool AmountRows::PutAll(const RowNumbers& onRow) {
         room = room && table->Put(row);
         onRow(row);
     });
-    aside_ = room ? spool->Keep(*info_, std::move(table)) : nullptr;
-    if (!room) spool->GiveUp();
+    if (room)
+        aside_ = spool->Keep(*info_, version_, std::move(table));
+    else
+        spool->GiveUp(*table);
     return true;
 }
 

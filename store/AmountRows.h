@@ -52,7 +52,8 @@ private:
     Database& db_;
     std::shared_ptr<const TableInfo> info_;
     std::int64_t version_ = 0;
-    const TableCells* kept_ = nullptr;
+    std::shared_ptr<const TableCells> kept_;
+    std::int64_t lastChange_ = 0;     ///< of the cells in memory
     std::vector<std::int64_t> rows_;  ///< numbers of the store; places among the cells in memory
     std::shared_ptr<const SpooledTable> aside_;
 };

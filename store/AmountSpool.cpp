@@ -82,20 +82,22 @@ std::unique_ptr<SpooledTable> AmountSpool::Begin(std::size_t rows, std::size_t w
         full_ = true;
         return nullptr;
     }
-    return std::make_unique<SpooledTable>(file_, end_, rows, width);
+    auto table = std::make_unique<SpooledTable>(file_, end_, rows, width);
+    // Another table may be begun before all rows of this one are put.
+    end_ = table->End();
+    return table;
 }
 
-std::shared_ptr<const SpooledTable> AmountSpool::Keep(const TableInfo& table,
+std::shared_ptr<const SpooledTable> AmountSpool::Keep(const TableInfo& table, std::int64_t version,
                                                       std::unique_ptr<SpooledTable> spooled) {
-    end_ = spooled->End();
     Kept& kept = tables_[table.Def.Name];
-    kept = {&table, *table.Version, std::move(spooled)};
+    kept = {&table, version, std::move(spooled)};
     return kept.Table;
 }
 
-void AmountSpool::GiveUp() {
+void AmountSpool::GiveUp(const SpooledTable& table) {
     full_ = true;
-    if (file_) file_->CutAt(end_);
+    if (file_ && table.End() == end_) file_->CutAt(end_ = table.Start());
 }
 
 }  // namespace zolmara

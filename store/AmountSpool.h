@@ -39,6 +39,7 @@ public:
     std::size_t Rows() const { return rows_; }
     /// The most that is in memory of it at any time.
     std::size_t BytesOfBand() const { return rowsInBand_ * width_ * sizeof(double); }
+    std::uint64_t Start() const { return start_; }
     /// Where the next table may begin.
     std::uint64_t End() const;
     /// Gives each row's numbers of some columns, in the order in which the rows were put.
@@ -72,11 +73,11 @@ public:
     std::shared_ptr<const SpooledTable> Find(const TableInfo& table) const;
     /// For so many rows of a table that is read now; none where there is no room.
     std::unique_ptr<SpooledTable> Begin(std::size_t rows, std::size_t width);
-    /// Takes a table all of whose rows were put.
-    std::shared_ptr<const SpooledTable> Keep(const TableInfo& table,
+    /// Takes a table all of whose rows were put, as they were at a version of it.
+    std::shared_ptr<const SpooledTable> Keep(const TableInfo& table, std::int64_t version,
                                              std::unique_ptr<SpooledTable> spooled);
-    /// The disk is full: whole tables stay to be read, nothing more is put.
-    void GiveUp();
+    /// The disk is full for a table: whole ones stay to be read, nothing more is put.
+    void GiveUp(const SpooledTable& table);
 
 private:
     struct Kept {

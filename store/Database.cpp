@@ -43,6 +43,8 @@ void Database::Close() {
     impl_->EndWatch();
     impl_->RequestsByText.clear();
     impl_->StatementsByKey.clear();
+    // So do those who hold a table; it is not the file's any more.
+    impl_->Tables.TouchAll();
     impl_->Cells.Clear();
     impl_.reset();
 }

@@ -228,19 +228,19 @@ TablePtr NeedTable(Database::Impl& db, std::string_view name) {
 TableCells& CellCache::Of(Database::Impl& db, std::string_view name) {
     const TablePtr table = NeedTable(db, name);
     auto& cells = tables_[table->Def.Name];
-    if (!cells) cells = std::make_unique<TableCells>();
+    if (!cells) cells = std::make_shared<TableCells>();
     cells->BringUpToDate(db, table);
     return *cells;
 }
 
-const TableCells* CellCache::IfKept(Database::Impl& db, std::string_view name) {
+std::shared_ptr<const TableCells> CellCache::IfKept(Database::Impl& db, std::string_view name) {
     const TablePtr table = NeedTable(db, name);
     const auto found = tables_.find(table->Def.Name);
     if (found == tables_.end()) return nullptr;
     TableCells& cells = *found->second;
     if (cells.info_ != table || !cells.IsInStep()) return nullptr;
     cells.BringUpToDate(db, table);
-    return &cells;
+    return found->second;
 }
 
 void CellCache::RowWritten(bool isUpdate, const char* table, std::int64_t rowid) {
@@ -267,7 +267,7 @@ TableCells& CellsOf(Database& db, std::string_view table) {
     return db.impl().Cells.Of(db.impl(), table);
 }
 
-const TableCells* KeptCellsOf(Database& db, std::string_view table) {
+std::shared_ptr<const TableCells> KeptCellsOf(Database& db, std::string_view table) {
     return db.impl().Cells.IfKept(db.impl(), table);
 }
 

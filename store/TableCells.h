@@ -173,15 +173,15 @@ void ChangeCells(Database& db, const std::function<void()>& work);
 /// open; its content until the table is written to by other means. StoreError::NoSuchItem.
 TableCells& CellsOf(Database& db, std::string_view table);
 
-/// The same where they are in memory already, none where they would have to be read for it.
-/// StoreError::NoSuchItem.
-const TableCells* KeptCellsOf(Database& db, std::string_view table);
+/// The same where they are in memory already, none where they would have to be read for it. Behind
+/// the end of the file they are there still, and not current. StoreError::NoSuchItem.
+std::shared_ptr<const TableCells> KeptCellsOf(Database& db, std::string_view table);
 
 /// Those of all tables that were asked for.
 class CellCache {
 public:
     TableCells& Of(Database::Impl& db, std::string_view name);
-    const TableCells* IfKept(Database::Impl& db, std::string_view name);
+    std::shared_ptr<const TableCells> IfKept(Database::Impl& db, std::string_view name);
     /// A row was inserted, deleted or updated, by whatever statement of this program.
     void RowWritten(bool isUpdate, const char* table, std::int64_t rowid);
     /// The table's version has grown by one, by rows that were told.
@@ -199,7 +199,7 @@ private:
 
     int depth_ = 0;
     std::int64_t changes_ = 0;
-    std::map<std::string, std::unique_ptr<TableCells>, std::less<>> tables_;
+    std::map<std::string, std::shared_ptr<TableCells>, std::less<>> tables_;
 };
 
 }  // namespace zolmara

@@ -92,7 +92,7 @@ LineList LinesOf(const TableCells& cells) {
 
 /// Those of a table whose amounts are not to be read for it.
 LineList LinesAlone(std::string_view table) {
-    if (const TableCells* const kept = KeptCellsOf(gDB, table)) return LinesOf(*kept);
+    if (const auto kept = KeptCellsOf(gDB, table)) return LinesOf(*kept);
     LineList lines;
     const AmountRows rows(gDB, table, {},
                           [&](const Variant& line, RowTexts) { lines.push_back(CurOr(line)); });

@@ -16,6 +16,7 @@
 #include "ecr/FingerprintLibrary.h"
 #include "ecr/Record.h"
 #include "store/files/Scratch.h"
+#include "store/session/Acts.h"
 
 namespace zolmara::test {
 namespace {
@@ -301,6 +302,22 @@ TEST_F(EcrBuild, AFailureHalfWayLeavesNoHalfFileAndTheOldOne) {
     gDB.DeleteTable("G1");
     EXPECT_THROW(Build_ECR(), StoreError);
     EXPECT_EQ(BytesOf(ecr), kOlderEcr);
+    EXPECT_FALSE(fs::exists(pi));
+    EXPECT_FALSE(HasScratchFiles(folder));
+    ExpectClosed();
+    EXPECT_EQ(Now(), host.Clock);
+}
+
+/// The act around the build may fail behind it, as where the disk takes no more when it is saved.
+TEST_F(EcrBuild, WhereTheActAroundItIsNotSavedNoFileComesAndAllIsPutRight) {
+    EXPECT_THROW(RunAct("Sign and build",
+                        [&] {
+                            Build_ECR();
+                            EXPECT_NE(Now(), host.Clock);
+                            throw StoreError(StoreError::Kind::DiskFull, "no room");
+                        }),
+                 StoreError);
+    EXPECT_FALSE(fs::exists(ecr));
     EXPECT_FALSE(fs::exists(pi));
     EXPECT_FALSE(HasScratchFiles(folder));
     ExpectClosed();

@@ -192,6 +192,78 @@ TEST_F(AmountRowsTest, ATableThatIsWrittenToMeanwhileStopsTheWalk) {
     }
 }
 
+/// The cells in memory are right again by then, and are others.
+TEST_F(AmountRowsTest, CellsThatWereReadAnewMeanwhileStopTheWalk) {
+    for (const double line : {1.0, 2.0, 3.0}) Add(line, line, "x");
+    CellsOf(gDB, "T");
+    AmountRows rows(gDB, "T", {}, [](const Variant&, RowTexts) {});
+    int walked = 0;
+    try {
+        rows.Walk(0, 2, [&](std::span<const double>) {
+            ++walked;
+            gDB.Execute("DELETE FROM T WHERE LineNum=1;");
+            CellsOf(gDB, "T");
+        });
+        ADD_FAILURE();
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.what(), ChangedWords());
+    }
+    EXPECT_EQ(walked, 1);
+}
+
+TEST_F(AmountRowsTest, ACalculationMeanwhileStopsTheWalk) {
+    for (const double line : {1.0, 2.0, 3.0}) Add(line, line, "x");
+    TableCells& cells = CellsOf(gDB, "T");
+    AmountRows rows(gDB, "T", {}, [](const Variant&, RowTexts) {});
+    int walked = 0;
+    try {
+        rows.Walk(0, 2, [&](std::span<const double>) {
+            ++walked;
+            ChangeCells(gDB, [&] {
+                RowEdit edit(cells, 2);
+                edit.Set(1, 99);
+                edit.Update();
+            });
+        });
+        ADD_FAILURE();
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.what(), ChangedWords());
+    }
+    EXPECT_EQ(walked, 1);
+}
+
+TEST_F(AmountRowsTest, AFileThatIsClosedMeanwhileStopsTheWalk) {
+    for (const bool inMemory : {false, true}) {
+        if (!gDB.IsOpen()) gDB = DBEngine::OpenDatabase(crf);
+        Add(1.0, 1.0, "x");
+        Add(2.0, 2.0, "x");
+        if (inMemory) CellsOf(gDB, "T");
+        AmountRows rows(gDB, "T", {}, [](const Variant&, RowTexts) {});
+        EXPECT_THROW(rows.Walk(0, 2, [](std::span<const double>) { gDB.Close(); }), StoreError);
+        EXPECT_THROW(rows.Walk(0, 2, [](std::span<const double>) {}), StoreError);
+    }
+}
+
+/// Two tables that are put aside at once, row by row in turn.
+TEST_F(AmountRowsTest, AWalkWithinAWalkPutsItsAmountsElsewhere) {
+    Add(1.0, 5.0, "x");
+    MakeWide(4, 2);
+    const AmountSpool spool(gDB);
+    AmountRows outer(gDB, "Wide", {}, [](const Variant&, RowTexts) {});
+    outer.Walk(0, 4, [](std::span<const double>) { EXPECT_EQ(Walked(), Lines{"1 x: 1 5 -"}); });
+    EXPECT_EQ(Walked("Wide", {}, 0, 4),
+              (Lines{"1 : 1 1.001 1.002 1.003", "2 : 2 2.001 2.002 2.003"}));
+    EXPECT_EQ(Walked(), Lines{"1 x: 1 5 -"});
+}
+
+TEST_F(AmountRowsTest, WhatIsWrittenBehindTheLastRowIsNotTakenForWhatWasPutAside) {
+    Add(1.0, 5.0, "x");
+    const AmountSpool spool(gDB);
+    AmountRows rows(gDB, "T", {}, [](const Variant&, RowTexts) {});
+    rows.Walk(0, 3, [](std::span<const double>) { gDB.Execute("UPDATE T SET Col_1=9;"); });
+    EXPECT_EQ(Walked(), Lines{"1 x: 1 9 -"});
+}
+
 TEST_F(AmountRowsTest, WhatAnotherProgramChangesBehindTheNamesStopsTheWalk) {
     for (const double line : {1.0, 2.0}) Add(line, line, "x");
     AmountRows rows(gDB, "T", {}, [](const Variant&, RowTexts) {});

@@ -1,11 +1,13 @@
 // Tables made anew with other fields, by one thread and by two.
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <stdexcept>
 
 #include "core/Globals.h"
+#include "store/Connection.h"
 #include "store/DatabaseImpl.h"
 #include "store/FilledCrf.h"
 #include "store/RebuildTables.h"
@@ -201,6 +203,94 @@ TEST_F(Rebuilt, FieldsOfAStrangeTypeBecomeTextInBothThreads) {
                   "1|'2'|NULL|'3'|4.0\n2|'7'|'2.5'|'5'|1.0\n");
         EXPECT_EQ(db_.Table("T3").Fields[1].Type, FieldType::dbMemo);
         EXPECT_FALSE(db_.Table("T3").Fields[3].Required);
+    }
+}
+
+/// What another program wrote past the checks: every cell keeps its kind and its bits.
+TEST_F(Rebuilt, WhatNoFieldShouldHoldStaysAsItIsInBothThreads) {
+    SqliteRun(db_.impl().Handle,
+              "PRAGMA ignore_check_constraints=ON;"
+              "INSERT INTO T1 VALUES ('north',x'00ff',x'3132','12 dollars');"
+              "INSERT INTO T1 VALUES (x'37',9223372036854775807,9223372036854775807,-0.0);"
+              "INSERT INTO T1 VALUES (9007199254740993,printf('%.9000c','x'),1e999,0.1+0.2);"
+              "INSERT INTO T1 (rowid,LineNum,CC_101) VALUES (900,2.5,zeroblob(9000));"
+              "DELETE FROM T1 WHERE LineNum=1.01;"
+              "PRAGMA ignore_check_constraints=OFF");
+    const std::string bits =
+        "SELECT quote(LineNum),quote({}),quote(Description),hex({}) FROM T1 ORDER BY rowid";
+    const std::string before = Rows(db_, fmt::format(fmt::runtime(bits), "CC_101", "CC_101"));
+    const auto tables = Narrowed();
+    for (const auto makes : {SecondThread::Makes::All, SecondThread::Makes::None}) {
+        const SecondThread second(makes);
+        const auto undone = [&] {
+            RebuildTables(db_, tables, "tblTemp", true);
+            EXPECT_EQ(Rows(db_, fmt::format(fmt::runtime(bits), "CC_100", "CC_100")), before);
+            throw std::runtime_error("back");
+        };
+        EXPECT_THROW(RunBatch(db_, [&] { db_.impl().RunWhole(undone); }), std::runtime_error);
+        EXPECT_EQ(Rows(db_, fmt::format(fmt::runtime(bits), "CC_101", "CC_101")), before);
+    }
+}
+
+TEST_F(Rebuilt, NamesOfFieldsMayHaveQuotesInThem) {
+    for (const auto makes : {SecondThread::Makes::None, SecondThread::Makes::All}) {
+        for (const char* sql : {"DROP TABLE IF EXISTS \"T'3\"",
+                                "CREATE TABLE \"T'3\" (\"Line\"\"Num\" CURRENCY, \"a'b]\" DOUBLE, "
+                                "\"select\" LONGTEXT COLLATE NOCASE)",
+                                "INSERT INTO \"T'3\" VALUES (3,4,'five')"})
+            SqliteRun(db_.impl().Handle, sql);
+        db_.RefreshTableDefs();
+        const SecondThread second(makes);
+        const std::vector<RebuiltTable> tables = {
+            {"T'3",
+             {{"select", "select"}, {"", "N\"w"}, {"a'b]", "a'b]"}, {"Line\"Num", "Line\"Num"}},
+             false}};
+        RebuildTables(db_, tables, "tblTemp", false);
+        EXPECT_EQ(Rows(db_, "SELECT * FROM \"T'3\""), "five||4.0|3\n");
+    }
+}
+
+/// Another program may have made the file so.
+TEST_F(Rebuilt, AFileOfAnotherEncodingIsMadeAnewByBothThreads) {
+    const std::string path = folder.File("wide.CRF");
+    for (const auto makes : {SecondThread::Makes::None, SecondThread::Makes::All}) {
+        fs::remove(path);
+        {
+            Connection connection;
+            Connect(connection, path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+            SqliteRun(connection.Handle, "PRAGMA encoding='UTF-16le'");
+            MarkAsCostReportFile(connection.Handle, path);
+            SqliteRun(connection.Handle,
+                      "CREATE TABLE T1 (\"LineNum\" CURRENCY, \"Description\" LONGTEXT COLLATE "
+                      "NOCASE, \"CC_100\" DOUBLE, \"CC_101\" DOUBLE);"
+                      "INSERT INTO T1 VALUES (3,'Größe',1,7.25)");
+        }
+        Database wide = DBEngine::OpenDatabase(path);
+        const SecondThread second(makes);
+        RebuildTables(wide, {Narrowed().data(), 1}, "tblTemp", true);
+        EXPECT_EQ(second.Starts(), makes == SecondThread::Makes::None ? 0 : 1);
+        EXPECT_EQ(Rows(wide, "SELECT * FROM T1"), "3||7.25|Größe\n");
+        EXPECT_EQ(Rows(wide, "PRAGMA encoding"), "UTF-16le\n");
+        EXPECT_EQ(Rows(wide, "PRAGMA integrity_check"), "ok\n");
+    }
+}
+
+/// A step that is taken back leaves nothing in memory that the next would meet.
+TEST_F(Rebuilt, BehindARefusalTheSameBatchMayRebuild) {
+    for (const auto makes : {SecondThread::Makes::None, SecondThread::Makes::All}) {
+        const SecondThread second(makes);
+        const std::string before = Now();
+        auto wrong = Narrowed();
+        wrong[1].Fields.push_back({"CC_100", "CC_100"});
+        const auto work = [&] {
+            EXPECT_THROW(RebuildTables(db_, wrong, "tblTemp", true), StoreError);
+            EXPECT_THROW(RebuildTables(db_, wrong, "tblTemp", true), StoreError);
+            RebuildTables(db_, Narrowed(), "tblTemp", true);
+            EXPECT_EQ(Rows(db_, "SELECT rowid,* FROM T2"), kNarrowedRows);
+            throw std::runtime_error("back");
+        };
+        EXPECT_THROW(RunBatch(db_, [&] { db_.impl().RunWhole(work); }), std::runtime_error);
+        EXPECT_EQ(Now(), before);
     }
 }
 
