@@ -20,6 +20,7 @@
 #include "structure/AddDeleteCC.h"
 #include "structure/modAddS2.h"
 #include "worksheets/ExplainedStatements.h"
+#include "worksheets/Schedules.h"
 #include "worksheets/Sheets.h"
 
 namespace zolmara {
@@ -189,8 +190,10 @@ private:
         return made + (calculated ? " calculated and taken back" : " taken back");
     }
 
+    /// The others follow S-2, and its rows would be gone.
     std::string MakeAnew() {
         const std::string item(AnyOf(AllWorksheets()).Item);
+        if (FindSchedule(item) == nullptr) return "nothing";
         BuildWorksheet(item);
         return item + " made anew";
     }
