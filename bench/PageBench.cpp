@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
+#include <string_view>
 
 #include "bench/Measure.h"
 #include "bench/Process.h"
@@ -68,27 +70,54 @@ void BenchPdf(const ui::Document& document, const std::string& folder) {
     Report("the same, cancelled at the first page", givenUp, "all pages", pdf, folder, "at once");
 }
 
+/// The whole form, printed from the window.
+struct Printed {
+    std::vector<ui::PrintJob> Jobs;
+    QPrinter* Printer = nullptr;
+};
+
+Printed PrintForm() {
+    Printed printed;
+    ui::TheDesktop().Print = [&](const std::vector<ui::PrintJob>& done, QPrinter& target) {
+        printed = {done, &target};
+    };
+    Print_All(0);
+    ui::TheQtHost().PrintJobs();
+    ui::TheDesktop().Print = {};
+    return printed;
+}
+
 void BenchPages(const std::string& folder, const std::string& large) {
     const std::string work = folder + "/pages.CRF";
     fs::copy_file(large, work, fs::copy_options::overwrite_existing);
     OpenCrf(work);
-    QPrinter* printer = nullptr;
-    std::vector<ui::PrintJob> jobs;
-    ui::TheDesktop().Print = [&](const std::vector<ui::PrintJob>& done, QPrinter& target) {
-        jobs = done;
-        printer = &target;
-    };
-    const Least print = LeastOf(1, [] {
-        Print_All(0);
-        ui::TheQtHost().PrintJobs();
-    });
+    Printed printed;
+    const Least print = LeastOf(1, [&] { printed = PrintForm(); });
     DropCrf();
-    const ui::Document document(jobs);
+    const ui::Document document(printed.Jobs);
     Report("the whole form printed and its pages kept", print,
            fmt::format("{} pages", document.Pages()), folder);
-    if (printer != nullptr) BenchPreview(document, *printer, folder);
+    if (printed.Printer != nullptr) BenchPreview(document, *printed.Printer, folder);
     BenchPdf(document, folder);
     fs::remove(work);
+}
+
+/// Opens a statement, prints it, looks at its first and last page and makes a PDF file of all;
+/// tells the peak of memory behind the opening and at the end.
+void MeasurePeak(const std::string& folder, const std::string& crf) {
+    OpenCrf(crf);
+    const long opened = PeakKilobytes();
+    const Printed printed = PrintForm();
+    if (!printed.Printer) throw std::runtime_error("nothing was printed");
+    const ui::Document document(printed.Jobs);
+    ui::frmPreview preview(document, *printed.Printer);
+    preview.show();
+    preview.GoTo(document.Pages() - 1);
+    preview.grab();
+    ui::SavePdf(document, {0, document.Pages()}, folder + "/peak.pdf",
+                [](std::size_t, std::size_t) { return true; });
+    fmt::print("{} {}\n", opened, PeakKilobytes());
+    DropCrf();
 }
 
 }  // namespace
@@ -96,8 +125,9 @@ void BenchPages(const std::string& folder, const std::string& large) {
 
 int main(int argc, char** argv) {
     using namespace zolmara;
-    if (argc != 3) {
-        fmt::print(stderr, "zolmara-page-bench FOLDER LARGE.CRF\n");
+    const bool peak = argc == 4 && std::string_view(argv[3]) == "peak";
+    if (argc != 3 && !peak) {
+        fmt::print(stderr, "zolmara-page-bench FOLDER LARGE.CRF [peak]\n");
         return 1;
     }
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
@@ -106,6 +136,6 @@ int main(int argc, char** argv) {
     ui::QtHost host(Settings(folder + "/settings.ini"), folder);
     ui::frmMain main;
     main.show();
-    bench::BenchPages(folder, argv[2]);
+    peak ? bench::MeasurePeak(folder, argv[2]) : bench::BenchPages(folder, argv[2]);
     return 0;
 }

@@ -47,15 +47,20 @@ struct Peaks {
     long Behind = 0;
 };
 
-Peaks PeaksOf(const Step& step, const std::string& crf) {
-    std::istringstream told(OutputOf(
-        fmt::format("{} {} {} {}", Quoted(ThisProgram()), kPeakWord, step.Word, Quoted(crf))));
+Peaks PeaksOf(const std::string& command) {
+    std::istringstream told(OutputOf(command));
     Peaks peaks;
     if (!(told >> peaks.Opened >> peaks.Behind)) throw std::runtime_error("no peak was told");
     return peaks;
 }
 
 double Megabytes(long kilobytes) { return static_cast<double>(kilobytes) / 1024; }
+
+void Tell(const Size& size, const char* what, const Peaks& peaks) {
+    ReportNote(fmt::format("memory, {}: {}", size.Name, what),
+               fmt::format("{:.1f} MB opened, {:.1f} MB more", Megabytes(peaks.Opened),
+                           Megabytes(peaks.Behind - peaks.Opened)));
+}
 
 }  // namespace
 
@@ -64,12 +69,15 @@ void BenchPeaks(const std::string& folder) {
         const std::string crf = fmt::format("{}/{}.CRF", folder, size.Name);
         MakeStatement(crf, ShapeOf(size));
         DropCrf();
-        for (const Step& step : kSteps) {
-            const Peaks peaks = PeaksOf(step, crf);
-            ReportNote(fmt::format("memory, {}: {}", size.Name, step.Name),
-                       fmt::format("{:.1f} MB opened, {:.1f} MB more", Megabytes(peaks.Opened),
-                                   Megabytes(peaks.Behind - peaks.Opened)));
-        }
+        for (const Step& step : kSteps)
+            Tell(size, step.Name,
+                 PeaksOf(fmt::format("{} {} {} {}", Quoted(ThisProgram()), kPeakWord, step.Word,
+                                     Quoted(crf))));
+        const std::string window = Beside("zolmara-page-bench");
+        if (fs::exists(window))
+            Tell(size, "from the window: printed, looked at, and all pages into a PDF file",
+                 PeaksOf(fmt::format("{} {} {} {}", Quoted(window), Quoted(folder), Quoted(crf),
+                                     kPeakWord)));
     }
 }
 
