@@ -113,7 +113,7 @@ const Group* GroupOf(std::string_view item) {
 }
 
 bool HasRows(std::string_view item) {
-    return !gDB.OpenRecordset(fmt::format("SELECT Top 1 * FROM {};", item), dbOpenSnapshot).Eof();
+    return NumOr(gDB.Scalar(fmt::format("SELECT Count(*) FROM {};", item))) > 0;
 }
 
 /// A worksheet that has lost some of its lines stops the run; one without any row has nothing to
