@@ -15,9 +15,9 @@
 #include "print/Reports.h"
 #include "print/SendPrtFile.h"
 #include "store/AmountSpool.h"
+#include "store/OneState.h"
 #include "store/ReadThrough.h"
 #include "store/RunStopped.h"
-#include "store/WrittenElsewhere.h"
 #include "store/session/LogRun.h"
 #include "store/session/Session.h"
 #include "worksheets/WholeForm.h"
@@ -182,9 +182,9 @@ void PrintWorksheets(PrintRun& run) {
 /// Nobody waits for the pages: another program may save meanwhile. Worksheets of before and behind
 /// that are no form.
 void PrintForm(PrintRun& run) {
-    const WrittenElsewhere others(gDB);
+    const OneState state(gDB);
     PrintWorksheets(run);
-    if (others.Happened())
+    if (!state.Holds())
         throw StoreError(StoreError::Kind::Other,
                          "Another program changed the Cost Report File while it was printed. "
                          "Print it again.");

@@ -5,11 +5,13 @@
 
 namespace zolmara {
 
-OneState::OneState(Database& db) : db_(db), version_(Version()) {}
+OneState::OneState(Database& db) : db_(db), hasFile_(db.IsOpen()), version_(Version()) {}
 
 /// The number goes up with each change that another connection commits.
 std::int64_t OneState::Version() const {
-    return db_.IsOpen() ? Pragma(db_.impl().Handle, "data_version", db_.Path()) : 0;
+    if (!hasFile_) return 0;
+    const std::string& path = db_.Path();
+    return Pragma(db_.impl().Handle, "data_version", path);
 }
 
 bool OneState::Holds() const { return Version() == version_; }

@@ -18,6 +18,7 @@ class OneState {
 public:
     explicit OneState(Database& db);
 
+    /// StoreError where the file has been closed.
     bool Holds() const;
     /// StoreError::Locked, with the words of the file that was being written, unless it holds.
     void NeedToHold(const std::string& written) const;
@@ -26,6 +27,7 @@ private:
     std::int64_t Version() const;
 
     Database& db_;
+    bool hasFile_;
     std::int64_t version_;
 };
 

@@ -289,6 +289,32 @@ TEST_F(PrintDriverTest, TheFormsProgressGoesToItsEnd) {
     EXPECT_EQ(host.Progress, 1);
 }
 
+/// At the first of its pauses or at the last.
+TEST_F(PrintDriverTest, AFileThatIsClosedMeanwhileLeavesTheFormerPrint) {
+    const std::string path = gCRFPath;
+    const std::string print = WholePrintFile();
+    int pauses = 0;
+    host.OnDoEvents = [&] { ++pauses; };
+    Print_All(0);
+    const std::string former = FileBytes(print);
+    for (const int last : {1, pauses}) {
+        int pause = 0;
+        host.OnDoEvents = [&] {
+            if (++pause == last) gDB.Close();
+        };
+        try {
+            Print_All(0);
+            ADD_FAILURE() << last;
+        } catch (const StoreError& error) {
+            EXPECT_NE(std::string(error.what()).find("has been closed"), std::string::npos)
+                << error.what();
+        }
+        EXPECT_EQ(pause, last);
+        EXPECT_EQ(FileBytes(print), former);
+        gDB = DBEngine::OpenDatabase(path);
+    }
+}
+
 TEST_F(PrintDriverTest, AChangeOfAnotherProgramMeanwhileLeavesTheFormerPrint) {
     Print_All(0);
     const std::string former = FileBytes(WholePrintFile());
