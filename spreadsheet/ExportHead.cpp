@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "core/Globals.h"
 #include "spreadsheet/SheetPage.h"
 #include "store/session/Session.h"
@@ -22,11 +24,15 @@ SheetHead ReadSheetHead() {
 
 namespace {
 
+int LinesOfHead(const std::string& text, bool bold, double characters) {
+    constexpr double kBold = 0.9;  // its letters are wider
+    return LinesIn(text, characters * (bold ? kBold : 1));
+}
+
 /// A text that is too long for the room takes more lines in it.
 void PutHeadLine(Workbook& book, lxw_worksheet* sheet, lxw_row_t row, const std::string& text,
                  bool bold, const HeadRoom& room) {
-    // Bold letters are wider.
-    const int lines = room.Columns == 0 ? 1 : LinesIn(text, room.Characters * (bold ? 0.9 : 1));
+    const int lines = room.Columns == 0 ? 1 : LinesOfHead(text, bold, room.Characters);
     if (lines == 1)
         return PutText(sheet, row, 0, text, bold ? book.Format({.Bold = true}) : nullptr);
     lxw_format* const format = book.Format({.Bold = bold, .Wrap = true});
@@ -39,6 +45,13 @@ void PutHeadLine(Workbook& book, lxw_worksheet* sheet, lxw_row_t row, const std:
 }
 
 }  // namespace
+
+int HeadLines(const SheetHead& head, const std::string& title, double characters) {
+    int most = LinesOfHead(title, true, characters);
+    for (const std::string& line : head.Lines)
+        most = std::max(most, LinesOfHead(line, &line == &head.Lines.front(), characters));
+    return most;
+}
 
 void WriteSheetHead(Workbook& book, lxw_worksheet* sheet, const SheetHead& head,
                     const std::string& title, const HeadRoom& room) {

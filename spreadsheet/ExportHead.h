@@ -32,6 +32,9 @@ struct HeadRoom {
     double Characters = 0;  ///< the width of those that are shown
 };
 
+/// The lines that the longest text of the head would take in room so wide.
+int HeadLines(const SheetHead& head, const std::string& title, double characters);
+
 /// Writes them with the worksheet's name as the form calls it.
 void WriteSheetHead(Workbook& book, lxw_worksheet* sheet, const SheetHead& head,
                     const std::string& title, const HeadRoom& room);

@@ -55,7 +55,8 @@ void ExportSheet::Write() {
     SetUpPage();
     WriteSheetHead(book_, sheet_, head_, TitleOf(layout_.Item), RoomOfHead());
     WriteHeadings();
-    WriteRows();
+    const lxw_row_t last = WriteRows();
+    worksheet_print_area(sheet_, 0, 0, last, LastPrintedColumn());
     if (formulas_ != nullptr && !layout_.Closed.empty()) WriteHelpers();
 }
 
@@ -125,7 +126,22 @@ void ExportSheet::WriteHeadings() {
                 heading);
 }
 
-void ExportSheet::WriteRows() {
+/// The head of a sheet of one page across flows over into empty columns behind the last one; they
+/// go on the paper with it.
+lxw_col_t ExportSheet::LastPrintedColumn() const {
+    constexpr double kUsualColumn = 8.43;
+    const HeadRoom wrapped = RoomOfHead();
+    double room = 0;
+    for (const Column& column : columns_)
+        if (!column.Shown.Hidden) room += CharactersOf(column.Shown);
+    auto last = static_cast<lxw_col_t>(columns_.size() - 1);
+    if (wrapped.Columns > 0) return last;
+    for (; HeadLines(head_, TitleOf(layout_.Item), room) > 1; room += kUsualColumn) ++last;
+    return last;
+}
+
+/// Gives the last row that is written: the titles' where there is no line.
+lxw_row_t ExportSheet::WriteRows() {
     PassingRows rows(layout_.Item, layout_.Fields.front(), layout_.Lines);
     auto row = static_cast<lxw_row_t>(layout_.FirstRow - 1);
     for (; !rows.Eof(); rows.MoveNext(), ++row) {
@@ -135,6 +151,7 @@ void ExportSheet::WriteRows() {
         for (int column = 0; column < rows.FieldCount(); ++column)
             WriteCell(row, column, line, rows[column]);
     }
+    return row - 1;
 }
 
 void ExportSheet::WriteCell(lxw_row_t row, int column, Currency line, const Variant& value) {

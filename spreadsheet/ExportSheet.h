@@ -36,7 +36,8 @@ private:
     void WriteHeadings();
     double TitleHeight() const;
     void SetHeight(lxw_row_t row, const PassingRows& cells);
-    void WriteRows();
+    lxw_col_t LastPrintedColumn() const;
+    lxw_row_t WriteRows();
     void WriteCell(lxw_row_t row, int column, Currency line, const Variant& value);
     void WriteFormula(lxw_row_t row, int column, const CellDescription& rule, Currency line,
                       const Variant& value);

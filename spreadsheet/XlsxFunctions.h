@@ -28,6 +28,7 @@
 #define worksheet_fit_to_pages ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_fit_to_pages)
 #define worksheet_freeze_panes ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_freeze_panes)
 #define worksheet_merge_range ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_merge_range)
+#define worksheet_print_area ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_print_area)
 #define worksheet_protect ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_protect)
 #define worksheet_repeat_columns ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_repeat_columns)
 #define worksheet_repeat_rows ZOLMARA_FUNCTION_OF(XlsxLibrary, worksheet_repeat_rows)

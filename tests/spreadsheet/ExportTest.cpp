@@ -293,6 +293,30 @@ TEST_F(Export, WrapsAHeadThatIsLongerThanTheColumnsOnEachPage) {
     EXPECT_EQ(book.Xml("A").find("<mergeCell"), std::string::npos) << "one page across";
 }
 
+// A spreadsheet program that is not told looks for the end of each sheet, which takes it seconds.
+TEST_F(Export, PrintsFromTheHeadToTheLastLineWithoutTheHelpersBelow) {
+    test::MakeNorthfield(folder);
+    gDB.Execute("DELETE FROM HeaderLines;");
+    Book book = Written({{"G"}, false});
+    // Three lines of the home office, the title, a blank one, two of headings; 48 lines.
+    ASSERT_EQ(NumOr(gDB.OpenRecordset("SELECT Count(*) FROM G;")[0]), 48);
+    EXPECT_EQ(book.Names().at("_xlnm.Print_Area"), "G!$A$1:$C$55");
+    Book formulas = Written();
+    const int lastLine =
+        7 + static_cast<int>(NumOr(gDB.OpenRecordset("SELECT Count(*) FROM Cp1;")[0]));
+    ASSERT_GT(formulas.Cells("Cp1").rbegin()->first.first, lastLine) << "the helpers";
+    const std::string areas = formulas.Names().at("_xlnm.Print_Area");  // of all sheets
+    EXPECT_NE(areas.find(fmt::format("Cp1!$A$1:$G${}Cp2!", lastLine)), std::string::npos) << areas;
+}
+
+// 140 letters take the room of 122 figures. Those of G have 6, 44 and 17, so that seven empty
+// columns of 8.43 are needed behind them.
+TEST_F(Export, PrintsTheEmptyColumnsThatALongHeadFlowsOverInto) {
+    test::MakeNorthfield(folder);
+    gDB.Execute("UPDATE HeaderLines SET LineText=? WHERE LineNum=1;", {std::string(140, 'w')});
+    EXPECT_TRUE(Written({{"G"}, false}).Names().at("_xlnm.Print_Area").starts_with("G!$A$1:$J$"));
+}
+
 // Nobody is held off meanwhile; but no workbook mixes two states.
 TEST_F(Export, IsNotMixedOfTwoStates) {
     test::MakeNorthfield(folder);
