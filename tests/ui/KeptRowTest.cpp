@@ -66,20 +66,8 @@ TEST_F(KeptRow, ARefusedRowIsToldOnceAsItsWindowIsLeft) {
     auto* a = Sheet("edit", "A");
     auto* a6 = Refused();
     const double line = a6->Model().Line(a6->Model().KeyedRow()).ToDouble();
-    // As the user has it: the box is a window of its own, and its end gives the keys back to the
-    // worksheet that it stood over.
-    TheDesktop().MsgBox = [this](const std::string& text, int style, const std::string& title) {
-        Boxes.push_back({text, style, title, kOk});
-        QTimer answer;
-        answer.callOnTimeout([&] {
-            QWidget* const box = QApplication::activeModalWidget();
-            if (!box || !box->isActiveWindow()) return;
-            answer.stop();
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-        answer.start(1);
-        return RealDesktop().MsgBox(text, style, title);
-    };
+    // The end of the box gives the keys back to the worksheet that it stood over.
+    AnswerRealBoxes();
     a->activateWindow();
     ASSERT_TRUE(WaitFor([&] { return !Boxes.empty() && a->isActiveWindow(); }));
     Activate(a6);

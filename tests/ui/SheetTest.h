@@ -44,6 +44,22 @@ protected:
         if (window) Activate(window);
         return window;
     }
+    /// From now on a box is a window of its own, as the user has it, so that the worksheet is not
+    /// the active one meanwhile. It is answered with Return as soon as it has the keys.
+    void AnswerRealBoxes() {
+        TheDesktop().MsgBox = [this](const std::string& text, int style, const std::string& title) {
+            Boxes.push_back({text, style, title, kOk});
+            QTimer answer;
+            answer.callOnTimeout([&] {
+                QWidget* const box = QApplication::activeModalWidget();
+                if (!box || !box->isActiveWindow()) return;
+                answer.stop();
+                QTest::keyClick(box, Qt::Key_Return);
+            });
+            answer.start(1);
+            return RealDesktop().MsgBox(text, style, title);
+        };
+    }
     /// Makes a cell current.
     static void At(frmWorksheet* window, double line, const std::string& field) {
         window->GoToLine(Currency(line), field);

@@ -242,19 +242,7 @@ TEST_F(SheetWindow, ARefusedRowStaysKeyedUnderTheCursorAndHoldsTheWindow) {
 }
 
 TEST_F(SheetWindow, ABoxThatTakesTheKeysLeavesTheRowAndItsCellAlone) {
-    // The box is a window of its own, as the user has it: the worksheet is not the active one then.
-    TheDesktop().MsgBox = [this](const std::string& text, int style, const std::string& title) {
-        Boxes.push_back({text, style, title, kOk});
-        QTimer answer;
-        answer.callOnTimeout([&] {
-            QWidget* const box = QApplication::activeModalWidget();
-            if (!box || !box->isActiveWindow()) return;
-            answer.stop();
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-        answer.start(1);
-        return RealDesktop().MsgBox(text, style, title);
-    };
+    AnswerRealBoxes();
     auto* a7 = Sheet("edit", "A7p1");
     const std::string before = Stored("A7p1", 1, "Col_1");
     At(a7, 1, "Col_1");
