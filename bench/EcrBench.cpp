@@ -122,7 +122,7 @@ void BenchEcr(const std::string& folder) {
     const Least digests = LeastOf(kRuns, [&] { MakeDigests({&bytes, &image}); });
     const Least read = LeastOf(kRuns, [&] { ReadWorksheets(gCRFPath); });
     const std::string durable = "the bytes alone, synced";
-    Report("records of the electronic report", report, durable, plain, folder, "4 times");
+    Report("records of the electronic report", report, durable, plain, folder);
     Report("records of the electronic report", report, "raw SQLite's reading and the bytes",
            read + plain, folder);
     Report("digests of both files", digests, durable, both, folder);
