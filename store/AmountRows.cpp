@@ -45,7 +45,7 @@ public:
           reader_(
               CellReader(handle, table, first, count, "WHERE rowid>=?2 ORDER BY rowid", taker_)) {
         for (std::size_t i = 0; i < count; ++i)
-            isNumber_.push_back(IsNumberField(table.Fields[first + i].Type));
+            isNumber_.push_back(IsNumberField(table.Fields[first + i].Type) ? 1 : 0);
     }
     RowSeeker(const RowSeeker&) = delete;
     RowSeeker& operator=(const RowSeeker&) = delete;

@@ -84,7 +84,7 @@ void MemoryBeside::ClearAside(const std::string& name) {
 }
 
 std::string MemoryBeside::Take(MemoryImage image) {
-    const std::string name = NameOfImage(images_);
+    std::string name = NameOfImage(images_);
     AttachEmpty(handle_, name);
     ++images_;
     std::move(image).Become(handle_, name.c_str());

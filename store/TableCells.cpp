@@ -216,7 +216,7 @@ namespace {
 
 TablePtr NeedTable(Database::Impl& db, std::string_view name) {
     db.LookForChanges();
-    const TablePtr table = db.Tables.Find(name);
+    TablePtr table = db.Tables.Find(name);
     if (!table)
         throw StoreError(StoreError::Kind::NoSuchItem, "no such table: " + std::string(name));
     db.Note(*table);

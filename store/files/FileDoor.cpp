@@ -248,7 +248,7 @@ bool PutFile(const std::string& aside, const std::string& target, bool mayReplac
 
 // --- Files that belong together ------------------------------------------------------------
 
-FilesTogether::FilesTogether(std::vector<OutFile*> files) {
+FilesTogether::FilesTogether(const std::vector<OutFile*>& files) {
     for (OutFile* const file : files) {
         file->MakeReady();
         parts_.push_back({file, nullptr});

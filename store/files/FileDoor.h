@@ -122,7 +122,7 @@ class PutJournal;
 class FilesTogether {
 public:
     /// All are completed, and what can fail ahead of the names fails here. They must outlive this.
-    explicit FilesTogether(std::vector<OutFile*> files);
+    explicit FilesTogether(const std::vector<OutFile*>& files);
     ~FilesTogether();
     FilesTogether(const FilesTogether&) = delete;
     FilesTogether& operator=(const FilesTogether&) = delete;
