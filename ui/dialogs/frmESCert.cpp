@@ -53,6 +53,11 @@ void Cancel(bool wasSigned) {
     if (wasSigned) TellDone("Not signed: the earlier signature was taken back");
 }
 
+void SignByHand() {
+    const FiguresStay stay;
+    SignManually();
+}
+
 }  // namespace
 
 frmESCert::frmESCert() {
@@ -70,10 +75,7 @@ frmESCert::frmESCert() {
         const FiguresStay stay;
         AcceptCertification(S(txtESFirst_->text()), S(txtESLast_->text()), S(txtESTitle_->text()));
     });
-    auto* manually = MakeButton("cmdManually", "Sign Manually", [] {
-        const FiguresStay stay;
-        SignManually();
-    });
+    auto* manually = MakeButton("cmdManually", "Sign Manually", SignByHand);
     const bool wasSigned = !texts.txtESLast.empty();
     auto* cancel = MakeButton("cmdCancel", "&Cancel", [wasSigned] { Cancel(wasSigned); });
     auto* choices = new QGridLayout;

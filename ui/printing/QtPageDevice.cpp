@@ -8,7 +8,7 @@
 
 namespace zolmara::ui {
 
-QtPageDevice::QtPageDevice() { job_.FontName = FontName(); }
+QtPageDevice::QtPageDevice() { job_.FontName = QtPageDevice::FontName(); }
 QtPageDevice::~QtPageDevice() = default;
 
 QPrinter& QtPageDevice::Target() {
