@@ -86,6 +86,7 @@ void frmHeaderLines::ReadLines() {
 
 std::vector<std::string> frmHeaderLines::Texts() const {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(grdHeaderLines_->rowCount()));
     for (int row = 0; row < grdHeaderLines_->rowCount(); ++row)
         texts.push_back(S(grdHeaderLines_->item(row, 1)->text()));
     return texts;
